@@ -1,0 +1,36 @@
+# Options of every target: warnings, sanitizers, and Qt's own strictness.
+
+if(MSVC)
+  add_compile_options(/W4 /permissive- /utf-8)
+  if(GAUGE_WERROR)
+    add_compile_options(/WX)
+  endif()
+else()
+  # GCC's full -Wshadow also minds constructor arguments named like the field they fill.
+  set(shadow $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>)
+  add_compile_options(-Wall -Wextra -Wpedantic ${shadow} -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wcast-qual -Wformat=2 -Wundef -Wdouble-promotion)
+  if(GAUGE_WERROR)
+    add_compile_options(-Werror)
+  endif()
+endif()
+
+if(GAUGE_SANITIZE)
+  add_compile_options(-fsanitize=${GAUGE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${GAUGE_SANITIZE})
+endif()
+
+add_compile_definitions(
+  QT_NO_CAST_FROM_ASCII
+  QT_NO_CAST_TO_ASCII
+  QT_NO_URL_CAST_FROM_STRING
+  QT_NO_KEYWORDS
+  QT_NO_FOREACH
+  QT_STRICT_ITERATORS
+  QT_DEPRECATED_WARNINGS
+  QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+
+# Two compilations of one source tree give one binary wherever they stand.
+if(NOT MSVC)
+  add_compile_options(-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+endif()

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QtCore/QtGlobal>
+
+class IDashboardEngine;
+class INavigationService;
+
+// The library's exports, undecorated. A host resolves them by name and calls them on the thread of
+// its GUI, after its Qt application object exists: `CreateE` first, then `Init`.
+
+extern "C" {
+
+/// Makes the engine; the caller owns it. `useMph` asks dashboards for miles per hour.
+/// Without `hardwareAcceleration` consumers get a message in place of dashboards. Both are fixed
+/// for the engine's life. Throws what its allocations throw.
+Q_DECL_EXPORT IDashboardEngine *CreateE(bool useMph, bool hardwareAcceleration);
+
+/// Registers the QML types that documents need. Must run before the first dashboard is loaded. A
+/// null pointer is logged, and then nothing is registered.
+Q_DECL_EXPORT void Init(INavigationService *navigation, IDashboardEngine *engine);
+}
+
+using CreateEFunction = decltype(&CreateE);
+using InitFunction = decltype(&Init);

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <vector>
+
+/// One picture: `width * 4` bytes a row with no gap, the top row first, each pixel blue, green,
+/// red, alpha. On a little-endian machine these are the bytes of
+/// `QImage::Format_ARGB32_Premultiplied`. It has no header; holders swap it rather than copy it.
+using Frame = std::vector<unsigned char>;

@@ -1,0 +1,111 @@
+#include "support/MonotonicClock.h"
+#include "support/Stopwatch.h"
+
+#include <QtTest/QtTest>
+
+#include <limits>
+
+namespace {
+
+/// A counter that says what the test wants.
+class FakeCounter final : public platform::Counter
+{
+public:
+    std::int64_t countsPerSecond = 1000;
+    std::int64_t count = 0;
+    bool hasFrequency = true;
+    bool readable = true;
+    std::uint64_t ticks = 77;
+
+    bool frequency(std::int64_t &value) const override
+    {
+        value = countsPerSecond;
+        return hasFrequency;
+    }
+    bool read(std::int64_t &value) const override
+    {
+        value = count;
+        return readable;
+    }
+    std::uint64_t tickCount() const override { return ticks; }
+};
+
+constexpr std::int64_t Largest = std::numeric_limits<std::int64_t>::max();
+
+} // namespace
+
+class ClockTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void stopwatchCountsWholeMillisecondsSinceItsConstruction()
+    {
+        FakeCounter counter;
+        counter.countsPerSecond = 3'000'000;
+        counter.count = 1'000'000'000;
+        const Stopwatch stopwatch(counter);
+        QCOMPARE(stopwatch.elapsedMs(), 0);
+        counter.count += 2'999;
+        QCOMPARE(stopwatch.elapsedMs(), 0);
+        counter.count += 1;
+        QCOMPARE(stopwatch.elapsedMs(), 1);
+        counter.count += 3'000'000;
+        QCOMPARE(stopwatch.elapsedMs(), 1001);
+    }
+
+    void stopwatchStandsAtZeroWithoutAFrequencyOrAReading()
+    {
+        FakeCounter counter;
+        counter.countsPerSecond = 0;
+        const Stopwatch noFrequency(counter);
+        counter.countsPerSecond = 1000;
+        counter.hasFrequency = false;
+        const Stopwatch refusedFrequency(counter);
+        counter.hasFrequency = true;
+        const Stopwatch unreadable(counter);
+        counter.count = 5000;
+        QCOMPARE(noFrequency.elapsedMs(), 0);
+        QCOMPARE(refusedFrequency.elapsedMs(), 0);
+        counter.readable = false;
+        QCOMPARE(unreadable.elapsedMs(), 0);
+    }
+
+    void countsNearTheEndOfTheirRangeDoNotOverflow()
+    {
+        FakeCounter counter;
+        counter.countsPerSecond = 1'000'000'000;
+        const Stopwatch stopwatch(counter);
+        counter.count = Largest;
+        QCOMPARE(stopwatch.elapsedMs(), Largest / 1'000'000);
+
+        const MonotonicClock clock(counter);
+        QCOMPARE(clock.milliseconds(), static_cast<std::uint64_t>(Largest / 1'000'000));
+    }
+
+    void clockFallsBackToTheTickCount()
+    {
+        FakeCounter counter;
+        counter.hasFrequency = false;
+        QCOMPARE(MonotonicClock(counter).milliseconds(), 77U);
+        counter.hasFrequency = true;
+        counter.readable = false;
+        QCOMPARE(MonotonicClock(counter).milliseconds(), 77U);
+        counter.readable = true;
+        counter.countsPerSecond = 0;
+        QCOMPARE(MonotonicClock(counter).milliseconds(), 0U);
+    }
+
+    void theSystemsClockNeverGoesBack()
+    {
+        std::uint64_t last = monotonicMilliseconds();
+        for (int i = 0; i < 100'000; ++i) {
+            const std::uint64_t now = monotonicMilliseconds();
+            QVERIFY(now >= last);
+            last = now;
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(ClockTest)
+#include "ClockTest.moc"
