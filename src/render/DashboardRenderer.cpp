@@ -1,0 +1,77 @@
+#include "render/DashboardRenderer.h"
+
+#include "support/TextImage.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QUrl>
+#include <QtCore/QVariant>
+
+DashboardRenderer::DashboardRenderer()
+    : publisher([this](const QString &name, const QVariant &value) {
+        offscreen.setProperty(name, value);
+    })
+{
+}
+
+bool DashboardRenderer::load(const QString &path, int width, int height)
+{
+    // Every name must exist before a document is compiled, or its bindings would warn and a warning
+    // fails the load.
+    if (!hasPublished)
+        publishTelemetry({}, {}, {}, {}, {}, 1.0F, false, false, false);
+
+    if (!offscreen.loadDocument(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded),
+                                QFileInfo(path).absolutePath(), width, height,
+                                OVX::SizeMode::Scale))
+        return false;
+    return offscreen.addDocument(QStringLiteral(":/dash/qml/DashboardSysPanel.qml"));
+}
+
+bool DashboardRenderer::renderFrame(Frame &buffer, int width, int height, bool upsideDown)
+{
+    // Before every frame, since consumers of both orientations share one renderer.
+    offscreen.setRootRotation(upsideDown ? 180 : 0);
+    return offscreen.renderToBuffer(buffer, width, height) || paintErrors(buffer, width, height);
+}
+
+const QStringList &DashboardRenderer::errors()
+{
+    return offscreen.errors();
+}
+
+void DashboardRenderer::publishTelemetry(const VehicleTelemetry &vehicle,
+                                         const DisplayLimits &limits,
+                                         const ExtendedTelemetry &extended,
+                                         const QString &motionProfileName, const TuneInfo &tune,
+                                         float steeringSmoothing, bool useMph, bool showMarkers,
+                                         bool paused)
+{
+    publisher.publish({vehicle, limits, extended, motionProfileName, tune, steeringSmoothing,
+                       useMph, showMarkers, paused});
+    hasPublished = true;
+}
+
+std::set<QString> DashboardRenderer::publishedFields()
+{
+    return publisher.publishedFields();
+}
+
+/// The errors as a picture, so that an author reads them where the dashboard would be. It always
+/// stands upright.
+bool DashboardRenderer::paintErrors(Frame &buffer, int width, int height) const
+{
+    constexpr int FontShare = 25;
+    if (offscreen.errors().isEmpty() || width <= FontShare)
+        return false;
+
+    QString text;
+    for (QString error : offscreen.errors())
+        text += error.remove(QStringLiteral("file:///")) + QLatin1Char('\n');
+
+    const QImage image =
+        makeTextImage(QSize(width, height), text, {width / FontShare, Qt::TextWordWrap, false});
+    if (image.isNull())
+        return false;
+    buffer.assign(image.constBits(), image.constBits() + image.sizeInBytes());
+    return true;
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "plugin/TelemetryRecords.h"
+#include "render/DerivedIndicators.h"
+#include "support/Lock.h"
+
+#include <QtCore/QString>
+
+#include <array>
+#include <functional>
+#include <set>
+
+class QVariant;
+
+/// All that one publication is made of. Borrowed for the call.
+struct Publication
+{
+    const VehicleTelemetry &vehicle;
+    const DisplayLimits &limits;
+    const ExtendedTelemetry &extended;
+    const QString &motionProfileName;
+    const TuneInfo &tune;
+    float steeringSmoothing = 1; ///< Share of a new steering value that enters at once, 0 to 1.
+    bool useMph = false;
+    bool showMarkers = false;
+    bool paused = false;
+};
+
+/// Turns telemetry into the 129 `dash_*` properties, always all of them and always in one order,
+/// for a document's handlers see earlier properties new and later ones old. Keeps what lives from
+/// one publication to the next. One thread, but for `publishedFields`.
+class TelemetryPublisher
+{
+public:
+    using PropertySink = std::function<void(const QString &name, const QVariant &value)>;
+
+    /// `sink` takes each property as it is published.
+    explicit TelemetryPublisher(PropertySink sink);
+
+    void publish(const Publication &publication);
+
+    /// All names, fixed by the first publication. Any thread.
+    std::set<QString> publishedFields() const;
+
+private:
+    /// A property and its twin, which tells whether the source delivers it.
+    struct TwinName
+    {
+        QString value;
+        QString available;
+    };
+    using CornerNames = std::array<TwinName, 4>;
+
+    void publishArguments(const Publication &publication);
+    void publishEngineAndSpeed(const VehicleTelemetry &vehicle);
+    void publishTiming(const VehicleTelemetry &vehicle);
+    void publishControls(const VehicleTelemetry &vehicle);
+    void publishCorners(const VehicleTelemetry &vehicle);
+    void publishAssists(const VehicleTelemetry &vehicle);
+    void publishMotion(const VehicleTelemetry &vehicle);
+    void publishSession(const VehicleTelemetry &vehicle);
+    void publishLimits(const DisplayLimits &limits);
+    void publishTune(const QString &motionProfileName, const TuneInfo &tune);
+    void publishWarnings(const Publication &publication);
+
+    void write(const QString &name, const QVariant &value);
+    void write(const TwinName &name, std::uint64_t mask, std::uint64_t guard,
+               const QVariant &value);
+    template<typename Published, typename Field>
+    void writeCorners(const CornerNames &names, std::uint64_t mask, std::uint64_t guard,
+                      const Field &field);
+
+    PropertySink sink;
+    float smoothedSteering = 0;
+    RpmAverage rpmAverage;
+    int rpm = 0;
+    FrameCounter frameCounter;
+    mutable Lock namesLock;
+    bool recordNames = true;
+    std::set<QString> publishedNames;
+};

@@ -1,0 +1,309 @@
+#include "render/offscreen/QmlOffscreenRenderer.h"
+
+#include <QtCore/QUrl>
+#include <QtGui/QOffscreenSurface>
+#include <QtGui/QOpenGLContext>
+#include <QtGui/QOpenGLExtraFunctions>
+#include <QtGui/QOpenGLFramebufferObject>
+#include <QtGui/QSurfaceFormat>
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickRenderControl>
+#include <QtQuick/QQuickWindow>
+
+#include <algorithm>
+#include <cstring>
+
+namespace OVX {
+
+namespace {
+
+constexpr std::size_t MaximumFramebuffers = 3;
+constexpr GLenum ContextLost = 0x507; // GL_CONTEXT_LOST, which older headers lack.
+constexpr int BytesPerPixel = 4;
+
+const QString &rootItemProperty()
+{
+    static const QString name = QStringLiteral("globalRootItem");
+    return name;
+}
+
+/// GL_CONTEXT_LOST never clears, so it ends the draining too.
+void drainErrors(QOpenGLFunctions &gl)
+{
+    GLenum error = gl.glGetError();
+    while (error != GL_NO_ERROR && error != ContextLost)
+        error = gl.glGetError();
+}
+
+} // namespace
+
+QmlOffscreenRenderer::QmlOffscreenRenderer()
+    : context(std::make_unique<QOpenGLContext>())
+    , surface(std::make_unique<QOffscreenSurface>())
+{
+    QSurfaceFormat format;
+    format.setDepthBufferSize(16);
+    format.setStencilBufferSize(8);
+    context->setFormat(format);
+    const bool hasContext = context->create();
+
+    // The format that the context got, not the one that was asked for: a surface of another format
+    // may refuse the context.
+    surface->setFormat(context->format());
+    surface->create();
+
+    renderControl = std::make_unique<QQuickRenderControl>(this);
+    window = std::make_unique<QQuickWindow>(renderControl.get());
+    window->setColor(Qt::black);
+
+    engine = std::make_unique<QQmlEngine>();
+    if (engine->incubationController() == nullptr)
+        engine->setIncubationController(window->incubationController());
+
+    // Without a context the scene graph stays uninitialised, and every load ends in an error.
+    if (hasContext && makeCurrent())
+        renderControl->initialize(context.get());
+
+    connect(engine.get(), &QQmlEngine::warnings, this, [this](const QList<QQmlError> &warnings) {
+        for (const QQmlError &warning : warnings)
+            errorLog.append(warning.toString());
+    });
+    defaultImportPaths = engine->importPathList();
+    engine->rootContext()->setContextProperty(QStringLiteral("ctx"), engine->rootContext());
+}
+
+QmlOffscreenRenderer::~QmlOffscreenRenderer()
+{
+    window->setRenderTarget(nullptr);
+    makeCurrent();
+    renderControl.reset();
+    components.clear();
+    window.reset();
+    framebuffers.clear();
+    context->doneCurrent();
+    surface.reset();
+    context.reset();
+}
+
+bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseDirectory, int width,
+                                        int height, SizeMode mode)
+{
+    loaded = false;
+    errorLog.clear();
+    sizeMode = mode;
+    unloadDocument();
+
+    engine->clearComponentCache();
+    engine->setBaseUrl(QUrl::fromLocalFile(baseDirectory));
+    engine->setImportPathList(defaultImportPaths);
+    engine->addImportPath(baseDirectory);
+
+    // The name must be there, and empty, while the document's own bindings first run.
+    engine->rootContext()->setContextProperty(rootItemProperty(), static_cast<QObject *>(nullptr));
+    std::unique_ptr<QQuickItem> item = createItem(std::make_unique<QQmlComponent>(
+        engine.get(), QUrl(url, QUrl::TolerantMode), QQmlComponent::PreferSynchronous));
+    if (item == nullptr)
+        return false;
+
+    rootItem = item.release(); // The window's item tree owns it from here on.
+    rootItem->setParentItem(window->contentItem());
+    if (sizeMode == SizeMode::Resize)
+        rootItem->setSize(QSizeF(width, height));
+    engine->rootContext()->setContextProperty(rootItemProperty(), rootItem.data());
+
+    window->setGeometry(0, 0, width, height);
+    if (!makeCurrent()) {
+        errorLog.append(QStringLiteral("Failed to setup context/surface"));
+        return false;
+    }
+    targetFramebuffer(window->size());
+
+    loaded = errorLog.isEmpty();
+    return loaded;
+}
+
+bool QmlOffscreenRenderer::addDocument(const QString &path)
+{
+    if (rootItem == nullptr)
+        return false;
+    std::unique_ptr<QQuickItem> item = createItem(
+        std::make_unique<QQmlComponent>(engine.get(), path, QQmlComponent::PreferSynchronous));
+    if (item == nullptr)
+        return false;
+    item.release()->setParentItem(rootItem); // The item tree owns it from here on.
+    return true;
+}
+
+bool QmlOffscreenRenderer::renderToBuffer(Frame &buffer, int width, int height)
+{
+    if (!loaded || rootItem == nullptr || width < 1 || height < 1 || !makeCurrent())
+        return false;
+
+    window->setWidth(width);
+    window->setHeight(height);
+    fitRootItem(width, height);
+
+    QOpenGLFramebufferObject *framebuffer = targetFramebuffer(QSize(width, height));
+    if (framebuffer == nullptr) {
+        context->doneCurrent();
+        return false;
+    }
+
+    renderControl->polishItems();
+    renderControl->sync();
+    renderControl->render();
+    context->functions()->glFlush();
+
+    const bool read = readPixels(*framebuffer, buffer, width, height);
+    if (read)
+        flipRows(buffer, width, height);
+    context->doneCurrent();
+    return read;
+}
+
+void QmlOffscreenRenderer::setProperty(const QString &name, const QVariant &value)
+{
+    engine->rootContext()->setContextProperty(name, value);
+}
+
+void QmlOffscreenRenderer::setRootRotation(qreal degrees)
+{
+    if (rootItem != nullptr)
+        rootItem->setRotation(degrees);
+}
+
+bool QmlOffscreenRenderer::makeCurrent()
+{
+    return context->isValid() && context->makeCurrent(surface.get());
+}
+
+void QmlOffscreenRenderer::unloadDocument()
+{
+    window->setRenderTarget(nullptr);
+    // A handler that runs while its item dies may delete a sibling, so nothing is held across one.
+    QQuickItem *content = window->contentItem();
+    while (!content->childItems().isEmpty())
+        delete content->childItems().constFirst();
+    framebuffers.clear();
+    components.clear();
+    rootItem = nullptr;
+}
+
+std::unique_ptr<QQuickItem>
+QmlOffscreenRenderer::createItem(std::unique_ptr<QQmlComponent> component)
+{
+    components.push_back(std::move(component));
+    QQmlComponent &added = *components.back();
+    if (added.isError()) {
+        collectErrors();
+        return nullptr;
+    }
+    std::unique_ptr<QObject> object(added.create());
+    if (added.isError()) {
+        collectErrors();
+        return nullptr;
+    }
+    auto *item = qobject_cast<QQuickItem *>(object.get());
+    if (item == nullptr) {
+        errorLog.append(QStringLiteral("Failed to create QQuickItem"));
+        return nullptr;
+    }
+    object.release(); // The same object, handed on under its other type.
+    return std::unique_ptr<QQuickItem>(item);
+}
+
+void QmlOffscreenRenderer::collectErrors()
+{
+    for (const auto &component : components) {
+        const QList<QQmlError> componentErrors = component->errors();
+        for (const QQmlError &error : componentErrors)
+            errorLog.append(error.toString());
+    }
+}
+
+void QmlOffscreenRenderer::fitRootItem(int width, int height)
+{
+    if (sizeMode == SizeMode::Resize) {
+        rootItem->setSize(QSizeF(width, height));
+        return;
+    }
+    const qreal rootWidth = rootItem->width();
+    if (rootWidth != 0)
+        rootItem->setScale(qreal{static_cast<float>(width)} / rootWidth);
+    rootItem->setPosition(QPointF((width - rootWidth) * 0.5, (height - rootItem->height()) * 0.5));
+}
+
+/// Makes the cached framebuffer of this size the window's target, or a new one in place of the
+/// oldest. Null when OpenGL has none of this size. Needs the context current.
+QOpenGLFramebufferObject *QmlOffscreenRenderer::targetFramebuffer(const QSize &size)
+{
+    const auto cached =
+        std::find_if(framebuffers.cbegin(), framebuffers.cend(),
+                     [&size](const Framebuffer &entry) { return entry->size() == size; });
+    if (cached != framebuffers.cend()) {
+        if (window->renderTarget() != cached->get())
+            window->setRenderTarget(cached->get());
+        return cached->get();
+    }
+
+    GLint largest = 0;
+    context->functions()->glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    if (size.width() > largest || size.height() > largest)
+        return nullptr;
+    auto framebuffer = std::make_unique<QOpenGLFramebufferObject>(
+        size, QOpenGLFramebufferObject::CombinedDepthStencil, GL_TEXTURE_2D);
+    if (!framebuffer->isValid())
+        return nullptr;
+
+    // Before the oldest goes, which may be the target until now.
+    window->setRenderTarget(framebuffer.get());
+    framebuffers.push_back(std::move(framebuffer));
+    if (framebuffers.size() > MaximumFramebuffers)
+        framebuffers.erase(framebuffers.begin());
+    return framebuffers.back().get();
+}
+
+/// Reads the framebuffer straight into `buffer`: a way through QImage would allocate in every
+/// frame.
+bool QmlOffscreenRenderer::readPixels(QOpenGLFramebufferObject &framebuffer, Frame &buffer,
+                                      int width, int height)
+{
+    QOpenGLExtraFunctions &gl = *context->extraFunctions();
+    GLint saved = 0;
+    gl.glGetIntegerv(GL_FRAMEBUFFER_BINDING, &saved);
+    framebuffer.bind();
+    buffer.resize(std::size_t(width) * BytesPerPixel * std::size_t(height));
+
+    drainErrors(gl);
+    const bool choosesBuffer = gl.hasOpenGLFeature(QOpenGLFunctions::MultipleRenderTargets);
+    if (choosesBuffer)
+        gl.glReadBuffer(GL_COLOR_ATTACHMENT0);
+    gl.glReadPixels(0, 0, width, height, GL_BGRA, GL_UNSIGNED_BYTE, buffer.data());
+    if (choosesBuffer)
+        gl.glReadBuffer(GL_COLOR_ATTACHMENT0);
+    const bool read = gl.glGetError() == GL_NO_ERROR;
+
+    gl.glBindFramebuffer(GL_FRAMEBUFFER, GLuint(saved));
+    return read;
+}
+
+/// OpenGL delivers the bottom row first.
+void QmlOffscreenRenderer::flipRows(Frame &buffer, int width, int height)
+{
+    const std::size_t rowBytes = std::size_t(width) * BytesPerPixel;
+    rowBuffer.resize(rowBytes);
+    unsigned char *upper = buffer.data();
+    unsigned char *lower = buffer.data() + rowBytes * std::size_t(height - 1);
+    for (int row = 0; row < height / 2; ++row) {
+        std::memcpy(rowBuffer.data(), upper, rowBytes);
+        std::memcpy(upper, lower, rowBytes);
+        std::memcpy(lower, rowBuffer.data(), rowBytes);
+        upper += rowBytes;
+        lower -= rowBytes;
+    }
+}
+
+} // namespace OVX

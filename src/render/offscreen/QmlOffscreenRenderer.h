@@ -1,0 +1,95 @@
+#pragma once
+
+#include "plugin/Frame.h"
+#include "render/offscreen/ErrorLog.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QPointer>
+#include <QtCore/QSize>
+#include <QtCore/QStringList>
+
+#include <memory>
+#include <vector>
+
+class QOffscreenSurface;
+class QOpenGLContext;
+class QOpenGLFramebufferObject;
+class QQmlComponent;
+class QQmlEngine;
+class QQuickItem;
+class QQuickRenderControl;
+class QQuickWindow;
+
+namespace OVX {
+
+/// How the root item of a document follows the size of a frame.
+enum class SizeMode : int {
+    Resize = 0, ///< The root item takes the size of the frame.
+    Scale = 1,  ///< The root item keeps its size; it is scaled to the frame's width and centred.
+};
+
+/// Turns a QML document into pixels without a visible window. Every document sees two names: "ctx",
+/// the root context itself, and "globalRootItem", the document's root item once it exists.
+///
+/// Every operation belongs to the thread that constructed the object. Only `loadDocument`,
+/// `renderToBuffer` and the destructor make the OpenGL context current, so several renderers can
+/// live on one thread. Nothing is logged: failures are told by results and `errors()`.
+class QmlOffscreenRenderer : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Needs a QGuiApplication. Without OpenGL the object stands, but loads nothing.
+    QmlOffscreenRenderer();
+    ~QmlOffscreenRenderer() override;
+
+    /// Replaces the document by the one at `url`, whose local directory is `baseDirectory`, read
+    /// anew from its source. `width` by `height` is the size of the first framebuffer in pixels. A
+    /// warning of the engine during the load fails it. Leaves the context current.
+    bool loadDocument(const QString &url, const QString &baseDirectory, int width, int height,
+                      SizeMode mode);
+
+    /// Puts the item of a further document, a file name or a resource path, under the root item.
+    bool addDocument(const QString &path);
+
+    /// Renders one frame into `buffer`, which is resized to it. False leaves `buffer` without
+    /// meaning: nothing is loaded, or OpenGL can't give a frame of this size now.
+    bool renderToBuffer(Frame &buffer, int width, int height);
+
+    /// Writes a property of the root context; it outlives the documents.
+    void setProperty(const QString &name, const QVariant &value);
+
+    /// Turns the root item, and what was added to it, about its centre.
+    void setRootRotation(qreal degrees);
+
+    /// Errors and warnings since the last load began, each distinct text once.
+    const QStringList &errors() const { return errorLog.list(); }
+
+private:
+    using Framebuffer = std::unique_ptr<QOpenGLFramebufferObject>;
+
+    bool makeCurrent();
+    void unloadDocument();
+    std::unique_ptr<QQuickItem> createItem(std::unique_ptr<QQmlComponent> component);
+    void collectErrors();
+    void fitRootItem(int width, int height);
+    QOpenGLFramebufferObject *targetFramebuffer(const QSize &size);
+    bool readPixels(QOpenGLFramebufferObject &framebuffer, Frame &buffer, int width, int height);
+    void flipRows(Frame &buffer, int width, int height);
+
+    std::unique_ptr<QOpenGLContext> context;
+    std::unique_ptr<QOffscreenSurface> surface;
+    std::unique_ptr<QQuickRenderControl> renderControl;
+    std::unique_ptr<QQuickWindow> window;
+    QPointer<QQuickItem> rootItem;
+    std::unique_ptr<QQmlEngine> engine;
+    std::vector<std::unique_ptr<QQmlComponent>> components;
+    std::vector<Framebuffer> framebuffers;
+    ErrorLog errorLog;
+    QStringList defaultImportPaths;
+    bool loaded = false;
+    Frame rowBuffer;
+    SizeMode sizeMode = SizeMode::Scale;
+};
+
+} // namespace OVX
