@@ -1,0 +1,334 @@
+#include "engine/DashboardEngine.h"
+
+#include "plugin/IDashboardConsumer.h"
+#include "plugin/IDashboardRenderer.h"
+#include "render/DashboardRenderer.h"
+#include "support/Logging.h"
+#include "support/MonotonicClock.h"
+#include "support/TextImage.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QDir>
+#include <QtCore/QFileSystemWatcher>
+#include <QtCore/QThread>
+#include <QtCore/QTimer>
+
+#include <algorithm>
+#include <new>
+#include <stdexcept>
+
+namespace {
+
+constexpr int TickMs = 40;           ///< At most 25 pictures a second.
+constexpr int MaximumIdleTicks = 50; ///< About two seconds of silence put the engine to sleep.
+constexpr int DesignWidth = 480;     ///< What dashboards are drawn for, in pixels.
+constexpr int DesignHeight = 272;
+constexpr float SteeringSmoothing = 0.2F;
+constexpr quint64 ExpiryMs = 1000;
+constexpr int BytesPerPixel = 4;
+
+std::size_t frameBytes(int width, int height)
+{
+    return std::size_t(width) * std::size_t(height) * BytesPerPixel;
+}
+
+} // namespace
+
+EngineSources EngineSources::standard()
+{
+    return {monotonicMilliseconds, [] { return std::make_unique<DashboardRenderer>(); }};
+}
+
+DashboardEngine::DashboardEngine(bool useMph, bool hardwareAcceleration,
+                                 const EngineSources &sources)
+    : sources(sources)
+    , timer(std::make_unique<QTimer>())
+    , hardwareAcceleration(hardwareAcceleration)
+    , useMph(useMph)
+{
+    timer->setInterval(TickMs);
+    connect(timer.get(), &QTimer::timeout, this, &DashboardEngine::render);
+
+    if (hardwareAcceleration) {
+        logInfo(QStringLiteral("DASH: Creating renderer..."));
+        renderer = this->sources.makeRenderer();
+        logInfo(QStringLiteral("DASH: Renderer created"));
+    }
+    startTimerConnection = connect(this, &DashboardEngine::startTimerAsync, this,
+                                   &DashboardEngine::startTimer, Qt::QueuedConnection);
+
+    fileWatcher = new QFileSystemWatcher(this);
+    connect(fileWatcher, &QFileSystemWatcher::fileChanged, this, [this] {
+        const LockGuard guard(fileLock);
+        reloadPending = true;
+    });
+}
+
+DashboardEngine::~DashboardEngine()
+{
+    shuttingDown = true;
+    disconnect(startTimerConnection);
+    stopTimer();
+    timer.reset();
+    renderer.reset();
+}
+
+void DashboardEngine::updateTelemetry(const VehicleTelemetry &vehicle, const DisplayLimits &limits,
+                                      const ExtendedTelemetry &extended, bool paused)
+{
+    if (shuttingDown || !filePresent || !consumersPresent)
+        return;
+    {
+        const LockGuard guard(snapshotLock);
+        snapshot.vehicle = vehicle;
+        snapshot.limits = limits;
+        snapshot.extended = extended;
+        snapshot.paused = paused;
+        snapshot.dirty = true;
+    }
+    if (!paused && !timerRunning)
+        Q_EMIT startTimerAsync();
+}
+
+void DashboardEngine::setDashboardFile(const QString &path)
+{
+    if (shuttingDown)
+        return;
+    const bool onEnginesThread = QThread::currentThread() == thread();
+    {
+        const LockGuard guard(fileLock);
+        dashboardFile = path;
+        reloadPending = true;
+        filePresent = !path.isEmpty();
+        if (onEnginesThread)
+            watchDashboardFile();
+    }
+    idleTicks = 0;
+    if (!onEnginesThread && !watchQueued.exchange(true)) {
+        QMetaObject::invokeMethod(
+            this, [this] { watchDashboardFile(); }, Qt::QueuedConnection);
+    }
+}
+
+void DashboardEngine::shutdown()
+{
+    shuttingDown = true;
+    if (timer != nullptr)
+        stopTimer();
+}
+
+std::unique_ptr<IDashboardRenderer> DashboardEngine::createRenderer()
+{
+    return hardwareAcceleration ? sources.makeRenderer() : nullptr;
+}
+
+void DashboardEngine::addConsumer(IDashboardConsumer *consumer)
+{
+    if (consumer == nullptr)
+        return;
+    const LockGuard guard(consumersLock);
+    consumers.try_emplace(consumer);
+    consumersPresent = true;
+}
+
+void DashboardEngine::removeConsumer(IDashboardConsumer *consumer)
+{
+    if (consumer == nullptr)
+        return;
+    const LockGuard guard(consumersLock);
+    consumers.erase(consumer);
+    consumersPresent = !consumers.empty();
+}
+
+bool DashboardEngine::hasConsumers()
+{
+    return consumersPresent;
+}
+
+std::unique_ptr<QImage> DashboardEngine::createWaitingImage(int scale)
+{
+    constexpr int FontPixels = 25;
+    return std::make_unique<QImage>(
+        makeTextImage(QSize(DesignWidth, DesignHeight) * scale, tr("Waiting for game data"),
+                      {FontPixels * scale, Qt::AlignHCenter | Qt::AlignVCenter, false}));
+}
+
+void DashboardEngine::setMotionProfileName(const QString &name)
+{
+    const LockGuard guard(snapshotLock);
+    snapshot.motionProfileName = name;
+    snapshot.dirty = true;
+}
+
+void DashboardEngine::setTuneInfo(const QString &group, const QString &name, const TuneValue &value)
+{
+    const LockGuard guard(snapshotLock);
+    TuneInfo &tune = snapshot.tune;
+    tune.group = group;
+    tune.name = name;
+    tune.valueName = value.valueName;
+    tune.valueMin = value.valueMin;
+    tune.valueMax = value.valueMax;
+    tune.valueCurrent = value.valueCurrent;
+    tune.valueIsInteger = value.valueIsInteger;
+    tune.reservedFlagA = value.reservedFlagA;
+    tune.reservedFlagB = value.reservedFlagB;
+    ++tune.changeCounter;
+    snapshot.dirty = true;
+}
+
+void DashboardEngine::startTimer()
+{
+    if (shuttingDown)
+        return;
+    if (!timer->isActive())
+        timer->start();
+    timerRunning = true;
+}
+
+void DashboardEngine::stopTimer()
+{
+    timer->stop();
+    timerRunning = false;
+}
+
+/// Watches the dashboard's file and nothing else. Whatever order changes of the file arrive in, the
+/// last run of this leaves the watcher on the newest. Engine's thread.
+void DashboardEngine::watchDashboardFile()
+{
+    watchQueued = false;
+    const LockGuard guard(fileLock);
+    const QStringList watched = fileWatcher->files();
+    if (!watched.isEmpty())
+        fileWatcher->removePaths(watched);
+    if (!dashboardFile.isEmpty())
+        fileWatcher->addPath(dashboardFile);
+}
+
+void DashboardEngine::render()
+{
+    if (!loadIfPending()) {
+        stopTimer();
+        return;
+    }
+    if (publishIfDirty()) {
+        idleTicks = 0;
+    } else if (idleTicks < MaximumIdleTicks) {
+        ++idleTicks;
+        return;
+    }
+    if (!consumersPresent || idleTicks == MaximumIdleTicks) {
+        stopTimer();
+        return;
+    }
+    renderPass();
+}
+
+/// False when there is nothing to render: no document, or one that failed to load just now.
+bool DashboardEngine::loadIfPending()
+{
+    QString path;
+    bool pending = false;
+    {
+        const LockGuard guard(fileLock);
+        path = dashboardFile;
+        pending = reloadPending;
+        reloadPending = false;
+    }
+    if (path.isEmpty())
+        return false;
+    if (!pending || renderer == nullptr || renderer->load(path, DesignWidth, DesignHeight))
+        return true;
+
+    qCritical().noquote() << "Dashboard: Failed to load:" << QDir::toNativeSeparators(path);
+    const QStringList errors = renderer->errors();
+    for (const QString &error : errors)
+        qCritical().noquote() << error;
+    return false;
+}
+
+/// Whether anything has come since the last tick. If so, the renderer has it now.
+bool DashboardEngine::publishIfDirty()
+{
+    TelemetrySnapshot published;
+    {
+        const LockGuard guard(snapshotLock);
+        if (!snapshot.dirty)
+            return false;
+        snapshot.dirty = false;
+        if (renderer == nullptr)
+            return true;
+        published = snapshot;
+    }
+    // Outside the lock, so that slow bindings never hold up the thread that delivers telemetry.
+    renderer->publishTelemetry(published.vehicle, published.limits, published.extended,
+                               published.motionProfileName, published.tune, SteeringSmoothing,
+                               useMph, false, published.paused);
+    return true;
+}
+
+void DashboardEngine::renderPass()
+{
+    const quint64 now = sources.clock();
+    const LockGuard guard(consumersLock);
+    for (auto entry = consumers.begin(); entry != consumers.end();) {
+        IDashboardConsumer &consumer = *entry->first;
+        const bool upsideDown = consumer.isUpsideDown();
+        const int width = std::max(consumer.frameWidth(), 1);
+        const int height = std::max(consumer.frameHeight(), 1);
+        const quint64 seen = consumer.lastActivity();
+        if (seen != 0 && now > seen && now - seen > ExpiryMs) {
+            entry = consumers.erase(entry);
+            consumersPresent = !consumers.empty();
+            continue;
+        }
+        serve(consumer, entry->second, width, height, upsideDown);
+        ++entry;
+    }
+}
+
+void DashboardEngine::serve(IDashboardConsumer &consumer, ConsumerSlot &slot, int width, int height,
+                            bool upsideDown)
+{
+    try {
+        if (renderer == nullptr) {
+            deliverMessage(consumer, slot, width, height, upsideDown);
+            return;
+        }
+        // A side of exactly 1 is what no size at all was clamped to.
+        if (width == 1 || height == 1 ||
+            !renderer->renderFrame(slot.pixels, width, height, upsideDown)) {
+            slot.pixels.clear();
+            slot.pixels.resize(frameBytes(width, height));
+        }
+        consumer.deliverFrame(slot.pixels, width);
+    } catch (const std::bad_alloc &) {
+        slot.pixels = Frame(); // A frame beyond memory; the other consumers are served as usual.
+    } catch (const std::length_error &) {
+        slot.pixels = Frame();
+    }
+}
+
+/// The picture of an engine without renderers. Painting text is slow, so a consumer that left the
+/// vector as it was keeps what it has.
+void DashboardEngine::deliverMessage(IDashboardConsumer &consumer, ConsumerSlot &slot, int width,
+                                     int height, bool upsideDown)
+{
+    const std::size_t bytes = frameBytes(width, height);
+    if (slot.messageShown && slot.pixels.size() == bytes)
+        return;
+
+    constexpr int FontShare = 25;
+    constexpr int SmallestFont = 10;
+    const QImage image =
+        makeTextImage(QSize(width, height), tr("Dashboard requires hardware acceleration"),
+                      {std::max(width / FontShare, SmallestFont),
+                       Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextWordWrap, upsideDown});
+    slot.pixels.resize(bytes);
+    if (image.isNull())
+        std::fill(slot.pixels.begin(), slot.pixels.end(), 0);
+    else
+        std::copy_n(image.constBits(), bytes, slot.pixels.begin());
+    slot.messageShown = true;
+    consumer.deliverFrame(slot.pixels, width);
+}

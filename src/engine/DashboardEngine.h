@@ -1,0 +1,110 @@
+#pragma once
+
+#include "plugin/Frame.h"
+#include "plugin/IDashboardEngine.h"
+#include "plugin/TelemetryRecords.h"
+#include "support/Lock.h"
+
+#include <QtCore/QObject>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <unordered_map>
+
+class QFileSystemWatcher;
+class QTimer;
+
+/// Where the engine gets its time and its renderers from. A test puts its own in.
+struct EngineSources
+{
+    std::function<quint64()> clock; ///< Milliseconds, never going back.
+    std::function<std::unique_ptr<IDashboardRenderer>()> makeRenderer;
+
+    /// The product's: the system's steady clock and `DashboardRenderer`.
+    static EngineSources standard();
+};
+
+/// All that is published, as it was reported last.
+struct TelemetrySnapshot
+{
+    VehicleTelemetry vehicle{};
+    DisplayLimits limits{};
+    ExtendedTelemetry extended{};
+    bool paused = false;
+    bool dirty = false; ///< Something has come since the last tick.
+    QString motionProfileName;
+    TuneInfo tune;
+};
+
+/// The engine behind `IDashboardEngine`. Telemetry is stored, never queued; the timer that consumes
+/// it runs only while there is something to show; and all that touches QML or OpenGL stays on the
+/// thread that built the engine, while other threads only copy data under short locks and set
+/// flags.
+class DashboardEngine : public QObject, public IDashboardEngine
+{
+    Q_OBJECT
+
+public:
+    DashboardEngine(bool useMph, bool hardwareAcceleration,
+                    const EngineSources &sources = EngineSources::standard());
+    ~DashboardEngine() override;
+
+    void updateTelemetry(const VehicleTelemetry &vehicle, const DisplayLimits &limits,
+                         const ExtendedTelemetry &extended, bool paused) override;
+    void setDashboardFile(const QString &path) override;
+    void shutdown() override;
+    std::unique_ptr<IDashboardRenderer> createRenderer() override;
+    void addConsumer(IDashboardConsumer *consumer) override;
+    void removeConsumer(IDashboardConsumer *consumer) override;
+    bool hasConsumers() override;
+    std::unique_ptr<QImage> createWaitingImage(int scale) override;
+    void setMotionProfileName(const QString &name) override;
+    void setTuneInfo(const QString &group, const QString &name, const TuneValue &value) override;
+
+Q_SIGNALS:
+    /// Wakes the timer from whichever thread telemetry came on.
+    void startTimerAsync();
+
+private Q_SLOTS:
+    void render();
+    void startTimer();
+
+private:
+    struct ConsumerSlot
+    {
+        Frame pixels;              ///< The frame being built; the consumer may swap it.
+        bool messageShown = false; ///< The message picture was delivered.
+    };
+
+    bool loadIfPending();
+    bool publishIfDirty();
+    void stopTimer();
+    void watchDashboardFile();
+    void renderPass();
+    void serve(IDashboardConsumer &consumer, ConsumerSlot &slot, int width, int height,
+               bool upsideDown);
+    void deliverMessage(IDashboardConsumer &consumer, ConsumerSlot &slot, int width, int height,
+                        bool upsideDown);
+
+    const EngineSources sources;
+    std::unique_ptr<QTimer> timer;
+    QFileSystemWatcher *fileWatcher = nullptr;
+    QMetaObject::Connection startTimerConnection;
+    std::unique_ptr<IDashboardRenderer> renderer;
+    std::atomic<bool> shuttingDown{false};
+    std::atomic<bool> consumersPresent{false};
+    std::atomic<bool> filePresent{false};
+    std::atomic<bool> timerRunning{false};
+    std::atomic<bool> watchQueued{false};
+    const bool hardwareAcceleration;
+    std::atomic<int> idleTicks{0};
+    Lock consumersLock;
+    std::unordered_map<IDashboardConsumer *, ConsumerSlot> consumers;
+    Lock fileLock;
+    QString dashboardFile;
+    bool reloadPending = false;
+    const bool useMph;
+    TelemetrySnapshot snapshot;
+    Lock snapshotLock;
+};
