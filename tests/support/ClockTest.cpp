@@ -1,3 +1,4 @@
+#include "support/FakeCounter.h"
 #include "support/MonotonicClock.h"
 #include "support/Stopwatch.h"
 
@@ -6,29 +7,6 @@
 #include <limits>
 
 namespace {
-
-/// A counter that says what the test wants.
-class FakeCounter final : public platform::Counter
-{
-public:
-    std::int64_t countsPerSecond = 1000;
-    std::int64_t count = 0;
-    bool hasFrequency = true;
-    bool readable = true;
-    std::uint64_t ticks = 77;
-
-    bool frequency(std::int64_t &value) const override
-    {
-        value = countsPerSecond;
-        return hasFrequency;
-    }
-    bool read(std::int64_t &value) const override
-    {
-        value = count;
-        return readable;
-    }
-    std::uint64_t tickCount() const override { return ticks; }
-};
 
 constexpr std::int64_t Largest = std::numeric_limits<std::int64_t>::max();
 
