@@ -1,0 +1,20 @@
+#include "plugin/Exports.h"
+
+#include "engine/DashboardEngine.h"
+#include "views/DashboardFadeInOut.h"
+
+#include <QtCore/QDebug>
+
+IDashboardEngine *CreateE(bool useMph, bool hardwareAcceleration)
+{
+    return std::make_unique<DashboardEngine>(useMph, hardwareAcceleration).release();
+}
+
+void Init(INavigationService *navigation, IDashboardEngine *engine)
+{
+    if (navigation == nullptr || engine == nullptr) {
+        qCritical().noquote() << "DASHUI: Null pointer";
+        return;
+    }
+    DashboardFadeInOut::registerType();
+}
