@@ -72,7 +72,11 @@ QmlOffscreenRenderer::QmlOffscreenRenderer()
             errorLog.append(warning.toString());
     });
     defaultImportPaths = engine->importPathList();
-    engine->rootContext()->setContextProperty(QStringLiteral("ctx"), engine->rootContext());
+
+    QQmlContext *rootContext = engine->rootContext();
+    rootContext->setContextProperty(QStringLiteral("ctx"), rootContext);
+    // A context forgets a property whose object dies. Its own death would make it do so too late.
+    disconnect(rootContext, &QObject::destroyed, rootContext, nullptr);
 }
 
 QmlOffscreenRenderer::~QmlOffscreenRenderer()
