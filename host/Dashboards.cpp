@@ -1,0 +1,38 @@
+#include "Dashboards.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+
+namespace {
+
+QString documentIn(const QString &directory)
+{
+    return directory + QStringLiteral("/Dash.qml");
+}
+
+} // namespace
+
+Dashboards::Dashboards(const QString &root)
+    : root(root)
+{
+}
+
+QStringList Dashboards::names() const
+{
+    QStringList found = QDir(root).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    found.erase(std::remove_if(found.begin(), found.end(),
+                               [this](const QString &name) {
+                                   return !QFileInfo::exists(
+                                       documentIn(root + QLatin1Char('/') + name));
+                               }),
+                found.end());
+    return found;
+}
+
+QString Dashboards::documentFor(const QString &fileOrName) const
+{
+    const QFileInfo file(fileOrName);
+    if (!file.isFile() && names().contains(fileOrName))
+        return documentIn(root + QLatin1Char('/') + fileOrName);
+    return file.absoluteFilePath();
+}

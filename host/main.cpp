@@ -1,0 +1,37 @@
+#include "Options.h"
+#include "Session.h"
+#include "Terminal.h"
+
+#include <QtGui/QGuiApplication>
+
+#include <cstdio>
+
+int main(int argc, char *argv[])
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+
+    // Before the application object, which needs a display: help must not.
+    const ParsedOptions parsed = parseOptions(arguments);
+    switch (parsed.outcome) {
+    case ParsedOptions::Outcome::Print:
+        std::fputs(qUtf8Printable(parsed.text), stdout);
+        return 0;
+    case ParsedOptions::Outcome::Fail:
+        std::fprintf(stderr, "gauge-host: %s See gauge-host --help.\n",
+                     qUtf8Printable(parsed.text));
+        return 2;
+    case ParsedOptions::Outcome::Run:
+        break;
+    }
+    if (!hasDisplay()) {
+        std::fputs("gauge-host: There is no display. Set DISPLAY, or start it under xvfb-run.\n",
+                   stderr);
+        return 1;
+    }
+
+    const QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("gauge-host"));
+    return runSession(parsed.options);
+}

@@ -1,0 +1,163 @@
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QImage>
+#include <QtTest/QtTest>
+
+namespace {
+
+struct Run
+{
+    int exitCode = -1;
+    QString output;
+    QString errors;
+};
+
+Run runHost(const QStringList &arguments, const QMap<QString, QString> &environment = {})
+{
+    QProcess process;
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    for (auto variable = environment.begin(); variable != environment.end(); ++variable) {
+        if (variable.value().isNull())
+            variables.remove(variable.key());
+        else
+            variables.insert(variable.key(), variable.value());
+    }
+    process.setProcessEnvironment(variables);
+    process.start(QStringLiteral(GAUGE_HOST), arguments);
+    constexpr int LongestRunMs = 120'000;
+    if (!process.waitForFinished(LongestRunMs) || process.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+QStringList framesIn(const QTemporaryDir &folder)
+{
+    return QDir(folder.path()).entryList({QStringLiteral("frame-*.png")}, QDir::Files, QDir::Name);
+}
+
+int coloursIn(const QImage &image)
+{
+    QSet<QRgb> colours;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            colours.insert(image.pixel(x, y));
+    }
+    return colours.size();
+}
+
+} // namespace
+
+class ProgramTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void helpAndVersionNeedNoDisplay()
+    {
+        const QMap<QString, QString> noDisplay{{QStringLiteral("DISPLAY"), QString()},
+                                               {QStringLiteral("WAYLAND_DISPLAY"), QString()},
+                                               {QStringLiteral("QT_QPA_PLATFORM"), QString()}};
+        QCOMPARE(runHost({QStringLiteral("--help")}, noDisplay).exitCode, 0);
+        QCOMPARE(runHost({QStringLiteral("--version")}, noDisplay).exitCode, 0);
+        const Run window = runHost({}, noDisplay);
+        QCOMPARE(window.exitCode, 1);
+        QVERIFY(window.errors.contains(QStringLiteral("no display")));
+    }
+
+    void aWrongArgumentIsOneLineAndExitCode2()
+    {
+        const Run run = runHost({QStringLiteral("--size"), QStringLiteral("huge")});
+        QCOMPARE(run.exitCode, 2);
+        QCOMPARE(run.errors.count(QLatin1Char('\n')), 1);
+        QVERIFY(run.errors.contains(QStringLiteral("'huge'")));
+    }
+
+    void framesOfTheShippedDashboardAreWritten()
+    {
+        const QTemporaryDir folder;
+        const Run run =
+            runHost({QStringLiteral("--frames"), folder.path(), QStringLiteral("--count"),
+                     QStringLiteral("3"), QStringLiteral("--size"), QStringLiteral("960x544")});
+        QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+        QCOMPARE(run.errors, QString());
+        QVERIFY2(run.output.startsWith(QStringLiteral("3 frames, 960x544 pixels, ")),
+                 qPrintable(run.output));
+        QCOMPARE(run.output.count(QLatin1Char('\n')), 1);
+        QCOMPARE(framesIn(folder).size(), 3);
+        const QImage frame(folder.filePath(framesIn(folder).constLast()));
+        QCOMPARE(frame.size(), QSize(960, 544));
+        QVERIFY(coloursIn(frame) > 50);
+    }
+
+    void anUpsideDownFrameStandsOnItsHead()
+    {
+        const QTemporaryDir folder;
+        const QString document = folder.filePath(QStringLiteral("Dash.qml"));
+        QFile file(document);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("import QtQuick 2.15\n"
+                   "Rectangle { width: 480; height: 272; color: 'red'\n"
+                   "  Rectangle { width: 240; height: 136; color: 'blue' } }\n");
+        file.close();
+        const Run run =
+            runHost({QStringLiteral("--frames"), folder.path(), QStringLiteral("--count"),
+                     QStringLiteral("1"), QStringLiteral("--upside-down"),
+                     QStringLiteral("--dashboard"), document});
+        QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+        const QImage frame(folder.filePath(framesIn(folder).constFirst()));
+        QCOMPARE(frame.pixelColor(10, 10), QColor(Qt::red));
+        QCOMPARE(frame.pixelColor(470, 262), QColor(Qt::blue));
+    }
+
+    void withoutAccelerationEveryFrameIsTheMessage()
+    {
+        const QTemporaryDir folder;
+        const Run run =
+            runHost({QStringLiteral("--frames"), folder.path(), QStringLiteral("--count"),
+                     QStringLiteral("4"), QStringLiteral("--no-acceleration")});
+        QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+        const QStringList frames = framesIn(folder);
+        QCOMPARE(frames.size(), 4);
+        const QImage first(folder.filePath(frames.constFirst()));
+        QCOMPARE(first.pixelColor(0, 0), QColor(Qt::black));
+        QVERIFY(coloursIn(first) > 1);
+        QCOMPARE(QImage(folder.filePath(frames.constLast())), first);
+    }
+
+    void aBrokenDocumentPrintsItsErrorsAndExitsWith1_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("syntax") << QByteArray("import QtQuick 2.15\nItem {");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("unknown name")
+            << QByteArray("import QtQuick 2.15\nItem { width: dash_noSuchThing }\n");
+    }
+
+    void aBrokenDocumentPrintsItsErrorsAndExitsWith1()
+    {
+        QFETCH(QByteArray, content);
+        const QTemporaryDir folder;
+        const QString document = folder.filePath(QStringLiteral("broken dash.qml"));
+        QFile file(document);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+        const Run run = runHost(
+            {QStringLiteral("--frames"), folder.path(), QStringLiteral("--dashboard"), document});
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY(run.errors.contains(QStringLiteral("Dashboard: Failed to load: ") + document));
+        QVERIFY2(run.errors.count(QLatin1Char('\n')) >= 2, qPrintable(run.errors));
+        QVERIFY(framesIn(folder).isEmpty());
+    }
+
+    void aDirectoryThatCannotBeMadeExitsWith1()
+    {
+        const Run run = runHost({QStringLiteral("--frames"), QStringLiteral("/dev/null/frames")});
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY(run.errors.contains(QStringLiteral("/dev/null/frames")));
+    }
+};
+
+QTEST_GUILESS_MAIN(ProgramTest)
+#include "ProgramTest.moc"
