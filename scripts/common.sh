@@ -1,0 +1,58 @@
+# Shared by the commands of this repository; sourced, never run.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+run_packages=(
+  g++ cmake ninja-build
+  qtbase5-dev qtdeclarative5-dev qtquickcontrols2-5-dev
+  qml-module-qtqml qml-module-qtquick2 qml-module-qtquick-controls2
+  qml-module-qtquick-templates2 qml-module-qtquick-window2 qml-module-qtquick-layouts
+  qml-module-qtquick-shapes
+  libgl1-mesa-dri libgl-dev fonts-dejavu-core xvfb xauth imagemagick
+)
+test_packages=(
+  clang clang-format clang-tidy clazy qtdeclarative5-dev-tools binutils
+)
+bench_packages=(libbenchmark-dev)
+
+# Installs those of the named Debian packages that are missing. Quick when none is.
+install_packages() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  echo "Installing: ${missing[*]}"
+  local sudo=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null ||
+      { echo "These packages need root or sudo to install: ${missing[*]}" >&2; return 1; }
+    sudo=(sudo)
+  fi
+  "${sudo[@]}" apt-get -qq update
+  "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get -qq -y --no-install-recommends install "${missing[@]}" >/dev/null
+}
+
+# Configures and builds a preset. Its output shows only if it fails or takes part in a long build.
+build_preset() {
+  local preset=$1
+  (
+    cd "$root"
+    if [ ! -f "build/$preset/build.ninja" ]; then
+      echo "Configuring the $preset build in build/$preset"
+      cmake --preset "$preset" >/dev/null
+    fi
+    NINJA_STATUS="[%f of %t] " cmake --build --preset "$preset"
+  )
+}
+
+has_display() {
+  [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]
+}
+
+# Runs a command on a virtual screen of its own.
+on_virtual_screen() {
+  xvfb-run -a -s "-screen 0 1600x1000x24 -nolisten tcp" "$@"
+}
