@@ -1,0 +1,16 @@
+#pragma once
+
+#include "BareScene.h"
+
+#include "telemetry/TelemetrySource.h"
+
+#include <vector>
+
+/// A moment of the demo lap.
+TelemetrySample demoSample(double seconds);
+
+/// A second of the demo lap, a sample for each tick of the engine.
+std::vector<TelemetrySample> demoSamples();
+
+/// The properties that the library publishes for those samples.
+std::vector<Properties> demoMoments();

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+
+/// Prints the medians as they come, and at the end each "NAME/ours" against its "NAME/bare".
+class RatioReporter final : public benchmark::ConsoleReporter
+{
+public:
+    RatioReporter()
+        : ConsoleReporter(OO_None)
+    {
+    }
+
+    void ReportRuns(const std::vector<Run> &runs) override;
+    void Finalize() override;
+
+private:
+    std::map<std::string, double> medians; ///< Nanoseconds, by name.
+};
