@@ -18,8 +18,10 @@ public:
     QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override
     {
         requests << QStringLiteral("%1 %2").arg(id).arg(requestedSize.width());
+        // Like the editor's provider, it names the nominal size whatever it has drawn.
         *size = QSize(480, 272);
-        QImage image(*size, QImage::Format_ARGB32_Premultiplied);
+        const int width = requestedSize.width() > 0 ? requestedSize.width() : size->width();
+        QImage image(width, width * 272 / 480, QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::darkGray);
         return image;
     }

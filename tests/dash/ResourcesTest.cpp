@@ -10,6 +10,7 @@ private Q_SLOTS:
     void documentsAreThereWithoutAnyCall_data()
     {
         QTest::addColumn<QString>("path");
+        QTest::newRow("editor") << QStringLiteral(":/dash/qml/DashboardEditor.qml");
         QTest::newRow("window") << QStringLiteral(":/dash/qml/DashboardWindow.qml");
         QTest::newRow("panel") << QStringLiteral(":/dash/qml/DashboardSysPanel.qml");
     }

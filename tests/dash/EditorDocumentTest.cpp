@@ -1,0 +1,217 @@
+#include "dash/HostedDocument.h"
+
+#include <QtTest/QtTest>
+
+#include <utility>
+#include <vector>
+
+namespace {
+
+struct EditorDocument : HostedDocument
+{
+    explicit EditorDocument(double scale = 1.0)
+        : HostedDocument(QStringLiteral("qrc:/dash/qml/DashboardEditor.qml"),
+                         QStringLiteral("dashEditor"), scale)
+    {
+        root->setSize(QSizeF(900, 765) * scale);
+    }
+
+    QQuickItem *find(const char *text) const
+    {
+        QQuickItem *item = withText(root.get(), QLatin1String(text));
+        if (!item)
+            qFatal("no item says \"%s\"", text);
+        return item;
+    }
+
+    /// The item that stands `distance` places behind the one with this text.
+    QQuickItem *behind(const char *text, int distance) const
+    {
+        const QQuickItem *item = find(text);
+        const QList<QQuickItem *> row = item->parentItem()->childItems();
+        return row.at(row.indexOf(const_cast<QQuickItem *>(item)) + distance);
+    }
+    QQuickItem *slider(const char *caption) const { return behind(caption, 1); }
+    QQuickItem *previewFrame() const { return behind(FirstRow, 3); }
+
+    static constexpr const char *FirstRow = "Path to dashboard file:";
+};
+
+} // namespace
+
+class EditorDocumentTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theStartSetsTheSizesAndLoadsWithoutAWarning()
+    {
+        EditorDocument document(2.0);
+        // Nothing else is called: the model's own seeds stand until a control is touched.
+        QCOMPARE(document.takeCalls(), QStringList({QStringLiteral("setInitialSize(1800, 1530)")}));
+        QCOMPARE(document.hostWindow()->property("minimumWidth").toInt(), 1800);
+        QCOMPARE(document.hostWindow()->property("minimumHeight").toInt(), 1530);
+        QCOMPARE(document.root->property("title").toString(), QStringLiteral("Dashboard Editor"));
+        QVERIFY(document.root->property("helpButtonVisible").toBool());
+        QVERIFY(!document.root->property("minimizeButtonVisible").toBool());
+        QVERIFY(document.find("dash_a\ndash_b")->property("readOnly").toBool());
+        QCOMPARE(document.warnings, QStringList());
+    }
+
+    void windowAndBarReachTheHost()
+    {
+        EditorDocument document;
+        document.takeCalls();
+        QMetaObject::invokeMethod(document.root.get(), "helpClicked");
+        QMetaObject::invokeMethod(document.root.get(), "closeClicked");
+        QMetaObject::invokeMethod(document.find("OK"), "clicked");
+        QQuickItem *note = document.find(
+            "<strong>NOTE:</strong> Above controls are only for preview purpose. If you wish to "
+            "use mph (miles) instead of km/h during gameplay, change units in "
+            "<a href='#'>Configuration</a>.");
+        QMetaObject::invokeMethod(note, "linkActivated", Q_ARG(QString, QStringLiteral("#")));
+        QCOMPARE(document.takeCalls(),
+                 QStringList({QStringLiteral("showView(HelpBrowser, dashboards)"),
+                              QStringLiteral("ok()"), QStringLiteral("ok()"),
+                              QStringLiteral("showView(SoftwareConfiguration)")}));
+    }
+
+    void theBrowseButtonTakesOverAChosenFileOnly()
+    {
+        EditorDocument document;
+        document.takeCalls();
+        QObject *model = document.viewModel();
+        model->setProperty("path", QStringLiteral("old.qml"));
+        QMetaObject::invokeMethod(document.find("..."), "clicked");
+        QCOMPARE(model->property("path").toString(), QStringLiteral("old.qml"));
+        QCOMPARE(document.takeCalls(),
+                 QStringList({QStringLiteral("getExistingFile(true, Select main dashboard QML "
+                                             "file, Main QML file (*.qml), old.qml)")}));
+        document.host->setProperty("chosenFile", QStringLiteral("new.qml"));
+        QMetaObject::invokeMethod(document.find("..."), "clicked");
+        QCOMPARE(model->property("path").toString(), QStringLiteral("new.qml"));
+        QVERIFY(document.find("new.qml")->property("readOnly").toBool());
+    }
+
+    void theCodeButtonNeedsAPath()
+    {
+        EditorDocument document;
+        document.takeCalls();
+        QQuickItem *code = document.find("Code");
+        QVERIFY(!code->isEnabled());
+        document.viewModel()->setProperty("path", QStringLiteral("Dash.qml"));
+        QVERIFY(code->isEnabled());
+        QMetaObject::invokeMethod(code, "clicked");
+        QCOMPARE(document.takeCalls(), QStringList({QStringLiteral("openCode()")}));
+    }
+
+    void slidersHaveTheirRangesAndReachTheModel_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<QList<double>>("range");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("call");
+        const auto row = [](const char *caption, const QList<double> &range, const char *shown,
+                            const char *call) {
+            QTest::newRow(caption) << QString::fromLatin1(caption) << range
+                                   << QString::fromLatin1(shown) << QString::fromLatin1(call);
+        };
+        row("Steering rotation:", {-100, 100, 0}, "42 [%]", "setRotation(42)");
+        row("Gas pedal:", {0, 100, 0}, "42 [%]", "setGasPedal(42)");
+        row("Brake pedal:", {0, 100, 0}, "42 [%]", "setBrakePedal(42)");
+        row("Clutch pedal:", {0, 100, 0}, "42 [%]", "setClutchPedal(42)");
+        row("RPM:", {0, 13000, 700}, "42", "setRpm(42, 13000)");
+        row("Max RPM:", {4000, 13000, 13000}, "42", "setRpm(700, 42)");
+    }
+
+    void slidersHaveTheirRangesAndReachTheModel()
+    {
+        QFETCH(QString, caption);
+        QFETCH(QList<double>, range);
+        QFETCH(QString, shown);
+        QFETCH(QString, call);
+        EditorDocument document;
+        document.takeCalls();
+        const QByteArray text = caption.toLatin1();
+        QQuickItem *slider = document.slider(text.constData());
+        QCOMPARE(slider->property("minimumValue").toDouble(), range[0]);
+        QCOMPARE(slider->property("maximumValue").toDouble(), range[1]);
+        QCOMPARE(slider->property("value").toDouble(), range[2]);
+        QCOMPARE(slider->property("stepSize").toDouble(), 1.0);
+        slider->setProperty("value", 42);
+        QCOMPARE(document.takeCalls(), QStringList({call}));
+        QCOMPARE(document.behind(text.constData(), 2)->property("text").toString(), shown);
+    }
+
+    void theLimitOfTheRpmFollowsTheMaxRpm()
+    {
+        EditorDocument document;
+        document.slider("Max RPM:")->setProperty("value", 5000);
+        QCOMPARE(document.slider("RPM:")->property("maximumValue").toDouble(), 5000.0);
+    }
+
+    void checkBoxesReachTheModel()
+    {
+        EditorDocument document;
+        document.takeCalls();
+        const std::vector<std::pair<const char *, const char *>> boxes = {
+            {"Show debug markers", "setShowMarkets"},
+            {"Show system panel", "setSystemPanel"},
+            {"Pause", "setPaused"},
+            {"Use mph instead of km/h", "setUseMph"},
+            {"Session flag - yellow", "setYellowFlag"},
+            {"Session flag - blue", "setBlueFlag"},
+            {"Session flag - black", "setBlackFlag"},
+            {"Session flag - black/white", "setBlackAndWhiteFlag"},
+            {"DRS Available", "setDrsAvailable"}};
+        for (const auto &[text, invokable] : boxes) {
+            QQuickItem *box = document.find(text);
+            QVERIFY(!box->property("checked").toBool());
+            box->setProperty("checked", true);
+            box->setProperty("checked", false);
+            const QString name = QString::fromLatin1(invokable);
+            QCOMPARE(document.takeCalls(), QStringList({name + QStringLiteral("(true)"),
+                                                        name + QStringLiteral("(false)")}));
+        }
+    }
+
+    void thePreviewTakesTheLargestSizeThatFits_data()
+    {
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<QSizeF>("size");
+        QTest::addColumn<QSizeF>("frame");
+        // The side panel and its margin take 266 of the width.
+        QTest::newRow("narrow and tall") << 1.0 << QSizeF(266 + 427, 1500) << QSizeF(427, 240);
+        QTest::newRow("wide and low") << 1.0 << QSizeF(2000, 535 + 120) << QSizeF(213.5, 120);
+        QTest::newRow("scaled") << 2.0 << QSizeF(3000, (535 + 240) * 2) << QSizeF(854, 480);
+    }
+
+    void thePreviewTakesTheLargestSizeThatFits()
+    {
+        QFETCH(double, scale);
+        QFETCH(QSizeF, size);
+        QFETCH(QSizeF, frame);
+        EditorDocument document(scale);
+        document.root->setSize(size);
+        const QSizeF actual = document.previewFrame()->size();
+        QVERIFY2(qFuzzyCompare(actual.width(), frame.width()) &&
+                     qFuzzyCompare(actual.height(), frame.height()),
+                 qPrintable(QStringLiteral("%1 x %2").arg(actual.width()).arg(actual.height())));
+    }
+
+    void everyNewFrameMakesANewRequestAtTheWidthOfThePreview()
+    {
+        EditorDocument document;
+        document.root->setSize({2000, 535 + 480});
+        document.imageRequests.clear();
+        QMetaObject::invokeMethod(document.viewModel(), "previewChanged");
+        QMetaObject::invokeMethod(document.viewModel(), "previewChanged");
+        QCOMPARE(document.imageRequests, QStringList({QStringLiteral("preview?id=true 854"),
+                                                      QStringLiteral("preview?id=false 854")}));
+        QCOMPARE(document.previewFrame()->childItems().constFirst()->size(), QSizeF(854, 483));
+        QCOMPARE(document.warnings, QStringList());
+    }
+};
+
+QTEST_MAIN(EditorDocumentTest)
+#include "EditorDocumentTest.moc"
