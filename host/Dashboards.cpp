@@ -3,6 +3,9 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 QString documentIn(const QString &directory)
@@ -12,8 +15,8 @@ QString documentIn(const QString &directory)
 
 } // namespace
 
-Dashboards::Dashboards(const QString &root)
-    : root(root)
+Dashboards::Dashboards(QString root)
+    : root(std::move(root))
 {
 }
 

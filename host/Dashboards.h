@@ -7,7 +7,7 @@
 class Dashboards
 {
 public:
-    explicit Dashboards(const QString &root);
+    explicit Dashboards(QString root);
 
     /// The names, sorted.
     QStringList names() const;

@@ -14,8 +14,8 @@ constexpr int MaximumWaiting = 8; ///< Frames in memory that wait for their enco
 
 } // namespace
 
-FrameRecorder::FrameRecorder(const QString &directory, int count, QSize size, bool upsideDown)
-    : directory(directory)
+FrameRecorder::FrameRecorder(QString directory, int count, QSize size, bool upsideDown)
+    : directory(std::move(directory))
     , count(count)
     , size(size)
     , upsideDown(upsideDown)

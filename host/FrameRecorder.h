@@ -19,7 +19,7 @@ class FrameRecorder final : public QObject, public IDashboardConsumer
 
 public:
     /// `directory` must exist. `size` is in pixels.
-    FrameRecorder(const QString &directory, int count, QSize size, bool upsideDown);
+    FrameRecorder(QString directory, int count, QSize size, bool upsideDown);
     ~FrameRecorder() override;
 
     int frameWidth() override { return size.width(); }

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -39,9 +40,8 @@ EngineSources EngineSources::standard()
     return {monotonicMilliseconds, [] { return std::make_unique<DashboardRenderer>(); }};
 }
 
-DashboardEngine::DashboardEngine(bool useMph, bool hardwareAcceleration,
-                                 const EngineSources &sources)
-    : sources(sources)
+DashboardEngine::DashboardEngine(bool useMph, bool hardwareAcceleration, EngineSources sources)
+    : sources(std::move(sources))
     , timer(std::make_unique<QTimer>())
     , hardwareAcceleration(hardwareAcceleration)
     , useMph(useMph)

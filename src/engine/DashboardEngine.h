@@ -47,7 +47,7 @@ class DashboardEngine : public QObject, public IDashboardEngine
 
 public:
     DashboardEngine(bool useMph, bool hardwareAcceleration,
-                    const EngineSources &sources = EngineSources::standard());
+                    EngineSources sources = EngineSources::standard());
     ~DashboardEngine() override;
 
     void updateTelemetry(const VehicleTelemetry &vehicle, const DisplayLimits &limits,

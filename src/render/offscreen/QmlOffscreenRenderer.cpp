@@ -215,7 +215,7 @@ QmlOffscreenRenderer::createItem(std::unique_ptr<QQmlComponent> component)
         errorLog.append(QStringLiteral("Failed to create QQuickItem"));
         return nullptr;
     }
-    object.release(); // The same object, handed on under its other type.
+    static_cast<void>(object.release()); // The same object, handed on under its other type.
     return std::unique_ptr<QQuickItem>(item);
 }
 
@@ -236,7 +236,7 @@ void QmlOffscreenRenderer::fitRootItem(int width, int height)
     }
     const qreal rootWidth = rootItem->width();
     if (rootWidth != 0)
-        rootItem->setScale(qreal{static_cast<float>(width)} / rootWidth);
+        rootItem->setScale(static_cast<qreal>(static_cast<float>(width)) / rootWidth);
     rootItem->setPosition(QPointF((width - rootWidth) * 0.5, (height - rootItem->height()) * 0.5));
 }
 
