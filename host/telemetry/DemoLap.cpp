@@ -218,7 +218,6 @@ void DemoLap::advance()
     const double place = circuit.wrapped(state.car.distance);
     const RoadPoint road = circuit.at(state.car.distance);
     callIn(place);
-    useWing(place);
     const Controls controls = control(road, place);
 
     const double before = state.car.distance;
@@ -228,6 +227,7 @@ void DemoLap::advance()
     ++state.steps;
     timing.advance(state.times, before, state.car.distance, start, timeOf(state));
     state.stintLaps += state.times.completed - lap;
+    useWing(circuit.wrapped(state.car.distance));
     state.over = state.over || state.steps >= LongestSteps;
     if (state.steps == checkpoints.size() * CheckpointSteps)
         checkpoints.push_back(state);
@@ -316,7 +316,7 @@ void DemoLap::fillMotion(VehicleTelemetry &vehicle, const RoadPoint &road) const
     vehicle.engineLoadPercent = percent(car.engineLoad);
     vehicle.fuelLevelPercent = percent(car.fuelKg / VehicleModel::TankKg);
     vehicle.heaveG = static_cast<float>(car.heave / Gravity);
-    vehicle.swayG = static_cast<float>(car.sway / Gravity);
+    vehicle.swayG = static_cast<float>(road.curvature * car.speed * car.speed / Gravity);
     vehicle.surgeG = static_cast<float>(car.surge / Gravity);
     vehicle.altitudeAboveGroundM = static_cast<float>(car.rideHeight);
     vehicle.altitudeAboveSeaLevelM = static_cast<float>(road.elevation + car.rideHeight);

@@ -11,7 +11,7 @@ namespace {
 constexpr double FastestSpeed = 95;    // m/s, more than the car can do
 constexpr double NominalMass = 1300;   // kg
 constexpr double CornerMargin = 0.97;  // of the speed at the edge of grip
-constexpr double BrakingMargin = 0.93; // of the grip that is left
+constexpr double BrakingMargin = 0.95; // of the grip that is left
 constexpr double ReactionSeconds = 0.1;
 
 } // namespace
@@ -38,8 +38,13 @@ Driver::Driver(const Circuit &circuit, std::uint32_t seed)
         const double next = speeds[(i + 1) % count];
         const double grip = VehicleModel::gripLimit(next, 1, NominalMass);
         const double across = std::min(bends[i] * next * next, grip);
-        const double braking = BrakingMargin * std::sqrt(grip * grip - across * across);
-        speeds[i] = std::min(speeds[i], std::sqrt(next * next + 2 * braking));
+        VehicleState car;
+        car.speed = next;
+        const double held =
+            VehicleModel::resistance(car, circuit.at(static_cast<double>(i)), false) /
+            VehicleModel::massOf(car);
+        const double braking = BrakingMargin * std::sqrt(grip * grip - across * across) + held;
+        speeds[i] = std::min(speeds[i], std::sqrt(next * next + 2 * std::max(braking, 0.0)));
     }
 }
 
@@ -70,7 +75,12 @@ Controls Driver::pedals(const VehicleState &car, const RoadPoint &road, const Or
     const double ahead = car.distance + car.speed * ReactionSeconds;
     const double target = targetSpeed(ahead, car.speed, orders);
     const double further = targetSpeed(ahead + 1, car.speed, orders);
-    const double wish = target * (further - target) + 3.5 * (target - car.speed);
+    const double falls = target * (further - target);
+    const double below = target - car.speed;
+    // Waits for the braking point with the foot down; then rather holds the pedal than lifts it.
+    const bool onBrakes = car.brake > 0;
+    const double gain = onBrakes && below > 0 && falls < -4 ? 3 : 8;
+    const double wish = gain * below + (!onBrakes && below > 1 ? std::max(falls, 0.0) : falls);
 
     const double mass = VehicleModel::massOf(car);
     const double force = wish * mass + VehicleModel::resistance(car, road, false);
@@ -103,7 +113,7 @@ double Driver::eagerness(std::uint32_t lap, unsigned curve) const
 
 double Driver::brakeStab(std::uint32_t lap, unsigned curve) const
 {
-    return 0.94 + 0.22 * chance(seed, 'b', lap, curve);
+    return 0.95 + 0.29 * chance(seed, 'b', lap, curve);
 }
 
 std::vector<double> Driver::flyingLap() const
@@ -125,9 +135,12 @@ std::vector<double> Driver::flyingLap() const
         if (car.distance < 0)
             continue;
         now += Step;
-        while (static_cast<double>(seconds.size()) <= car.distance &&
-               seconds.size() <= speeds.size())
-            seconds.push_back(now);
+        while (seconds.size() <= speeds.size()) {
+            const double past = car.distance - static_cast<double>(seconds.size());
+            if (past < 0)
+                break;
+            seconds.push_back(now - past / car.speed);
+        }
     }
     return seconds;
 }

@@ -40,7 +40,7 @@ RaceDirector::RaceDirector(std::uint32_t seed, std::vector<double> flyingLap)
 double RaceDirector::lapsOf(const Rival &rival, double seconds)
 {
     // Getting away from the grid costs this much against a flying start.
-    const double lost = 4.5;
+    const double lost = 3.6;
     const double running = seconds < 2 * lost ? seconds * seconds / (4 * lost) : seconds - lost;
     const double cycle = rival.stint + StopSeconds;
     const double stints = std::floor(running / cycle);
@@ -54,8 +54,11 @@ double RaceDirector::lapsAt(double distance) const
     if (distance < 0)
         return distance / lapLength;
     const double laps = std::floor(distance / lapLength);
-    const auto metre = static_cast<std::size_t>(distance - laps * lapLength);
-    return laps + flyingLap[std::min(metre, flyingLap.size() - 1)] / flyingLap.back();
+    const double place = distance - laps * lapLength;
+    const std::size_t metre = std::min(static_cast<std::size_t>(place), flyingLap.size() - 2);
+    const double share = place - static_cast<double>(metre);
+    const double seconds = flyingLap[metre] + (flyingLap[metre + 1] - flyingLap[metre]) * share;
+    return laps + seconds / flyingLap.back();
 }
 
 int RaceDirector::position(double seconds, double distance) const

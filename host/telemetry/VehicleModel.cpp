@@ -82,7 +82,8 @@ void shiftGears(VehicleState &car, const Controls &controls, double seconds)
     if (car.gear == 0)
         car.gear = car.fromGear = 1;
     if (car.shiftTime > 0) {
-        car.shiftTime = std::max(0.0, car.shiftTime - seconds);
+        // What a rounding error leaves of the time is no step of its own.
+        car.shiftTime = car.shiftTime > 1.5 * seconds ? car.shiftTime - seconds : 0;
         return;
     }
     car.fromGear = car.gear;
@@ -126,7 +127,7 @@ void turnEngine(VehicleState &car, const Controls &controls, double seconds)
     const double free = IdleRpm + car.throttle * 4400;
     car.rpm += (free - car.rpm) * std::min(1.0, seconds / 0.18);
     const bool pressed = controls.holdClutch || car.gear == 0 || car.throttle <= 0;
-    const double wanted = pressed ? 1 : 0.85 * std::max(0.0, 1 - wheels / car.rpm);
+    const double wanted = pressed ? 1 : 0.05 + 0.8 * std::max(0.0, 1 - wheels / car.rpm);
     car.clutch = approached(car.clutch, wanted, seconds / 0.1, seconds / 0.25);
 }
 
@@ -198,8 +199,8 @@ void heatCorners(VehicleState &car, const Controls &controls, double used, doubl
         Corner &corner = car.corners[i];
         const bool front = i < 2;
         const double slipping =
-            0.003 + 0.043 * used * used + (corner.spins ? 0.02 : 0) + (corner.slides ? 0.02 : 0);
-        const double rubbed = TyreGrip * loads[i] * used * slipping * v + loads[i] * 0.0050 * v;
+            0.003 + 0.036 * used * used + (corner.spins ? 0.006 : 0) + (corner.slides ? 0.008 : 0);
+        const double rubbed = TyreGrip * loads[i] * used * slipping * v + loads[i] * 0.0056 * v;
         const double cooled = (14 + 1.15 * v) * (corner.surfaceC - VehicleModel::AirC);
         corner.surfaceC += (rubbed - cooled) / 5200 * seconds;
         corner.carcassC += (corner.surfaceC - corner.carcassC) / 22 * seconds;
@@ -209,7 +210,7 @@ void heatCorners(VehicleState &car, const Controls &controls, double used, doubl
         const double heat = brakeForce * v * axle / 2;
         const double over = corner.brakeC - VehicleModel::AirC;
         const double kelvinSquared = (corner.brakeC + 273) * (corner.brakeC + 273);
-        const double lost = (8 + 0.88 * v) * over + 4.6e-9 * kelvinSquared * kelvinSquared;
+        const double lost = (9 + 0.95 * v) * over + 4.6e-9 * kelvinSquared * kelvinSquared;
         corner.brakeC += (heat - lost) / (front ? 4900 : 4500) * seconds;
     }
 }
@@ -284,10 +285,14 @@ void VehicleModel::step(VehicleState &car, const Controls &controls, const RoadP
     const double across = std::abs(road.curvature) * car.speed * car.speed / limit;
     const double along = std::sqrt(std::max(0.04, 1 - across * across));
     const double driven = drive(car, controls, tractionLimit(car, road), seconds);
-    const double braked = slow(car, controls, mass * limit * along, seconds);
+    // The engine's drag holds on to the same grip as the brakes.
+    const double brakeable = std::max(0.0, mass * limit * along + std::min(driven, 0.0));
+    const double braked = slow(car, controls, brakeable, seconds);
 
     const double used = std::min(1.1, std::hypot(across, (driven - braked) / (mass * limit)));
-    const double scrubbed = mass * limit * 0.06 * used * across;
+    // Beyond the limit the front wheels plough on, which costs speed until they hold again.
+    const double ploughed = std::max(0.0, across - 0.98) * 3;
+    const double scrubbed = mass * limit * (0.06 * used * across + ploughed);
     const double forward = driven - resistance(car, road, controls.wingOpen) - scrubbed;
     double change = (forward - braked) / mass * seconds;
     // Brakes and friction hold the car; they don't push it backwards.

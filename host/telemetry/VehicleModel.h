@@ -91,7 +91,7 @@ public:
     static double fullDrive(const VehicleState &car);
 
     /// N at full pedal.
-    static constexpr double FullBrake = 27'000;
+    static constexpr double FullBrake = 32'000;
 
     /// N that the driven wheels carry onto the road while cornering.
     static double tractionLimit(const VehicleState &car, const RoadPoint &road);
