@@ -38,8 +38,8 @@ constexpr std::array<Section, 19> Sections{{{300, 0},
 
 struct Height
 {
-    int distance;     // m from the start line
-    double elevation; // m above sea level
+    std::size_t distance; // m from the start line
+    double elevation;     // m above sea level
 };
 
 constexpr std::array<Height, 9> Heights{{{0, 212},
@@ -124,12 +124,10 @@ void Circuit::layOutHeights()
     for (std::size_t i = 0; i < Heights.size(); ++i) {
         const Height from = Heights[i];
         const Height to = Heights[(i + 1) % Heights.size()];
-        const auto span =
-            (to.distance - from.distance + static_cast<int>(count)) % static_cast<int>(count);
-        for (int j = 0; j < span; ++j) {
-            const double share = static_cast<double>(j) / span;
-            elevation[static_cast<std::size_t>(from.distance + j)] =
-                mix(from.elevation, to.elevation, share);
+        const std::size_t span = (to.distance + count - from.distance) % count;
+        for (std::size_t j = 0; j < span; ++j) {
+            const double share = static_cast<double>(j) / static_cast<double>(span);
+            elevation[from.distance + j] = mix(from.elevation, to.elevation, share);
         }
     }
     elevation = smoothed(smoothed(elevation, 50), 50);

@@ -13,8 +13,9 @@
 ///
 /// The model moves in steps of 1/120 s; a moment shows the last step at or before it. Moments are
 /// seconds from the lights of the grid being switched on; negative ones and what is no finite
-/// number count as 0. The first visit of a moment costs the steps up to it, at most one race;
-/// afterwards every moment is at most ten seconds of driving away from a checkpoint.
+/// number count as 0, those after 1e12 s as that. The first visit of a moment costs the steps up to
+/// it, at most one race; afterwards every moment is at most ten seconds of driving away from a
+/// checkpoint.
 ///
 /// Signs: right is positive for steering, lateral acceleration, heading and the ball; nose up and
 /// right side down are positive. Accelerations are those of the motion, so all three are 0 at rest.

@@ -36,6 +36,7 @@ std::vector<VehicleTelemetry> driven(double seconds, int hertz, std::uint32_t la
     DemoLap lap(seed, laps);
     std::vector<VehicleTelemetry> samples;
     const int count = static_cast<int>(seconds * hertz);
+    samples.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         samples.push_back(lap.sampleAt(static_cast<double>(i) / hertz).vehicle);
     return samples;
@@ -84,6 +85,7 @@ private Q_SLOTS:
     {
         const std::vector<double> moments{0, 3.2, 41.5, 41.6, 120, 299.99, 300, 611.25, 1800, 3599};
         std::vector<Bytes> forwards;
+        forwards.reserve(moments.size());
         DemoLap first(7);
         for (double moment : moments)
             forwards.push_back(bytesOf(first.sampleAt(moment)));
@@ -140,7 +142,7 @@ private Q_SLOTS:
     {
         double most = 0;
         for (const VehicleTelemetry &vehicle : finely) {
-            const double ground = static_cast<double>(vehicle.groundSpeedKmh);
+            const auto ground = static_cast<double>(vehicle.groundSpeedKmh);
             const double slip = static_cast<double>(vehicle.speedKmh) - ground;
             QVERIFY(std::abs(slip) <= 0.06 * ground + 1e-3);
             if (vehicle.brakePedalPercent > 60 && vehicle.gasPedalPercent == 0 && ground > 100)
@@ -193,7 +195,7 @@ private Q_SLOTS:
                                                      static_cast<double>(finely[i - 1].headingDeg),
                                                  360.0);
             const double yaw = turned * Pi / 180 * DemoLap::StepsPerSecond / 2;
-            const double sway = static_cast<double>(finely[i].swayG);
+            const auto sway = static_cast<double>(finely[i].swayG);
             QVERIFY(std::abs(sway - metresPerSecond(finely[i]) * yaw / Gravity) < 0.06);
             curved += std::abs(sway) > 0.8 ? 1 : 0;
             if (std::abs(sway) > 0.3) {
@@ -683,8 +685,8 @@ private Q_SLOTS:
         const Circuit circuit;
         double east = 0;
         double north = 0;
-        for (double place = 0.5; place < circuit.length(); ++place) {
-            const RoadPoint road = circuit.at(place);
+        for (int metre = 0; metre < circuit.length(); ++metre) {
+            const RoadPoint road = circuit.at(metre + 0.5);
             east += std::sin(road.heading);
             north += std::cos(road.heading);
         }
