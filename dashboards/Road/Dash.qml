@@ -1,0 +1,298 @@
+import QtQuick 2.15
+
+Rectangle {
+    id: road
+
+    readonly property int speed: Math.abs(dash_useMph ? dash_speed_mph : dash_speed_kmh)
+    // A limit out of this range says that the source knows none.
+    readonly property bool knowsMaxRpm: dash_maxRpm > 500 && dash_maxRpm < 100000
+    readonly property real rpmLimit: knowsMaxRpm ? dash_maxRpm : 10000
+    readonly property real rpmStep: 1000 * Math.ceil(rpmLimit / 10000)
+    readonly property bool redline: knowsMaxRpm && dash_rpmRedThreshold_Percent > 0
+        && dash_rpm * 100 >= dash_maxRpm * dash_rpmRedThreshold_Percent
+    readonly property bool hasDelta: dash_currentTime_str_Available && !isNaN(dash_deltaTime_s)
+    readonly property Theme theme: Theme {}
+
+    width: 480
+    height: 272
+    gradient: Gradient {
+        GradientStop { position: 0.0; color: "#15191d" }
+        GradientStop { position: 0.5; color: "#0a0c0f" }
+        GradientStop { position: 1.0; color: "#060709" }
+    }
+
+    Row {
+        id: aids
+
+        x: 8
+        y: 6
+        spacing: 5
+
+        Lamp {
+            opacity: dash_absInAction_Available ? 1 : 0
+            text: "ABS"
+            lit: dash_absInAction
+        }
+
+        Lamp {
+            opacity: dash_tcInAction_Available ? 1 : 0
+            text: "TC"
+            lit: dash_tcInAction
+        }
+    }
+
+    FlagBand {
+        id: flags
+
+        x: 94
+        y: 5
+        width: 292
+        height: 24
+        yellow: dash_sessionFlagYellow
+        blue: dash_sessionFlagBlue
+        black: dash_sessionFlagBlack
+        blackAndWhite: dash_sessionFlagBlackAndWhite
+    }
+
+    Row {
+        id: modes
+
+        x: road.width - width - 8
+        y: 6
+        spacing: 5
+
+        Lamp {
+            opacity: dash_drsAvailable || dash_drsEngaged ? 1 : 0
+            text: "DRS"
+            lit: dash_drsEngaged
+            litColor: road.theme.good
+            border.color: road.theme.good
+        }
+
+        Lamp {
+            opacity: dash_speedLimiter_Available ? 1 : 0
+            text: "LIM"
+            lit: dash_speedLimiter
+            litColor: road.theme.ink
+        }
+    }
+
+    Dial {
+        id: speedDial
+
+        x: 4
+        y: 33
+        width: 204
+        value: road.speed
+        maximum: dash_useMph ? 200 : 320
+        majorStep: dash_useMph ? 20 : 40
+        minorPerMajor: dash_useMph ? 2 : 4
+    }
+
+    Label {
+        id: speedNumber
+
+        anchors.horizontalCenter: speedDial.horizontalCenter
+        y: speedDial.y + 123
+        width: 80
+        height: 42
+        color: road.theme.ink
+        font.pixelSize: 40
+        font.bold: true
+        text: road.speed > 999 ? "–" : road.speed
+    }
+
+    Label {
+        anchors.horizontalCenter: speedDial.horizontalCenter
+        y: speedDial.y + 164
+        font.pixelSize: 13
+        text: dash_useMph ? "mph" : "km/h"
+    }
+
+    Dial {
+        id: rpmDial
+
+        x: 272
+        y: 33
+        width: 204
+        value: dash_rpm
+        maximum: Math.ceil(road.rpmLimit / road.rpmStep) * road.rpmStep
+        majorStep: road.rpmStep
+        minorPerMajor: 4
+        numeralUnit: 1000
+        numeralSize: 19
+        cautionFrom: road.knowsMaxRpm ? road.rpmLimit * dash_rpmYellowThreshold_Percent / 100 : 0
+        dangerFrom: road.knowsMaxRpm ? road.rpmLimit * dash_rpmRedThreshold_Percent / 100 : 0
+    }
+
+    Label {
+        anchors.horizontalCenter: rpmDial.horizontalCenter
+        y: rpmDial.y + 56
+        text: "×1000 r/min"
+    }
+
+    FuelGauge {
+        id: fuel
+
+        anchors.horizontalCenter: rpmDial.horizontalCenter
+        y: rpmDial.y + 132
+        visible: dash_fuelLevel_Percent_Available
+        percent: dash_fuelLevel_Percent
+        low: dash_fuelLevel_Percent <= dash_lowFuelLevelThreshold_Percent
+    }
+
+    Label {
+        id: currentTime
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 38
+        width: 110
+        height: 24
+        visible: dash_currentTime_str_Available
+        color: road.theme.ink
+        font.pixelSize: text.length > 9 ? 18 : 23
+        font.bold: true
+        text: dash_currentTime_str
+    }
+
+    Label {
+        id: delta
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 63
+        width: 90
+        height: 22
+        visible: road.hasDelta
+        color: dash_deltaTime_s > 0 ? road.theme.danger : dash_deltaTime_s < 0 ? road.theme.good : road.theme.muted
+        font.pixelSize: 19
+        font.bold: true
+        text: (dash_deltaTime_s > 0 ? "+" : "") + dash_deltaTime_str.replace("-", "−")
+    }
+
+    Rectangle {
+        id: gearPlate
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 98
+        width: 52
+        height: 74
+        radius: 8
+        antialiasing: true
+        color: dash_rpmBlink ? road.theme.danger : road.theme.panel
+        border.width: 1.5
+        border.color: road.redline ? road.theme.danger : road.theme.ghost
+
+        Label {
+            anchors.fill: parent
+            visible: !dash_paused
+            color: road.theme.ink
+            font.pixelSize: text.length > 2 ? 30 : text.length > 1 ? 46 : 66
+            font.bold: true
+            text: dash_gear_str
+        }
+    }
+
+    Label {
+        id: position
+
+        x: 188
+        y: 190
+        width: 48
+        height: 36
+        visible: dash_position_Available && dash_position > 0 && dash_position < 1000
+        color: road.theme.ink
+        font.pixelSize: 26
+        font.bold: true
+        text: "P" + dash_position
+    }
+
+    Row {
+        id: pedals
+
+        x: 245
+        y: 190
+        spacing: 3
+        visible: dash_gasPedal_Percent_Available
+
+        PedalBar {
+            label: "C"
+            percent: dash_clutchPedal_Percent
+            color: road.theme.muted
+        }
+
+        PedalBar {
+            label: "B"
+            percent: dash_brakePedal_Percent
+            color: road.theme.danger
+        }
+
+        PedalBar {
+            label: "T"
+            percent: dash_gasPedal_Percent
+            color: road.theme.good
+        }
+    }
+
+    LapTime {
+        id: lastLap
+
+        x: 10
+        y: 232
+        width: 110
+        visible: dash_lastTime_str_Available
+        label: "LAST"
+        time: dash_lastTime_str
+    }
+
+    Row {
+        id: laps
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 240
+        spacing: 6
+        visible: dash_completedLaps_Available
+
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            text: "LAP"
+        }
+
+        Odometer {
+            value: dash_completedLaps + 1
+        }
+
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: dash_numberOfLaps_Available && dash_numberOfLaps > 0 && dash_numberOfLaps < 1000
+            font.pixelSize: 16
+            text: "/ " + dash_numberOfLaps_str
+        }
+    }
+
+    LapTime {
+        id: bestLap
+
+        x: road.width - width - 10
+        y: 232
+        width: 110
+        mirrored: true
+        visible: dash_bestTime_str_Available
+        label: "BEST"
+        time: dash_bestTime_str
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        visible: dash_paused
+        color: "#a0060709"
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: dash_showMarkers
+        sourceComponent: Markers {
+            areas: [aids, flags, modes, speedDial, rpmDial, currentTime, delta, gearPlate,
+                    position, pedals, fuel, lastLap, laps, bestLap]
+        }
+    }
+}

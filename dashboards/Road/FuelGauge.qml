@@ -1,0 +1,88 @@
+import QtQuick 2.15
+
+Item {
+    id: gauge
+
+    property int percent: 0
+    property bool low: false
+    readonly property real share: Math.max(0, Math.min(1, percent / 100))
+    readonly property real sweep: 100
+    readonly property real pivotY: 36
+    readonly property real reach: 32
+    readonly property color tone: low ? theme.caution : theme.ink
+    readonly property Theme theme: Theme {}
+
+    width: 84
+    height: 58
+
+    Repeater {
+        model: 9
+
+        Rectangle {
+            readonly property bool major: index % 4 === 0
+            readonly property real angle: (index / 8 - 0.5) * gauge.sweep
+            readonly property real middle: gauge.reach - height / 2
+
+            width: major ? 2 : 1.1
+            height: major ? 7 : 4
+            x: gauge.width / 2 + Math.sin(angle * Math.PI / 180) * middle - width / 2
+            y: gauge.pivotY - Math.cos(angle * Math.PI / 180) * middle - height / 2
+            rotation: angle
+            antialiasing: true
+            color: index < 2 ? gauge.theme.caution : major ? gauge.theme.ink : gauge.theme.muted
+        }
+    }
+
+    Label {
+        x: gauge.width / 2 - 25 - width / 2
+        y: 20
+        font.bold: true
+        color: gauge.theme.caution
+        text: "E"
+    }
+
+    Label {
+        x: gauge.width / 2 + 25 - width / 2
+        y: 20
+        font.bold: true
+        color: gauge.theme.ink
+        text: "F"
+    }
+
+    Needle {
+        x: gauge.width / 2
+        y: gauge.pivotY
+        rotation: (gauge.share - 0.5) * gauge.sweep
+        length: gauge.reach - 5
+        thickness: 2.4
+        color: gauge.theme.accent
+    }
+
+    Rectangle {
+        x: gauge.width / 2 - 4
+        y: gauge.pivotY - 4
+        width: 8
+        height: 8
+        radius: 4
+        antialiasing: true
+        color: "#343b42"
+    }
+
+    Row {
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        spacing: 4
+
+        FuelPump {
+            anchors.verticalCenter: parent.verticalCenter
+            color: gauge.tone
+        }
+
+        Label {
+            color: gauge.tone
+            font.pixelSize: 15
+            font.bold: true
+            text: gauge.low ? "LOW" : gauge.percent + "%"
+        }
+    }
+}

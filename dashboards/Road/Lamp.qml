@@ -1,0 +1,27 @@
+import QtQuick 2.15
+
+// A warning lamp: absent without a source, an outline while out, filled while lit.
+Rectangle {
+    id: lamp
+
+    property string text
+    property bool lit: false
+    property color litColor: theme.caution
+    readonly property Theme theme: Theme {}
+
+    width: 38
+    height: 22
+    radius: 5
+    antialiasing: true
+    color: lit ? litColor : "transparent"
+    border.width: 1
+    border.color: lit ? litColor : theme.ghost
+
+    Label {
+        anchors.fill: parent
+        color: lamp.lit ? "#101010" : "#59636d"
+        font.pixelSize: 13
+        font.bold: true
+        text: lamp.text
+    }
+}

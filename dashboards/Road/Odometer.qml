@@ -1,0 +1,52 @@
+import QtQuick 2.15
+
+// A count on drums behind one window. More than the drums can show stands still at nines.
+Rectangle {
+    id: odometer
+
+    property int value: 0
+    property int drums: 3
+    readonly property string digits: String(Math.max(0, Math.min(Math.pow(10, drums) - 1, value)))
+    readonly property Theme theme: Theme {}
+
+    width: row.width + 4
+    height: row.height + 4
+    radius: 3
+    antialiasing: true
+    color: "#020303"
+    border.width: 1
+    border.color: "#3a424a"
+
+    Row {
+        id: row
+
+        x: 2
+        y: 2
+        spacing: 1
+
+        Repeater {
+            model: odometer.drums
+
+            Rectangle {
+                readonly property int place: index - odometer.drums + odometer.digits.length
+                readonly property bool leading: place < 0
+
+                width: 15
+                height: 22
+                gradient: Gradient {
+                    GradientStop { position: 0.0; color: "#0b0d10" }
+                    GradientStop { position: 0.5; color: "#333b43" }
+                    GradientStop { position: 1.0; color: "#0b0d10" }
+                }
+
+                Label {
+                    anchors.fill: parent
+                    color: parent.leading ? "#6d7680" : odometer.theme.ink
+                    font.pixelSize: 18
+                    font.bold: true
+                    text: parent.leading ? "0" : odometer.digits.charAt(parent.place)
+                }
+            }
+        }
+    }
+}
