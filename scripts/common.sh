@@ -54,5 +54,10 @@ has_display() {
 
 # Runs a command on a virtual screen of its own.
 on_virtual_screen() {
+  # Qt warns where a session has none, as on servers and in containers.
+  if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+    export XDG_RUNTIME_DIR="$root/build/runtime"
+    mkdir -p -m 700 "$XDG_RUNTIME_DIR"
+  fi
   xvfb-run -a -s "-screen 0 1600x1000x24 -nolisten tcp" "$@"
 }
