@@ -1,0 +1,106 @@
+#pragma once
+
+#include "plugin/IDashboardRenderer.h"
+#include "plugin/TelemetryRecords.h"
+
+#include <QtCore/QStringList>
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+struct Publication
+{
+    VehicleTelemetry vehicle;
+    DisplayLimits limits;
+    ExtendedTelemetry extended;
+    QString motionProfileName;
+    TuneInfo tune;
+    float steeringSmoothing;
+    bool useMph;
+    bool showMarkers;
+    bool paused;
+};
+
+struct RenderCall
+{
+    std::size_t sizeBefore;
+    int width;
+    int height;
+    bool upsideDown;
+};
+
+/// What fake renderers are to do and what was asked of them. Outlives them.
+struct RendererScript
+{
+    bool loads = true;
+    bool renders = true;
+    unsigned char fill = 1; ///< Every byte of the next picture.
+    QStringList errors;
+    std::function<void()> duringLoad;
+    std::function<void()> duringRender;
+
+    int made = 0;
+    int destroyed = 0;
+    QStringList calls; ///< "load PATH WxH", "publish", "render WxH", in order.
+    std::vector<Publication> publications;
+    std::vector<RenderCall> renderCalls;
+
+    int count(const QString &prefix) const
+    {
+        return static_cast<int>(std::count_if(
+            calls.cbegin(), calls.cend(), [&](const QString &c) { return c.startsWith(prefix); }));
+    }
+};
+
+/// A renderer that paints every byte alike and writes down what it was asked.
+class FakeRenderer final : public IDashboardRenderer
+{
+public:
+    explicit FakeRenderer(RendererScript &script)
+        : script(script)
+    {
+        ++script.made;
+    }
+    ~FakeRenderer() override { ++script.destroyed; }
+    FakeRenderer(const FakeRenderer &) = delete;
+    FakeRenderer &operator=(const FakeRenderer &) = delete;
+
+    bool load(const QString &path, int width, int height) override
+    {
+        script.calls += QStringLiteral("load %1 %2x%3").arg(path).arg(width).arg(height);
+        if (script.duringLoad)
+            script.duringLoad();
+        return script.loads;
+    }
+
+    bool renderFrame(Frame &buffer, int width, int height, bool upsideDown) override
+    {
+        script.calls += QStringLiteral("render %1x%2").arg(width).arg(height);
+        script.renderCalls.push_back({buffer.size(), width, height, upsideDown});
+        if (script.duringRender)
+            script.duringRender();
+        if (!script.renders)
+            return false;
+        buffer.resize(std::size_t(width) * std::size_t(height) * 4);
+        std::fill(buffer.begin(), buffer.end(), script.fill);
+        return true;
+    }
+
+    const QStringList &errors() override { return script.errors; }
+
+    void publishTelemetry(const VehicleTelemetry &vehicle, const DisplayLimits &limits,
+                          const ExtendedTelemetry &extended, const QString &motionProfileName,
+                          const TuneInfo &tune, float steeringSmoothing, bool useMph,
+                          bool showMarkers, bool paused) override
+    {
+        script.calls += QStringLiteral("publish");
+        script.publications.push_back({vehicle, limits, extended, motionProfileName, tune,
+                                       steeringSmoothing, useMph, showMarkers, paused});
+    }
+
+    std::set<QString> publishedFields() override { return {}; }
+
+private:
+    RendererScript &script;
+};
