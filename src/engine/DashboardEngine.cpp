@@ -14,6 +14,7 @@
 #include <QtCore/QTimer>
 
 #include <algorithm>
+#include <limits>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -148,6 +149,8 @@ bool DashboardEngine::hasConsumers()
 std::unique_ptr<QImage> DashboardEngine::createWaitingImage(int scale)
 {
     constexpr int FontPixels = 25;
+    if (scale < 1 || scale > std::numeric_limits<int>::max() / DesignWidth)
+        return std::make_unique<QImage>(); // Sizes that can't even be told.
     return std::make_unique<QImage>(
         makeTextImage(QSize(DesignWidth, DesignHeight) * scale, tr("Waiting for game data"),
                       {FontPixels * scale, Qt::AlignHCenter | Qt::AlignVCenter, false}));

@@ -5,6 +5,8 @@
 #include <QtCore/QTranslator>
 #include <QtTest/QtTest>
 
+#include <limits>
+
 namespace {
 
 const QString Waiting = QStringLiteral("Waiting for game data");
@@ -66,6 +68,8 @@ private Q_SLOTS:
         QTest::addColumn<int>("scale");
         QTest::newRow("0") << 0;
         QTest::newRow("-1") << -1;
+        QTest::newRow("lowest") << std::numeric_limits<int>::min();
+        QTest::newRow("highest") << std::numeric_limits<int>::max();
     }
     void aScaleThatNoPictureFitsGivesAnEmptyOne()
     {
