@@ -1,0 +1,136 @@
+#include "plugin/Exports.h"
+#include "plugin/IDashboardConsumer.h"
+#include "plugin/IDashboardEngine.h"
+#include "plugin/IDashboardRenderer.h"
+#include "plugin/INavigationService.h"
+#include "plugin/TelemetryRecords.h"
+#include "support/FakeConsumer.h"
+#include "support/LogCapture.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QLibrary>
+#include <QtGui/QImage>
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlEngine>
+#include <QtTest/QtTest>
+
+namespace {
+
+class NoNavigation final : public INavigationService
+{
+public:
+    void showView(void *, const QString &, const QVariant &) override {}
+    void registerView(const QString &, const QString &, const ViewModelFactory &) override {}
+};
+
+bool fadeCompiles()
+{
+    QQmlEngine engine;
+    QQmlComponent component(&engine);
+    component.setData("import DashboardFadeInOut 1.0\nDashboardFadeInOut {}\n", QUrl());
+    return component.isReady();
+}
+
+bool panelIsReadable()
+{
+    QFile panel(QStringLiteral(":/dash/qml/DashboardSysPanel.qml"));
+    QFile drawing(QStringLiteral(":/dash/Dashboards_Idea"));
+    return panel.open(QIODevice::ReadOnly) && panel.readAll().contains("DashboardFadeInOut") &&
+           drawing.open(QIODevice::ReadOnly) && drawing.readAll().contains("0 0 900 300");
+}
+
+} // namespace
+
+/// Meets the plug-in as a host does: the file, its exports and the pure interfaces, and nothing of
+/// its classes. The tests build on each other in their order.
+class PluginTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theResourcesComeAndGoWithTheLibrary()
+    {
+        QVERIFY(!panelIsReadable());
+        QVERIFY2(library.load(), qPrintable(library.errorString()));
+        QVERIFY(panelIsReadable());
+        QVERIFY(library.unload());
+        QVERIFY(!panelIsReadable());
+        QVERIFY(library.load());
+        QVERIFY(panelIsReadable());
+    }
+
+    void exportsPlainNames()
+    {
+        createEngine = reinterpret_cast<CreateEFunction>(library.resolve("CreateE"));
+        init = reinterpret_cast<InitFunction>(library.resolve("Init"));
+        QVERIFY(createEngine != nullptr);
+        QVERIFY(init != nullptr);
+    }
+
+    void anEngineWithoutAccelerationShowsItsMessage()
+    {
+        QVERIFY(createEngine != nullptr);
+        const LogCapture log;
+        const std::unique_ptr<IDashboardEngine> engine(createEngine(false, false));
+        QVERIFY(engine != nullptr);
+        QVERIFY(engine->createRenderer() == nullptr);
+        QCOMPARE(engine->createWaitingImage(2)->size(), QSize(960, 544));
+        QCOMPARE(log.lines, QStringList());
+
+        FakeConsumer consumer(120, 40);
+        QVERIFY(!engine->hasConsumers());
+        engine->addConsumer(&consumer);
+        QVERIFY(engine->hasConsumers());
+        engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
+        engine->setMotionProfileName(QStringLiteral("Calm"));
+        engine->setTuneInfo(QStringLiteral("Group"), QStringLiteral("Name"), {});
+        engine->updateTelemetry({}, {}, {}, false);
+        QTRY_COMPARE_WITH_TIMEOUT(consumer.deliveries.size(), 1U, 30'000);
+        QCOMPARE(consumer.deliveries[0].frame.size(), 120U * 40 * 4);
+        engine->shutdown();
+        engine->removeConsumer(&consumer);
+        QVERIFY(!engine->hasConsumers());
+    }
+
+    void initRefusesNullPointers_data()
+    {
+        QTest::addColumn<bool>("navigation");
+        QTest::addColumn<bool>("engine");
+        QTest::newRow("both") << false << false;
+        QTest::newRow("no engine") << true << false;
+        QTest::newRow("no navigation") << false << true;
+    }
+    void initRefusesNullPointers()
+    {
+        QFETCH(bool, navigation);
+        QFETCH(bool, engine);
+        QVERIFY(createEngine != nullptr && init != nullptr);
+        NoNavigation service;
+        const std::unique_ptr<IDashboardEngine> real(createEngine(false, false));
+        QVERIFY(!fadeCompiles());
+        {
+            const LogCapture log;
+            init(navigation ? &service : nullptr, engine ? real.get() : nullptr);
+            QCOMPARE(log.lines, QStringList({QStringLiteral("critical: DASHUI: Null pointer")}));
+        }
+        QVERIFY(!fadeCompiles());
+    }
+
+    void initRegistersTheFade()
+    {
+        QVERIFY(createEngine != nullptr && init != nullptr);
+        NoNavigation service;
+        const std::unique_ptr<IDashboardEngine> engine(createEngine(false, false));
+        QVERIFY(!fadeCompiles());
+        init(&service, engine.get());
+        QVERIFY(fadeCompiles());
+    }
+
+private:
+    QLibrary library{QStringLiteral(GAUGE64_FILE)};
+    CreateEFunction createEngine = nullptr;
+    InitFunction init = nullptr;
+};
+
+QTEST_MAIN(PluginTest)
+#include "PluginTest.moc"
