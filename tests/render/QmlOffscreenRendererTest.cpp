@@ -74,6 +74,7 @@ class QmlOffscreenRendererTest : public QObject
 private Q_SLOTS:
     void initTestCase() { Probe::registerType(); }
     void init() { Probe::reports.clear(); }
+    void cleanup() { QCOMPARE(Probe::alive, 0); }
 
     void aPixelIsBlueGreenRedAlphaAndTheTopRowIsFirst()
     {
@@ -275,6 +276,53 @@ private Q_SLOTS:
         QVERIFY(frame(renderer, 80, 60) == upright.turned());
         renderer.setRootRotation(0);
         QVERIFY(frame(renderer, 80, 60) == upright);
+    }
+
+    void aLoadReplacesAllOfThePreviousOne()
+    {
+        const DocumentFolder folder;
+        const QString first = folder.write(QStringLiteral("First.qml"), document(R"(
+            Rectangle { width: 40; height: 20; color: "red"; Probe {} Item { Probe {} } })"));
+        const QString over = folder.write(QStringLiteral("Over.qml"), document(R"(
+            Rectangle { width: 8; height: 4; color: "lime"; Probe {} })"));
+        {
+            QmlOffscreenRenderer renderer;
+            for (int i = 0; i < 3; ++i) {
+                QVERIFY(load(renderer, first));
+                QVERIFY(renderer.addDocument(over));
+                QCOMPARE(Probe::alive, 3);
+                QCOMPARE(frame(renderer, 40, 20).count(Green), 8 * 4);
+            }
+            QVERIFY(load(renderer, folder.write(QStringLiteral("Second.qml"), filled("blue"))));
+            QCOMPARE(Probe::alive, 0);
+            QCOMPARE(frame(renderer, 40, 20).count(Blue), 40 * 20);
+            QVERIFY(load(renderer, first));
+            QVERIFY(renderer.addDocument(over));
+        }
+        QCOMPARE(Probe::alive, 0);
+    }
+
+    void aRootThatLeftTheWindowGoesWithItsDocument()
+    {
+        const DocumentFolder folder;
+        QmlOffscreenRenderer renderer;
+        renderer.setProperty(QStringLiteral("orphaned"), false);
+        QVERIFY(load(renderer, folder.write(QStringLiteral("Orphan.qml"), document(R"(
+            Rectangle {
+                id: root
+                property bool orphan: orphaned
+                onOrphanChanged: if (orphan) parent = null
+                width: 40; height: 20; color: "red"
+                Probe {}
+            })"))));
+        QCOMPARE(frame(renderer, 40, 20).count(Red), 40 * 20);
+        renderer.setProperty(QStringLiteral("orphaned"), true);
+        QCOMPARE(frame(renderer, 40, 20).count(Black), 40 * 20);
+        QVERIFY(load(renderer, folder.write(QStringLiteral("Dash.qml"), quarters())));
+        QCOMPARE(Probe::alive, 0);
+        renderer.setProperty(QStringLiteral("orphaned"), false);
+        QVERIFY(load(renderer, folder.path(QStringLiteral("Orphan.qml"))));
+        renderer.setProperty(QStringLiteral("orphaned"), true);
     }
 
     void aModuleBesideTheDocumentIsItsAlone()

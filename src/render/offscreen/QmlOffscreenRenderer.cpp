@@ -112,7 +112,9 @@ bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseD
     if (item == nullptr)
         return false;
 
-    rootItem = item.release(); // The window's item tree owns it from here on.
+    // Items don't own their child items, and a document may take its root out of the window.
+    rootItem = item.release();
+    rootItem->setParent(window->contentItem());
     rootItem->setParentItem(window->contentItem());
     if (sizeMode == SizeMode::Resize)
         rootItem->setSize(QSizeF(width, height));
@@ -137,7 +139,8 @@ bool QmlOffscreenRenderer::addDocument(const QString &path)
         std::make_unique<QQmlComponent>(engine.get(), path, QQmlComponent::PreferSynchronous));
     if (item == nullptr)
         return false;
-    item.release()->setParentItem(rootItem); // The item tree owns it from here on.
+    item->setParent(rootItem);
+    item.release()->setParentItem(rootItem);
     return true;
 }
 
@@ -191,6 +194,7 @@ void QmlOffscreenRenderer::unloadDocument()
     QQuickItem *content = window->contentItem();
     while (!content->childItems().isEmpty())
         delete content->childItems().constFirst();
+    delete rootItem.data();
     framebuffers.clear();
     components.clear();
     rootItem = nullptr;
