@@ -325,6 +325,31 @@ private Q_SLOTS:
         renderer.setProperty(QStringLiteral("orphaned"), true);
     }
 
+    void theEndOfADocumentIsNoFaultOfTheNext_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::newRow("throws when it goes")
+            << QByteArrayLiteral("Item { Component.onDestruction: { throw 'last words' } }");
+        QTest::newRow("children bound to their parent")
+            << QByteArrayLiteral("Item { width: 40; Item { width: parent.width; Item { height: "
+                                 "parent.parent.height } } }");
+        QTest::newRow("bound to the root by name")
+            << QByteArrayLiteral("Item { id: root; width: 40; Repeater { model: 3; Item { width: "
+                                 "globalRootItem === root ? root.parent.width : 1 } } }");
+    }
+
+    void theEndOfADocumentIsNoFaultOfTheNext()
+    {
+        QFETCH(QByteArray, body);
+        const DocumentFolder folder;
+        QmlOffscreenRenderer renderer;
+        const QString path = folder.write(QStringLiteral("Dash.qml"), document(body));
+        QVERIFY(load(renderer, path));
+        QVERIFY(frame(renderer, 40, 20).isWhole());
+        QVERIFY(load(renderer, path));
+        QCOMPARE(renderer.errors(), QStringList());
+    }
+
     void aModuleBesideTheDocumentIsItsAlone()
     {
         const DocumentFolder folder;

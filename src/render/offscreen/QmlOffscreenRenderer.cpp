@@ -96,9 +96,9 @@ bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseD
                                         int height, SizeMode mode)
 {
     loaded = false;
-    errorLog.clear();
     sizeMode = mode;
     unloadDocument();
+    errorLog.clear(); // After the old document's last words, which are no fault of the new one.
 
     engine->clearComponentCache();
     engine->setBaseUrl(QUrl::fromLocalFile(baseDirectory));
