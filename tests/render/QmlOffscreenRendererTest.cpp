@@ -350,6 +350,25 @@ private Q_SLOTS:
         QCOMPARE(renderer.errors(), QStringList());
     }
 
+    void warningsWhileTheRendererGoesHurtNobody()
+    {
+        const DocumentFolder folder;
+        // A singleton belongs to the engine and warns when that goes.
+        folder.write(QStringLiteral("Parts/qmldir"), "module Parts\nsingleton Kept 1.0 Kept.qml\n");
+        folder.write(QStringLiteral("Parts/Kept.qml"), R"(pragma Singleton
+            import QtQuick 2.15
+            QtObject { property int number: 7; Component.onDestruction: { throw "kept" } })");
+        const QString path = folder.write(QStringLiteral("Dash.qml"), R"(
+            import QtQuick 2.15
+            import Parts 1.0
+            Item { width: Kept.number; Component.onDestruction: { throw "root" } })");
+        for (int i = 0; i < 3; ++i) {
+            QmlOffscreenRenderer renderer;
+            QVERIFY(load(renderer, path));
+            QVERIFY(frame(renderer, 40, 20).isWhole());
+        }
+    }
+
     void aModuleBesideTheDocumentIsItsAlone()
     {
         const DocumentFolder folder;

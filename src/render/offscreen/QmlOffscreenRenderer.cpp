@@ -90,6 +90,8 @@ QmlOffscreenRenderer::~QmlOffscreenRenderer()
     context->doneCurrent();
     surface.reset();
     context.reset();
+    // Here and not with the fields: what it has to warn of at its end goes to a log that still is.
+    engine.reset();
 }
 
 bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseDirectory, int width,
