@@ -36,5 +36,6 @@ struct ParsedOptions
     QString text;
 };
 
-/// Reads the program's arguments, the program's own name first. Needs no application object.
+/// Reads the program's arguments, the program's own name first. Needs a QCoreApplication for the
+/// help.
 ParsedOptions parseOptions(const QStringList &arguments);

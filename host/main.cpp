@@ -6,14 +6,21 @@
 
 #include <cstdio>
 
+namespace {
+
+/// The GUI's application object needs a display, and help must not: this one lives for the
+/// arguments alone.
+ParsedOptions readArguments(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    return parseOptions(QCoreApplication::arguments());
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments.append(QString::fromLocal8Bit(argv[i]));
-
-    // Before the application object, which needs a display: help must not.
-    const ParsedOptions parsed = parseOptions(arguments);
+    const ParsedOptions parsed = readArguments(argc, argv);
     switch (parsed.outcome) {
     case ParsedOptions::Outcome::Print:
         std::fputs(qUtf8Printable(parsed.text), stdout);

@@ -14,8 +14,11 @@ struct Run
 
 Run runHost(const QStringList &arguments, const QMap<QString, QString> &environment = {})
 {
+    const QTemporaryDir home;
     QProcess process;
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"})
+        variables.insert(QLatin1String(name), home.path());
     for (auto variable = environment.begin(); variable != environment.end(); ++variable) {
         if (variable.value().isNull())
             variables.remove(variable.key());
