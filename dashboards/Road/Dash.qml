@@ -3,13 +3,14 @@ import QtQuick 2.15
 Rectangle {
     id: road
 
-    readonly property int speed: Math.abs(dash_useMph ? dash_speed_mph : dash_speed_kmh)
+    readonly property real speed: Math.abs(dash_useMph ? dash_speed_mph : dash_speed_kmh)
     // A limit out of this range says that the source knows none.
     readonly property bool knowsMaxRpm: dash_maxRpm > 500 && dash_maxRpm < 100000
     readonly property real rpmLimit: knowsMaxRpm ? dash_maxRpm : 10000
     readonly property real rpmStep: 1000 * Math.ceil(rpmLimit / 10000)
     readonly property bool redline: knowsMaxRpm && dash_rpmRedThreshold_Percent > 0
         && dash_rpm * 100 >= dash_maxRpm * dash_rpmRedThreshold_Percent
+    readonly property bool knowsRaceLength: dash_numberOfLaps_Available && dash_numberOfLaps > 0
     readonly property bool hasDelta: dash_currentTime_str_Available && !isNaN(dash_deltaTime_s)
     readonly property Theme theme: Theme {}
 
@@ -44,10 +45,10 @@ Rectangle {
     FlagBand {
         id: flags
 
-        x: 94
-        y: 5
-        width: 292
-        height: 24
+        x: 98
+        y: 6
+        width: 284
+        height: 22
         yellow: dash_sessionFlagYellow
         blue: dash_sessionFlagBlue
         black: dash_sessionFlagBlack
@@ -66,7 +67,7 @@ Rectangle {
             text: "DRS"
             lit: dash_drsEngaged
             litColor: road.theme.good
-            border.color: road.theme.good
+            armed: dash_drsAvailable
         }
 
         Lamp {
@@ -93,11 +94,11 @@ Rectangle {
         id: speedNumber
 
         anchors.horizontalCenter: speedDial.horizontalCenter
-        y: speedDial.y + 123
+        y: speedDial.y + 125
         width: 80
         height: 42
         color: road.theme.ink
-        font.pixelSize: 40
+        font.pixelSize: 38
         font.bold: true
         text: road.speed > 999 ? "–" : road.speed
     }
@@ -135,7 +136,7 @@ Rectangle {
         id: fuel
 
         anchors.horizontalCenter: rpmDial.horizontalCenter
-        y: rpmDial.y + 132
+        y: rpmDial.y + 129
         visible: dash_fuelLevel_Percent_Available
         percent: dash_fuelLevel_Percent
         low: dash_fuelLevel_Percent <= dash_lowFuelLevelThreshold_Percent
@@ -178,9 +179,12 @@ Rectangle {
         height: 74
         radius: 8
         antialiasing: true
-        color: dash_rpmBlink ? road.theme.danger : road.theme.panel
+        gradient: Gradient {
+            GradientStop { position: 0.0; color: dash_rpmBlink ? road.theme.danger : "#1e242a" }
+            GradientStop { position: 1.0; color: dash_rpmBlink ? road.theme.danger : "#0b0e11" }
+        }
         border.width: 1.5
-        border.color: road.redline ? road.theme.danger : road.theme.ghost
+        border.color: road.redline ? road.theme.danger : "#343b43"
 
         Label {
             anchors.fill: parent
@@ -238,32 +242,42 @@ Rectangle {
 
         x: 10
         y: 232
-        width: 110
+        width: 140
         visible: dash_lastTime_str_Available
         label: "LAST"
         time: dash_lastTime_str
     }
 
-    Row {
+    Item {
         id: laps
 
-        anchors.horizontalCenter: parent.horizontalCenter
+        x: 176
         y: 240
-        spacing: 6
+        width: 128
+        height: odometer.height
         visible: dash_completedLaps_Available
 
         Label {
+            anchors.right: odometer.left
+            anchors.rightMargin: 7
             anchors.verticalCenter: parent.verticalCenter
             text: "LAP"
         }
 
         Odometer {
-            value: dash_completedLaps + 1
+            id: odometer
+
+            anchors.centerIn: parent
+            // The lap under way, and the last one still once the race is over.
+            value: road.knowsRaceLength ? Math.min(dash_completedLaps + 1, dash_numberOfLaps)
+                                        : dash_completedLaps + 1
         }
 
         Label {
+            anchors.left: odometer.right
+            anchors.leftMargin: 7
             anchors.verticalCenter: parent.verticalCenter
-            visible: dash_numberOfLaps_Available && dash_numberOfLaps > 0 && dash_numberOfLaps < 1000
+            visible: road.knowsRaceLength && dash_numberOfLaps < 1000
             font.pixelSize: 16
             text: "/ " + dash_numberOfLaps_str
         }
@@ -274,7 +288,7 @@ Rectangle {
 
         x: road.width - width - 10
         y: 232
-        width: 110
+        width: 140
         mirrored: true
         visible: dash_bestTime_str_Available
         label: "BEST"
@@ -284,7 +298,40 @@ Rectangle {
     Rectangle {
         anchors.fill: parent
         visible: dash_paused
-        color: "#a0060709"
+        color: "#90060709"
+    }
+
+    // Takes the place of the gear, which means nothing meanwhile.
+    Item {
+        anchors.fill: gearPlate
+        visible: dash_paused
+
+        Rectangle {
+            x: 15
+            y: 18
+            width: 7
+            height: 26
+            antialiasing: true
+            color: road.theme.ink
+        }
+
+        Rectangle {
+            x: 30
+            y: 18
+            width: 7
+            height: 26
+            antialiasing: true
+            color: road.theme.ink
+        }
+
+        Label {
+            y: 51
+            width: parent.width
+            color: road.theme.ink
+            font.pixelSize: 12
+            font.bold: true
+            text: "PAUSED"
+        }
     }
 
     Loader {

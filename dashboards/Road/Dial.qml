@@ -39,36 +39,49 @@ Item {
 
     Rectangle {
         anchors.fill: parent
+        anchors.margins: 3.5
         radius: width / 2
         antialiasing: true
         gradient: Gradient {
-            GradientStop { position: 0.0; color: "#8b949d" }
-            GradientStop { position: 0.45; color: "#333a41" }
-            GradientStop { position: 1.0; color: "#14181b" }
-        }
-    }
-
-    Rectangle {
-        anchors.fill: parent
-        anchors.margins: 1.5
-        radius: width / 2
-        antialiasing: true
-        gradient: Gradient {
-            GradientStop { position: 0.0; color: "#050607" }
-            GradientStop { position: 1.0; color: "#2a3036" }
-        }
-    }
-
-    Rectangle {
-        anchors.fill: parent
-        anchors.margins: 4
-        radius: width / 2
-        antialiasing: true
-        gradient: Gradient {
-            GradientStop { position: 0.0; color: "#1d2329" }
+            GradientStop { position: 0.0; color: "#1e242a" }
             GradientStop { position: 0.55; color: "#11151a" }
             GradientStop { position: 1.0; color: "#0b0e11" }
         }
+    }
+
+    // The bezel is lit from above: a bright ring, of which a darker one that hangs lower leaves a
+    // crescent.
+    Rectangle {
+        anchors.fill: parent
+        radius: width / 2
+        antialiasing: true
+        color: "transparent"
+        border.width: 2
+        border.color: "#8d969f"
+    }
+
+    Rectangle {
+        x: 0.6
+        y: 1.2
+        width: parent.width - 1.2
+        height: width
+        radius: width / 2
+        antialiasing: true
+        color: "transparent"
+        border.width: 2.4
+        border.color: "#2b3138"
+    }
+
+    Rectangle {
+        x: 2.6
+        y: 2.6
+        width: parent.width - 5.2
+        height: width
+        radius: width / 2
+        antialiasing: true
+        color: "transparent"
+        border.width: 1.6
+        border.color: "#040506"
     }
 
     Rectangle {
@@ -138,7 +151,7 @@ Item {
         y: dial.radius + 2
         rotation: dial.angleOf(dial.share)
         length: dial.scaleRadius - 3
-        thickness: 4
+        thickness: 4.8
         color: "#80000000"
     }
 
@@ -147,7 +160,7 @@ Item {
         y: dial.radius
         rotation: dial.angleOf(dial.share)
         length: dial.scaleRadius - 3
-        thickness: 4
+        thickness: 4.8
         color: dial.theme.accent
     }
 

@@ -13,7 +13,7 @@ Item {
     readonly property int count: yellow + blue + black + blackAndWhite
     readonly property real gap: 4
     readonly property real share: count > 0 ? (width - gap * (count - 1)) / count : width
-    readonly property int fontSize: count > 2 ? 12 : 16
+    readonly property bool roomy: count < 3
 
     Row {
         anchors.fill: parent
@@ -23,7 +23,7 @@ Item {
             visible: band.black
             width: band.share
             height: band.height
-            fontSize: band.fontSize
+            roomy: band.roomy
             text: "BLACK"
             cloth: "#050505"
             ink: "#ffffff"
@@ -34,8 +34,8 @@ Item {
             visible: band.blackAndWhite
             width: band.share
             height: band.height
-            fontSize: band.fontSize
-            text: band.count > 2 ? "BLK/WHT" : "BLACK / WHITE"
+            roomy: band.roomy
+            text: band.roomy ? "BLACK / WHITE" : "BLK / WHT"
             cloth: "#050505"
             ink: "#ffffff"
             rim: "#ffffff"
@@ -46,7 +46,7 @@ Item {
             visible: band.yellow
             width: band.share
             height: band.height
-            fontSize: band.fontSize
+            roomy: band.roomy
             text: "YELLOW"
             cloth: "#ffd21a"
             ink: "#101010"
@@ -57,7 +57,7 @@ Item {
             visible: band.blue
             width: band.share
             height: band.height
-            fontSize: band.fontSize
+            roomy: band.roomy
             text: "BLUE"
             cloth: "#1f5fe0"
             ink: "#ffffff"

@@ -71,7 +71,7 @@ Item {
     Row {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
-        spacing: 4
+        spacing: 3
 
         FuelPump {
             anchors.verticalCenter: parent.verticalCenter
@@ -82,7 +82,7 @@ Item {
             color: gauge.tone
             font.pixelSize: 15
             font.bold: true
-            text: gauge.low ? "LOW" : gauge.percent + "%"
+            text: (gauge.low ? "LOW " : "") + gauge.percent + "%"
         }
     }
 }

@@ -1,11 +1,12 @@
 import QtQuick 2.15
 
-// A warning lamp: absent without a source, an outline while out, filled while lit.
+// A lamp: an outline while out, its own colour while armed, filled while lit.
 Rectangle {
     id: lamp
 
     property string text
     property bool lit: false
+    property bool armed: false
     property color litColor: theme.caution
     readonly property Theme theme: Theme {}
 
@@ -15,11 +16,11 @@ Rectangle {
     antialiasing: true
     color: lit ? litColor : "transparent"
     border.width: 1
-    border.color: lit ? litColor : theme.ghost
+    border.color: lit || armed ? litColor : theme.ghost
 
     Label {
         anchors.fill: parent
-        color: lamp.lit ? "#101010" : "#59636d"
+        color: lamp.lit ? "#101010" : lamp.armed ? lamp.litColor : "#59636d"
         font.pixelSize: 13
         font.bold: true
         text: lamp.text

@@ -4,7 +4,7 @@ import QtQuick 2.15
 Rectangle {
     id: odometer
 
-    property int value: 0
+    property real value: 0
     property int drums: 3
     readonly property string digits: String(Math.max(0, Math.min(Math.pow(10, drums) - 1, value)))
     readonly property Theme theme: Theme {}

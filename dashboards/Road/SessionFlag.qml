@@ -8,7 +8,7 @@ Rectangle {
     property color ink: "white"
     property color rim: "white"
     property bool divided: false
-    property int fontSize: 16
+    property bool roomy: true
 
     radius: 4
     antialiasing: true
@@ -21,6 +21,7 @@ Rectangle {
         id: symbol
 
         x: 9
+        visible: flag.roomy
         width: 17
         height: 14
         anchors.verticalCenter: parent.verticalCenter
@@ -53,14 +54,13 @@ Rectangle {
     }
 
     Label {
-        anchors.left: symbol.right
-        anchors.right: parent.right
-        anchors.rightMargin: flag.fontSize > 12 ? 26 : 4
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.fill: parent
+        anchors.leftMargin: flag.roomy ? symbol.x + symbol.width : 0
+        anchors.rightMargin: anchors.leftMargin
         color: flag.ink
-        font.pixelSize: flag.fontSize
+        font.pixelSize: flag.roomy ? 16 : 13
         font.bold: true
-        font.letterSpacing: flag.fontSize > 12 ? 1.5 : 0
+        font.letterSpacing: flag.roomy ? 1 : 0
         text: flag.text
     }
 }

@@ -10,8 +10,8 @@ Repeater {
     property color color: "white"
 
     readonly property real pitch: 3.2
-    readonly property real fromShare: dial && dial.maximum > 0 ? from / dial.maximum : 0
-    readonly property real toShare: dial && dial.maximum > 0 ? to / dial.maximum : 0
+    readonly property real fromShare: dial ? Math.min(1, from / dial.maximum) : 0
+    readonly property real toShare: dial ? Math.min(1, to / dial.maximum) : 0
     readonly property real extent: dial ? (toShare - fromShare) * dial.sweep : 0
 
     model: from > 0 && extent > 0 ? Math.max(1, Math.round(extent / pitch)) : 0
