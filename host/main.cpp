@@ -38,6 +38,11 @@ int main(int argc, char *argv[])
         return 1;
     }
 
+    // Text with coloured edges suits only the screen that it was smoothed for; frames go anywhere, and
+    // upside down.
+    if (!qEnvironmentVariableIsSet("QSG_DISTANCEFIELD_ANTIALIASING"))
+        qputenv("QSG_DISTANCEFIELD_ANTIALIASING", "gray");
+
     const QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("gauge-host"));
     return runSession(parsed.options);
