@@ -1,78 +1,34 @@
-#include "support/EngineBench.h"
-#include "support/FakeConsumer.h"
 #include "support/LogCapture.h"
+#include "support/RecordBytes.h"
+#include "support/RunningBench.h"
 
 #include <QtCore/QAbstractEventDispatcher>
-#include <QtCore/QDir>
 #include <QtCore/QFileSystemWatcher>
-#include <QtCore/QTemporaryDir>
-#include <QtCore/QTimer>
 #include <QtTest/QtTest>
 
 #include <cstring>
-#include <thread>
 
 namespace {
 
 const QString Document = QStringLiteral("/no/such/Dash.qml");
 
-/// Catches the engine's private timer at its first real event.
-class TimerCatcher : public QObject
+/// Records whose every byte tells its place and `seed`.
+RecordBytes patterned(int seed)
 {
-public:
-    TimerCatcher() { QCoreApplication::instance()->installEventFilter(this); }
-
-    QTimer *timer = nullptr;
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        auto *candidate = qobject_cast<QTimer *>(watched);
-        if (event->type() == QEvent::Timer && candidate != nullptr && candidate->interval() == 40)
-            timer = candidate;
-        return false;
-    }
-};
-
-/// An engine with a document and a consumer, whose timer is known and runs. Nothing is pending.
-class RunningBench : public EngineBench
-{
-public:
-    explicit RunningBench(bool hardwareAcceleration = true)
-        : EngineBench(hardwareAcceleration)
-    {
-        engine->setDashboardFile(Document);
-        engine->addConsumer(&consumer);
-        startTimer();
-        TimerCatcher catcher;
-        if (QTest::qWaitFor([&catcher] { return catcher.timer != nullptr; }, 30'000))
-            timer = catcher.timer;
-        freshTick();
-        script.calls.clear();
-        wakeUps.clear();
-    }
-
-    FakeConsumer consumer;
-    QTimer *timer = nullptr;
-};
-
-template<typename Record> Record patterned(int seed)
-{
-    Record record;
-    unsigned char bytes[sizeof(Record)];
-    for (std::size_t i = 0; i < sizeof(Record); ++i)
-        bytes[i] = static_cast<unsigned char>(seed + static_cast<int>(i) * 7);
-    std::memcpy(&record, bytes, sizeof(Record));
-    return record;
+    RecordBytes records;
+    const auto fill = [&seed](auto &bytes) {
+        for (unsigned char &byte : bytes)
+            byte = static_cast<unsigned char>(seed += 7);
+    };
+    fill(records.vehicle);
+    fill(records.limits);
+    fill(records.extended);
+    return records;
 }
 
-template<typename Record> bool sameBytes(const Record &a, const Record &b)
+template<typename Record> QByteArray bytesOf(const Record &record)
 {
-    return std::memcmp(&a, &b, sizeof(Record)) == 0;
-}
-
-void fromAnotherThread(const std::function<void()> &work)
-{
-    std::thread(work).join();
+    return {reinterpret_cast<const char *>(&record), int{sizeof(Record)}};
 }
 
 } // namespace
@@ -194,16 +150,17 @@ private Q_SLOTS:
             bench.engine->setDashboardFile(Document);
             bench.engine->addConsumer(&consumer);
             for (const int seed : {1, 2, 3}) {
-                bench.engine->updateTelemetry(patterned<VehicleTelemetry>(seed),
-                                              patterned<DisplayLimits>(seed + 10),
-                                              patterned<ExtendedTelemetry>(seed + 20), seed == 3);
+                const RecordBytes records = patterned(seed);
+                bench.engine->updateTelemetry(records.vehicleRecord(), records.limitsRecord(),
+                                              records.extendedRecord(), seed == 3);
             }
             bench.tick();
             QCOMPARE(bench.script.publications.size(), 1U);
             const Publication &published = bench.script.publications.front();
-            QVERIFY(sameBytes(published.vehicle, patterned<VehicleTelemetry>(3)));
-            QVERIFY(sameBytes(published.limits, patterned<DisplayLimits>(13)));
-            QVERIFY(sameBytes(published.extended, patterned<ExtendedTelemetry>(23)));
+            const RecordBytes newest = patterned(3);
+            QCOMPARE(bytesOf(published.vehicle), bytesOf(newest.vehicle));
+            QCOMPARE(bytesOf(published.limits), bytesOf(newest.limits));
+            QCOMPARE(bytesOf(published.extended), bytesOf(newest.extended));
             quint32 smoothing = 0;
             std::memcpy(&smoothing, &published.steeringSmoothing, sizeof smoothing);
             QCOMPARE(smoothing, 0x3E4CCCCDU);
@@ -392,163 +349,6 @@ private Q_SLOTS:
         QCOMPARE(bench.script.calls, QStringList());
     }
 
-    void reloadsWheneverADocumentIsSet()
-    {
-        RunningBench bench;
-        const QString load = QStringLiteral("load /no/such/Dash.qml 480x272");
-        bench.engine->setDashboardFile(Document);
-        bench.tick();
-        QCOMPARE(bench.script.calls, QStringList({load})); // Nothing new, so nothing is rendered.
-        bench.engine->setDashboardFile(Document);
-        bench.engine->setDashboardFile(Document);
-        bench.freshTick();
-        QCOMPARE(bench.script.calls, QStringList({load, load, QStringLiteral("publish"),
-                                                  QStringLiteral("render 4x3")}));
-
-        bench.engine->setDashboardFile(QString());
-        QVERIFY(bench.takenToRun());
-        bench.ticks(2);
-        QCOMPARE(bench.script.calls.size(), 4);
-        QCOMPARE(bench.script.destroyed, 0);
-    }
-
-    void aFailedLoadIsLoggedOnceAndNotTriedAgain()
-    {
-        RunningBench bench;
-        bench.script.loads = false;
-        bench.script.errors = QStringList(
-            {QStringLiteral("Dash.qml:3 \"x\" is odd"), QStringLiteral("second  line")});
-        const QStringList lines({QStringLiteral("critical: Dashboard: Failed to load: ") +
-                                     QDir::toNativeSeparators(QStringLiteral("/a b/Dash.qml")),
-                                 QStringLiteral("critical: Dash.qml:3 \"x\" is odd"),
-                                 QStringLiteral("critical: second  line")});
-        bench.engine->setDashboardFile(QStringLiteral("/a b/Dash.qml"));
-        const LogCapture log;
-        bench.freshTick();
-        QCOMPARE(log.critical(), lines);
-        QCOMPARE(bench.script.calls, QStringList({QStringLiteral("load /a b/Dash.qml 480x272")}));
-
-        // Consumers get the renderer's picture of the errors from here on.
-        bench.deliverQueued();
-        bench.tick();
-        bench.freshTick();
-        QCOMPARE(log.critical(), lines);
-        QCOMPARE(bench.script.count(QStringLiteral("load")), 1);
-        QCOMPARE(bench.script.count(QStringLiteral("publish")), 2);
-        QCOMPARE(bench.script.count(QStringLiteral("render")), 2);
-
-        bench.engine->setDashboardFile(QStringLiteral("/a b/Dash.qml"));
-        bench.tick();
-        QCOMPARE(log.critical(), lines + lines);
-    }
-
-    void holdsNoLockWhileADocumentLoadsAndFinishesWithTheOldOne()
-    {
-        RunningBench bench;
-        FakeConsumer another;
-        bench.engine->setDashboardFile(QStringLiteral("/first.qml"));
-        bench.script.duringLoad = [&] {
-            bench.script.duringLoad = nullptr;
-            fromAnotherThread([&] {
-                bench.engine->setDashboardFile(QStringLiteral("/second.qml"));
-                bench.engine->addConsumer(&another);
-                bench.update(77);
-            });
-        };
-        bench.tick();
-        QCOMPARE(bench.script.publications.back().vehicle.speedKmh, 77.0F);
-        QCOMPARE(another.deliveries.size(), 1U);
-        bench.tick();
-        QCOMPARE(bench.script.calls.filter(QStringLiteral("load")),
-                 QStringList({QStringLiteral("load /first.qml 480x272"),
-                              QStringLiteral("load /second.qml 480x272")}));
-    }
-
-    void reloadsAFileThatWasRewritten()
-    {
-        const QTemporaryDir directory;
-        const QString path = writeDocument(directory, "Dash.qml");
-        for (const bool asleep : {false, true}) {
-            RunningBench bench;
-            bench.engine->setDashboardFile(path);
-            bench.tick();
-            QCOMPARE(bench.script.count(QStringLiteral("load")), 1);
-            if (asleep)
-                bench.ticks(51);
-            auto *watcher = bench.engine->findChild<QFileSystemWatcher *>();
-            QVERIFY(watcher != nullptr);
-            QSignalSpy changes(watcher, &QFileSystemWatcher::fileChanged);
-            appendTo(path);
-            QTRY_COMPARE_WITH_TIMEOUT(changes.count(), 1, 30'000);
-            bench.ticks(3);
-            QCOMPARE(bench.script.count(QStringLiteral("load")), 2);
-        }
-    }
-
-    void watchesTheNewestFileAndNoOther()
-    {
-        const QTemporaryDir directory;
-        const QString first = writeDocument(directory, "First.qml");
-        const QString second = writeDocument(directory, "Second.qml");
-        EngineBench bench;
-        auto *watcher = bench.engine->findChild<QFileSystemWatcher *>();
-        QVERIFY(watcher != nullptr);
-        bench.engine->setDashboardFile(first);
-        QCOMPARE(watcher->files(), QStringList(first));
-        bench.engine->setDashboardFile(second);
-        QCOMPARE(watcher->files(), QStringList(second));
-        bench.engine->setDashboardFile(second);
-        QCOMPARE(watcher->files(), QStringList(second));
-        bench.engine->setDashboardFile(directory.filePath(QStringLiteral("Missing.qml")));
-        QCOMPARE(watcher->files(), QStringList());
-        bench.engine->setDashboardFile(first);
-        bench.engine->setDashboardFile(QString());
-        QCOMPARE(watcher->files(), QStringList());
-    }
-
-    void aDocumentSetOnAnotherThreadIsWatchedOnTheEngines()
-    {
-        const QTemporaryDir directory;
-        const QString first = writeDocument(directory, "First.qml");
-        const QString second = writeDocument(directory, "Second.qml");
-        EngineBench bench;
-        FakeConsumer consumer;
-        bench.engine->addConsumer(&consumer);
-        auto *watcher = bench.engine->findChild<QFileSystemWatcher *>();
-        QVERIFY(watcher != nullptr);
-        const auto setElsewhere = [&](const QString &path) {
-            fromAnotherThread([&] { bench.engine->setDashboardFile(path); });
-        };
-
-        setElsewhere(first);
-        QCOMPARE(watcher->files(), QStringList());
-        bench.freshTick(); // The document itself counts at once.
-        QCOMPARE(bench.script.count(QStringLiteral("load %1 ").arg(first)), 1);
-        bench.deliverQueued();
-        QCOMPARE(watcher->files(), QStringList(first));
-
-        setElsewhere(second);
-        setElsewhere(first);
-        bench.engine->setDashboardFile(second);
-        QCOMPARE(watcher->files(), QStringList(second));
-        bench.deliverQueued();
-        QCOMPARE(watcher->files(), QStringList(second));
-
-        bench.engine->setDashboardFile(first);
-        setElsewhere(second);
-        bench.deliverQueued();
-        QSignalSpy changes(watcher, &QFileSystemWatcher::fileChanged);
-        appendTo(first);
-        appendTo(second);
-        QTRY_COMPARE_WITH_TIMEOUT(changes.count(), 1, 30'000);
-        QCOMPARE(changes[0][0].toString(), second);
-
-        setElsewhere(QString());
-        bench.deliverQueued();
-        QCOMPARE(watcher->files(), QStringList());
-        QVERIFY(bench.takenToRun() && bench.wakeUps.count() == 1); // No document, so dropped.
-    }
-
     void registersConsumers()
     {
         EngineBench bench;
@@ -579,8 +379,6 @@ private Q_SLOTS:
 
     void afterShutdownNothingMovesAnyMore()
     {
-        const QTemporaryDir directory;
-        const QString path = writeDocument(directory, "Dash.qml");
         RunningBench bench;
         QVERIFY(bench.timer != nullptr);
         bench.ticks(51);
@@ -589,7 +387,7 @@ private Q_SLOTS:
         bench.engine->shutdown();
         bench.deliverQueued(); // The start that was under way comes too late.
         QVERIFY(!bench.timer->isActive());
-        bench.engine->setDashboardFile(path);
+        bench.engine->setDashboardFile(QCoreApplication::applicationFilePath());
         QCOMPARE(bench.engine->findChild<QFileSystemWatcher *>()->files(), QStringList());
         bench.update();
         bench.engine->setMotionProfileName(QStringLiteral("Calm"));
@@ -614,24 +412,6 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(consumer.deliveries.size(), 0U);
         QCOMPARE(bench.script.calls, QStringList());
-    }
-
-private:
-    static QString writeDocument(const QTemporaryDir &directory, const char *name)
-    {
-        const QString path = directory.filePath(QString::fromLatin1(name));
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write("import QtQuick 2.15\nItem {}\n") < 0)
-            qFatal("no document");
-        return path;
-    }
-
-    /// One write, so one event.
-    static void appendTo(const QString &path)
-    {
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Append) || file.write("// more\n") < 0)
-            qFatal("no document");
     }
 };
 

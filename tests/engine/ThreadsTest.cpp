@@ -109,7 +109,7 @@ private Q_SLOTS:
     {
         bool given = false;
         const int asked = qEnvironmentVariableIntValue("GAUGE_STRESS_SECONDS", &given);
-        const int seconds = given ? asked : 10;
+        const qint64 milliseconds = qint64{given ? asked : 10} * 1000;
 
         // No signal spy here: it would collect from all threads at once, which it can't.
         RendererScript script;
@@ -122,6 +122,7 @@ private Q_SLOTS:
         std::atomic<bool> go{false};
         std::atomic<bool> finished{false};
         std::vector<std::thread> threads;
+        threads.reserve(Threads);
         for (int number = 0; number < Threads; ++number) {
             threads.emplace_back([&, number] {
                 while (!go)
@@ -136,7 +137,7 @@ private Q_SLOTS:
         go = true;
         int ticks = 0;
         // Until every thread has been served, however few processors there are.
-        while (time.elapsed() < seconds * 1000 || !allServed(traces)) {
+        while (time.elapsed() < milliseconds || !allServed(traces)) {
             tick(engine);
             QCoreApplication::processEvents();
             script.calls.clear();

@@ -69,7 +69,8 @@ private Q_SLOTS:
 
     void anEngineWithoutAccelerationShowsItsMessage()
     {
-        QVERIFY(createEngine != nullptr);
+        if (createEngine == nullptr)
+            QFAIL("the export is missing");
         const LogCapture log;
         const std::unique_ptr<IDashboardEngine> engine(createEngine(false, false));
         QVERIFY(engine != nullptr);
@@ -104,7 +105,8 @@ private Q_SLOTS:
     {
         QFETCH(bool, navigation);
         QFETCH(bool, engine);
-        QVERIFY(createEngine != nullptr && init != nullptr);
+        if (createEngine == nullptr || init == nullptr)
+            QFAIL("the exports are missing");
         NoNavigation service;
         const std::unique_ptr<IDashboardEngine> real(createEngine(false, false));
         QVERIFY(!fadeCompiles());
@@ -118,7 +120,8 @@ private Q_SLOTS:
 
     void initRegistersTheFade()
     {
-        QVERIFY(createEngine != nullptr && init != nullptr);
+        if (createEngine == nullptr || init == nullptr)
+            QFAIL("the exports are missing");
         NoNavigation service;
         const std::unique_ptr<IDashboardEngine> engine(createEngine(false, false));
         QVERIFY(!fadeCompiles());

@@ -25,18 +25,21 @@ public:
     std::unique_ptr<DashboardEngine> engine;
     QSignalSpy wakeUps;
 
-    void tick() { invoke("render"); }
-    void ticks(int count)
+    void tick() const { invoke("render"); }
+    void ticks(int count) const
     {
         for (int i = 0; i < count; ++i)
             tick();
     }
-    void startTimer() { invoke("startTimer"); }
+    void startTimer() const { invoke("startTimer"); }
 
     /// Delivers what was queued to the engine, and no timer's event.
-    void deliverQueued() { QCoreApplication::sendPostedEvents(engine.get(), QEvent::MetaCall); }
+    void deliverQueued() const
+    {
+        QCoreApplication::sendPostedEvents(engine.get(), QEvent::MetaCall);
+    }
 
-    void update(float speedKmh = 0, bool paused = false)
+    void update(float speedKmh = 0, bool paused = false) const
     {
         VehicleTelemetry vehicle{};
         vehicle.speedKmh = speedKmh;
@@ -44,7 +47,7 @@ public:
     }
 
     /// A tick with something new.
-    void freshTick()
+    void freshTick() const
     {
         update();
         tick();
@@ -59,7 +62,7 @@ public:
     }
 
 private:
-    void invoke(const char *slot)
+    void invoke(const char *slot) const
     {
         QMetaObject::invokeMethod(engine.get(), slot, Qt::DirectConnection);
     }
