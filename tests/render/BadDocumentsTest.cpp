@@ -1,0 +1,407 @@
+#include "render/DashboardRenderer.h"
+#include "render/offscreen/ErrorLog.h"
+
+#include "Probe.h"
+#include "support/DocumentFolder.h"
+#include "support/Picture.h"
+#include "views/DashboardFadeInOut.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QtTest>
+
+namespace {
+
+constexpr QRgb Black = 0xFF000000;
+constexpr QRgb Red = 0xFFFF0000;
+constexpr QRgb Green = 0xFF00FF00;
+constexpr int Width = 480;
+constexpr int Height = 272;
+
+QByteArray document(const QByteArray &body)
+{
+    return "import QtQuick 2.15\nimport QtQuick.Window 2.15\nimport Probe 1.0\n" + body;
+}
+
+QByteArray filled(const QByteArray &colour)
+{
+    return document("Rectangle { width: 480; height: 272; color: \"" + colour + "\" }");
+}
+
+/// A document in which `action` runs at every publication after the load.
+QByteArray acting(const QByteArray &action)
+{
+    return document(R"(
+        Rectangle {
+            id: root
+            property int tick: dash_frameCounter1000
+            property int calls: 0
+            property var made: null
+            width: 480; height: 272; color: "red"
+            Probe { id: probe }
+            Component { id: maker; Rectangle { width: 480; height: 272; color: "lime"; Probe {} } }
+            Component.onCompleted: made = maker.createObject(root)
+            onTickChanged: if (tick > 2) {)" +
+                    action + "}}");
+}
+
+void publish(DashboardRenderer &renderer)
+{
+    renderer.publishTelemetry({}, {}, {}, {}, {}, 1.0F, false, false, false);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+Picture frame(DashboardRenderer &renderer, int width = Width, int height = Height)
+{
+    Picture picture{{}, width, height};
+    if (!renderer.renderFrame(picture.bytes, width, height, false))
+        picture.bytes.clear();
+    return picture;
+}
+
+QByteArray errorsOf(DashboardRenderer &renderer)
+{
+    return renderer.errors().join(QLatin1Char('\n')).toUtf8();
+}
+
+} // namespace
+
+class BadDocumentsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        Probe::registerType();
+        DashboardFadeInOut::registerType();
+    }
+    void cleanup()
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(Probe::alive, 0);
+    }
+
+    void everyDocumentHasItsOutcome_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("error"); // A pattern; empty for a document that loads.
+
+        const auto bad = [](const char *name, const QByteArray &text, const char *error) {
+            QTest::newRow(name) << text << QString::fromLatin1(error);
+        };
+        QByteArray binary;
+        for (int i = 0; i < 100'000; ++i)
+            binary += static_cast<char>(i * 7919 >> 3);
+        bad("empty", "", "File is empty");
+        bad("blank", " \n\t\n", "Expected");
+        bad("binary", binary, "Dash.qml:1");
+        bad("zeros", QByteArray(1000, '\0'), "Dash.qml:1");
+        bad("50 MB of text", QByteArray(50'000'000, 'x'), "Syntax error");
+        bad("syntax error", document("Item { width: 480; "), "Expected token");
+        bad("open string", document("Item { property string s: \"\n }"), "Dash.qml:4");
+        bad("object that is no item", document("QtObject { property Probe p: Probe {} }"),
+            "Failed to create QQuickItem");
+        bad("window", document("Window { visible: true; width: 100; height: 100; Probe {} }"),
+            "Failed to create QQuickItem");
+        bad("unknown import", "import QtQuick 2.15\nimport No.Such.Module 1.0\nItem {}",
+            "module \"No.Such.Module\" is not installed");
+        bad("later version", "import QtQuick 2.99\nItem {}", "version 2.99 is not installed");
+        bad("unknown type", document("Item { NoSuchType {} }"), "NoSuchType is not a type");
+        bad("unknown property", document("Item { noSuchProperty: 1 }"), "noSuchProperty");
+        bad("unknown name", document("Item { width: dash_noSuchName; Probe {} }"),
+            "dash_noSuchName is not defined");
+        bad("remote import", "import QtQuick 2.15\nimport \"http://127.0.0.1:1/x\"\nItem {}",
+            // Which of the two depends on how soon the connection is refused.
+            "Failed to create QQuickItem|127\\.0\\.0\\.1");
+        bad("itself within itself", "Dash {}", "recursively");
+        bad("binding loop", document("Item { width: height + 1; height: width + 1; Probe {} }"),
+            "Binding loop detected");
+        bad("throwing handler", document("Item { Component.onCompleted: { throw 'mine' } }"),
+            "mine");
+        bad("endless recursion",
+            document("Item { function f(x) { return f(x + 1) + 1 }\n"
+                     "Component.onCompleted: console.log(f(0)) }"),
+            "Maximum call stack size exceeded");
+        bad("root destroying itself",
+            document("Item { id: root; Probe {} Component.onCompleted: root.destroy() }"),
+            "indestructible");
+
+        const auto good = [&bad](const char *name, const QByteArray &text) { bad(name, text, ""); };
+        good("50 MB of comment", "/*" + QByteArray(50'000'000, '*') + "*/\n" + filled("red"));
+        good("size 0", document("Item { Probe {} }"));
+        good("size 100000", document("Rectangle { width: 100000; height: 100000; color: 'red' }"));
+        good("negative size", document("Rectangle { width: -480; height: -272; color: 'red' }"));
+        good("size that is no number", document("Rectangle { width: 0 / 0; height: 0 / 0 }"));
+        good("infinite size", document("Rectangle { width: 1 / 0; height: 1 / 0 }"));
+        good("quits", document("Item { Component.onCompleted: Qt.quit() }"));
+        good("exits", document("Item { Component.onCompleted: Qt.exit(3) }"));
+        good("leaves its parent",
+             document("Item { Probe {} Component.onCompleted: parent = null }"));
+        good("destroys its children", document(R"(
+            Item {
+                id: root
+                Component { id: maker; Item { Probe {} } }
+                Component.onCompleted: {
+                    for (let i = 0; i < 5; ++i)
+                        maker.createObject(root)
+                    for (let i = 0; i < 5; ++i)
+                        root.children[i].destroy()
+                }
+            })"));
+    }
+
+    void everyDocumentHasItsOutcome()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, error);
+        const QRegularExpression pattern(error);
+        const DocumentFolder folder;
+        DashboardRenderer renderer;
+        const QString path = folder.write(QStringLiteral("Dash.qml"), text);
+        for (int round = 0; round < 2; ++round) {
+            QCOMPARE(renderer.load(path, Width, Height), error.isEmpty());
+            QCOMPARE(renderer.errors().isEmpty(), error.isEmpty());
+            QVERIFY2(pattern.match(QString::fromUtf8(errorsOf(renderer))).hasMatch(),
+                     errorsOf(renderer));
+            for (int i = 0; i < 3; ++i) {
+                publish(renderer);
+                QVERIFY(frame(renderer).isWhole());
+            }
+            QVERIFY(renderer.load(folder.write(QStringLiteral("Good.qml"), filled("lime")), Width,
+                                  Height));
+            QCOMPARE(frame(renderer).count(Green), Width * Height);
+        }
+        QVERIFY(!QCoreApplication::closingDown());
+    }
+
+    void aHugeRootFillsTheFrame()
+    {
+        const DocumentFolder folder;
+        DashboardRenderer renderer;
+        const QByteArray text =
+            document("Rectangle { width: 100000; height: 100000; color: 'red' }");
+        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), text), Width, Height));
+        QCOMPARE(frame(renderer).count(Red), Width * Height);
+    }
+
+    void aDocumentMayDoThisAtEveryPublication_data()
+    {
+        QTest::addColumn<QByteArray>("action");
+        QTest::addColumn<QRgb>("colour"); // Of the picture afterwards; 0 for no picture.
+        QTest::addColumn<bool>("warns");
+        QTest::newRow("throw") << QByteArray("throw 'mine'") << Green << true;
+        QTest::newRow("quit") << QByteArray("Qt.quit()") << Green << false;
+        QTest::newRow("destroy its child")
+            << QByteArray("if (made) { made.destroy(); made = null }") << Red << false;
+        QTest::newRow("replace its child")
+            << QByteArray("made.destroy(); made = maker.createObject(root)") << Green << false;
+        QTest::newRow("leave the window") << QByteArray("parent = null") << Black << false;
+        QTest::newRow("hang itself below its child")
+            << QByteArray("root.parent = made") << Green << false;
+        QTest::newRow("be deleted from outside")
+            << QByteArray("probe.dispose(root)") << QRgb(0) << false;
+        QTest::newRow("shrink to nothing")
+            << QByteArray("width = 0; height = 0; made.width = 0") << Black << false;
+        QTest::newRow("turn and scale")
+            << QByteArray("rotation = 45; scale = 1000") << Green << false;
+        QTest::newRow("hide") << QByteArray("visible = false") << Black << false;
+    }
+
+    void aDocumentMayDoThisAtEveryPublication()
+    {
+        QFETCH(QByteArray, action);
+        QFETCH(QRgb, colour);
+        QFETCH(bool, warns);
+        const DocumentFolder folder;
+        DashboardRenderer renderer;
+        const QString path = folder.write(QStringLiteral("Dash.qml"), acting(action));
+        const QString good = folder.write(QStringLiteral("Good.qml"), filled("lime"));
+        QVERIFY2(renderer.load(path, Width, Height), errorsOf(renderer));
+        QCOMPARE(frame(renderer).count(Green), Width * Height);
+        for (int i = 0; i < 5; ++i) {
+            publish(renderer);
+            frame(renderer);
+        }
+        QCOMPARE(!renderer.errors().isEmpty(), warns);
+        const Picture picture = frame(renderer);
+        if (colour == 0)
+            QVERIFY(!picture.isWhole());
+        else
+            QCOMPARE(picture.count(colour), Width * Height);
+        QVERIFY(renderer.load(good, Width, Height));
+        QCOMPARE(Probe::alive, 0);
+        QCOMPARE(frame(renderer).count(Green), Width * Height);
+    }
+
+    void warningsWithoutEndStayBounded_data()
+    {
+        QTest::addColumn<QByteArray>("warning");
+        QTest::addColumn<int>("entries");
+        QTest::newRow("ever new") << QByteArray("throw 'number ' + calls++")
+                                  << OVX::ErrorLog::MaximumEntries + 1;
+        QTest::newRow("always the same") << QByteArray("throw 'same'") << 1;
+        QTest::newRow("ever new and huge") << QByteArray("throw calls++ + 'x'.repeat(100000)")
+                                           << OVX::ErrorLog::MaximumEntries + 1;
+    }
+
+    void warningsWithoutEndStayBounded()
+    {
+        QFETCH(QByteArray, warning);
+        QFETCH(int, entries);
+        const DocumentFolder folder;
+        DashboardRenderer renderer;
+        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), acting(warning)), Width,
+                              Height));
+        for (int i = 0; i < OVX::ErrorLog::MaximumEntries + 50; ++i)
+            publish(renderer);
+        QCOMPARE(renderer.errors().size(), entries);
+        for (const QString &error : renderer.errors())
+            QVERIFY(error.size() <= OVX::ErrorLog::MaximumLength + 3);
+        QCOMPARE(frame(renderer).count(Green), Width * Height);
+        QVERIFY(
+            renderer.load(folder.write(QStringLiteral("Good.qml"), filled("lime")), Width, Height));
+        QVERIFY(renderer.errors().isEmpty());
+    }
+
+    void aDocumentOfManyWarningsIsStillAPicture()
+    {
+        const DocumentFolder folder;
+        DashboardRenderer renderer;
+        QVERIFY(!renderer.load(folder.write(QStringLiteral("Dash.qml"), document(R"(
+            Item {
+                Repeater {
+                    model: 1000
+                    Item { Component.onCompleted: { throw "number " + index } }
+                }
+            })")),
+                               Width, Height));
+        QCOMPARE(renderer.errors().size(), OVX::ErrorLog::MaximumEntries + 1);
+        QVERIFY(frame(renderer).isWhole());
+    }
+
+    void aPathMayHoldAnyCharacter_data()
+    {
+        QTest::addColumn<QString>("folderName");
+        QTest::addColumn<QString>("fileName");
+        const auto row = [](const char *name, const char *folderName, const char *fileName) {
+            QTest::newRow(name) << QString::fromUtf8(folderName) << QString::fromUtf8(fileName);
+        };
+        row("spaces", "my dash boards", "The Dash.qml");
+        row("hash", "a#b", "Da#sh.qml");
+        row("percent", "100%", "50%25.qml");
+        row("percent that looks like a code", "%20%2f", "%41.qml");
+        row("umlauts", "Übergrößen", "Straße.qml");
+        row("Chinese", "仪表盘", "仪表.qml");
+        row("beyond the basic plane", "🏎", "🏁.qml");
+        row("brackets and quotes", "a [b] (c) 'd' {e}", "&+,;=@!$.qml");
+        row("dots", "a.b.c", "..Dash.qml");
+        row("colon", "C:", "a:b.qml");
+#ifdef Q_OS_UNIX
+        row("question mark", "why?", "what?.qml");
+        row("backslash and double quote", "a\\b", "c\"d.qml");
+#endif
+    }
+
+    void aPathMayHoldAnyCharacter()
+    {
+        QFETCH(QString, folderName);
+        QFETCH(QString, fileName);
+        const DocumentFolder folder;
+        folder.write(folderName + QStringLiteral("/Beside.qml"), filled("lime"));
+        const QString path = folder.write(folderName + QLatin1Char('/') + fileName,
+                                          "import QtQuick 2.15\nItem { width: 480; height: 272\n"
+                                          "Beside {} }");
+        DashboardRenderer renderer;
+        QVERIFY2(renderer.load(path, Width, Height), errorsOf(renderer));
+        QCOMPARE(frame(renderer).count(Green), Width * Height);
+        QVERIFY(!renderer.load(path + QStringLiteral("x"), Width, Height));
+        QVERIFY(frame(renderer).isWhole());
+    }
+
+    void whatIsNoFileFails_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("error");
+        const QByteArray missing = "No such file or directory";
+        const QByteArray folder = "file to open is a directory";
+        QTest::newRow("missing") << "Missing.qml" << missing;
+        QTest::newRow("in a missing folder") << "missing/Dash.qml" << missing;
+        QTest::newRow("folder") << "folder" << folder;
+        QTest::newRow("folder with a slash") << "folder/" << folder;
+        QTest::newRow("folder named like a document") << "Folder.qml" << folder;
+        QTest::newRow("below a file") << "Good.qml/Dash.qml" << QByteArray("Dash.qml: ");
+    }
+
+    void whatIsNoFileFails()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, error);
+        const DocumentFolder folder;
+        folder.write(QStringLiteral("folder/Dash.qml"), filled("red"));
+        folder.write(QStringLiteral("Folder.qml/Dash.qml"), filled("red"));
+        const QString good = folder.write(QStringLiteral("Good.qml"), filled("lime"));
+        DashboardRenderer renderer;
+        for (int round = 0; round < 2; ++round) {
+            QVERIFY(!renderer.load(folder.path(name), Width, Height));
+            QVERIFY2(errorsOf(renderer).contains(error), errorsOf(renderer));
+            QVERIFY(frame(renderer).isWhole());
+            QVERIFY(renderer.load(good, Width, Height));
+            QCOMPARE(frame(renderer).count(Green), Width * Height);
+        }
+    }
+
+    void anEmptyPathFails()
+    {
+        DashboardRenderer renderer;
+        QVERIFY(!renderer.load({}, Width, Height));
+        QVERIFY(!renderer.errors().isEmpty());
+        QVERIFY(frame(renderer).isWhole());
+    }
+
+    void aFileDeletedBetweenFramesIsMissedOnlyAtTheNextLoad()
+    {
+        const DocumentFolder folder;
+        DashboardRenderer renderer;
+        const QString path = folder.write(QStringLiteral("Dash.qml"), filled("lime"));
+        QVERIFY(renderer.load(path, Width, Height));
+        QVERIFY(QFile::remove(path));
+        publish(renderer);
+        QCOMPARE(frame(renderer).count(Green), Width * Height);
+        QCOMPARE(frame(renderer, 240, 136).count(Green), 240 * 136);
+        QVERIFY(!renderer.load(path, Width, Height));
+        QCOMPARE(frame(renderer).count(Green), 0);
+        folder.write(QStringLiteral("Dash.qml"), filled("red"));
+        QVERIFY(renderer.load(path, Width, Height));
+        QCOMPARE(frame(renderer).count(Red), Width * Height);
+    }
+
+    void aFileReplacedBetweenLoadsIsReadAnew()
+    {
+        const DocumentFolder folder;
+        DashboardRenderer renderer;
+        const QString path = folder.write(QStringLiteral("Dash.qml"), filled("lime"));
+        QVERIFY(renderer.load(path, Width, Height));
+        folder.write(QStringLiteral("Dash.qml"), document("Rectangle {"));
+        QCOMPARE(frame(renderer).count(Green), Width * Height);
+        QVERIFY(!renderer.load(path, Width, Height));
+        folder.write(QStringLiteral("Dash.qml"), filled("#f00") + "// longer than before");
+        QVERIFY(renderer.load(path, Width, Height));
+        QCOMPARE(frame(renderer).count(Red), Width * Height);
+    }
+
+    void loadsOfAnySizeSucceed()
+    {
+        const DocumentFolder folder;
+        const QString path = folder.write(QStringLiteral("Dash.qml"), filled("lime"));
+        for (const QSize size :
+             {QSize(0, 0), QSize(-1, -1), QSize(1, 1), QSize(100'000, 100'000)}) {
+            DashboardRenderer renderer;
+            QVERIFY(renderer.load(path, size.width(), size.height()));
+            QCOMPARE(frame(renderer).count(Green), Width * Height);
+        }
+    }
+};
+
+QTEST_MAIN(BadDocumentsTest)
+#include "BadDocumentsTest.moc"
