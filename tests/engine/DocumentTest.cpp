@@ -35,6 +35,8 @@ private Q_SLOTS:
         QVERIFY(bench.takenToRun());
         bench.ticks(2);
         QCOMPARE(bench.script.calls.size(), 4);
+        bench.update(); // Dropped, so it wakes nobody.
+        QCOMPARE(bench.wakeUps.count(), 0);
         QCOMPARE(bench.script.destroyed, 0);
     }
 

@@ -133,9 +133,10 @@ private Q_SLOTS:
         QVERIFY(bench.timer->isActive());
         QVERIFY(!bench.timer->isSingleShot());
         QCOMPARE(bench.timer->timerType(), QTimer().timerType());
-        const int id = bench.timer->timerId();
+        while (bench.timer->remainingTime() > 20)
+            std::this_thread::yield();
         bench.startTimer();
-        QCOMPARE(bench.timer->timerId(), id);
+        QVERIFY(bench.timer->remainingTime() <= 20);
 
         bench.update();
         QTRY_COMPARE(bench.script.calls,
@@ -225,6 +226,11 @@ private Q_SLOTS:
         QCOMPARE(bench.script.publications.size(), 2U);
         QCOMPARE(bench.script.publications[1].motionProfileName, QString());
         QCOMPARE(bench.script.publications[1].tune.changeCounter, 2U);
+
+        bench.engine->setTuneInfo({}, {}, {});
+        bench.tick();
+        QCOMPARE(bench.script.publications.size(), 3U);
+        QCOMPARE(bench.script.publications[2].tune.changeCounter, 3U);
     }
 
     void fallsAsleepAtTheFiftyFirstTickWithoutNews_data()
@@ -315,6 +321,20 @@ private Q_SLOTS:
         bench.deliverQueued();
         QVERIFY(bench.timer->isActive());
         QVERIFY(bench.takenToRun());
+    }
+
+    void holdsNoLockWhileItPublishes()
+    {
+        RunningBench bench;
+        bench.script.duringPublish = [&bench] {
+            bench.script.duringPublish = nullptr;
+            fromAnotherThread([&bench] { bench.update(77); });
+        };
+        bench.update(11);
+        bench.tick();
+        QCOMPARE(bench.script.publications.back().vehicle.speedKmh, 11.0F);
+        bench.tick();
+        QCOMPARE(bench.script.publications.back().vehicle.speedKmh, 77.0F);
     }
 
     void withoutConsumersItPublishesWhatIsLeftAndRendersNothing()

@@ -38,6 +38,7 @@ struct RendererScript
     unsigned char fill = 1; ///< Every byte of the next picture.
     QStringList errors;
     std::function<void()> duringLoad;
+    std::function<void()> duringPublish;
     std::function<void()> duringRender;
 
     int made = 0;
@@ -97,6 +98,8 @@ public:
         script.calls += QStringLiteral("publish");
         script.publications.push_back({vehicle, limits, extended, motionProfileName, tune,
                                        steeringSmoothing, useMph, showMarkers, paused});
+        if (script.duringPublish)
+            script.duringPublish();
     }
 
     std::set<QString> publishedFields() override { return {}; }
