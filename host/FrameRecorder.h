@@ -2,14 +2,15 @@
 
 #include "IDashboardConsumer.h"
 
-#include <QtCore/QMutex>
 #include <QtCore/QObject>
-#include <QtCore/QSemaphore>
 #include <QtCore/QSize>
 #include <QtCore/QString>
-#include <QtCore/QThreadPool>
 
-#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <vector>
 
 /// Writes a number of frames as PNG files: frame-000001.png and so on. Encoding runs on threads of
 /// its own, so that it doesn't slow the engine down; when they fall behind, the engine waits.
@@ -35,7 +36,7 @@ public:
     int delivered() const { return deliveredFrames; }
 
     /// Pictures on the disk. Whole only after `flush`.
-    int written() const { return writtenFrames; }
+    int written() const;
 
     /// What went wrong first; empty if nothing did. Whole only after `flush`.
     QString error() const;
@@ -45,17 +46,28 @@ Q_SIGNALS:
     void finished();
 
 private:
-    void write(const Frame &pixels, int number);
-    void fail(const QString &text);
+    struct Job
+    {
+        Frame pixels;
+        int number = 0;
+    };
+
+    void work();
+    QString write(const Frame &pixels, int number) const;
 
     const QString directory;
     const int count;
     const QSize size;
     const bool upsideDown;
     int deliveredFrames = 0;
-    std::atomic<int> writtenFrames{0};
-    mutable QMutex errorMutex;
+
+    mutable std::mutex mutex;
+    std::condition_variable jobCame;
+    std::condition_variable jobDone;
+    std::deque<Job> jobs; ///< Frames that wait for their encoding.
+    int unfinished = 0;   ///< Frames that wait or are being encoded.
+    int writtenFrames = 0;
     QString errorText;
-    QSemaphore freePlaces;
-    QThreadPool writers;
+    bool closing = false;
+    std::vector<std::thread> writers;
 };
