@@ -1,0 +1,23 @@
+#pragma once
+
+class QDir;
+class QString;
+
+// Every routine may run on any thread, reports by its result only and says nothing to the user.
+
+/// Copies all files under `source`, hidden ones too, to the same relative paths under `target`,
+/// over whatever files are there. Directories come into being as files need them, so an empty one
+/// is not reproduced; links to directories are not entered. Stops at the first failure, which
+/// leaves what was copied so far. True for a `source` without files.
+bool copyDirectory(const QString &source, const QString &target);
+
+/// Makes the directory `path` with its missing parents. Whether that worked, `exists()` tells.
+QDir makeDirectory(const QString &path);
+
+/// Moves a file in one step: the target is the old file or the whole new one at every moment.
+/// Without `replaceExisting` an existing target makes it fail. A failure leaves both files alone.
+bool moveFile(const QString &source, const QString &target, bool replaceExisting);
+
+/// A name in the system's temporary folder that nobody has just now; empty if there is none to be
+/// had. The file doesn't exist.
+QString temporaryFileName();

@@ -1,0 +1,270 @@
+#include "support/platform/FileSystem.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QStandardPaths>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+class Descriptor
+{
+public:
+    explicit Descriptor(int fd)
+        : fd(fd)
+    {
+    }
+    Descriptor(Descriptor &&other) noexcept
+        : fd(std::exchange(other.fd, -1))
+    {
+    }
+    ~Descriptor() { close(); }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+    Descriptor &operator=(Descriptor &&) = delete;
+
+    bool isOpen() const { return fd >= 0; }
+    int get() const { return fd; }
+
+    /// A file system may report a full disk as late as here.
+    bool close() { return fd < 0 || ::close(std::exchange(fd, -1)) == 0; }
+
+private:
+    int fd;
+};
+
+bool writeAll(int fd, const char *data, std::size_t size)
+{
+    while (size > 0) {
+        const ssize_t written = ::write(fd, data, size);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        data += written;
+        size -= static_cast<std::size_t>(written);
+    }
+    return true;
+}
+
+bool copyContent(int from, int to)
+{
+    std::array<char, 64 * 1024> buffer; // NOLINT(*-member-init): filled by every read
+    for (;;) {
+        const ssize_t count = ::read(from, buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return count == 0;
+        if (!writeAll(to, buffer.data(), static_cast<std::size_t>(count)))
+            return false;
+    }
+}
+
+/// Best effort: a file system without permissions or times still takes the content.
+void copyAttributes(const struct stat &from, int to)
+{
+    static_cast<void>(::fchmod(to, from.st_mode & 0777));
+    const std::array<timespec, 2> times{from.st_atim, from.st_mtim};
+    static_cast<void>(::futimens(to, times.data()));
+}
+
+/// Opens a regular file only; a link may lead to a pipe, on which an open would wait for ever.
+Descriptor openSource(const QByteArray &path, struct stat &info)
+{
+    Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (file.isOpen() && (::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode)))
+        file.close();
+    return file;
+}
+
+void syncDirectory(const QByteArray &path)
+{
+    const Descriptor directory(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory.isOpen())
+        ::fsync(directory.get());
+}
+
+/// The road of file systems that can't rename without replacing.
+bool linkAndUnlink(const QByteArray &source, const QByteArray &target)
+{
+    if (::link(source.constData(), target.constData()) != 0)
+        return false;
+    if (::unlink(source.constData()) == 0)
+        return true;
+    ::unlink(target.constData());
+    return false;
+}
+
+bool renameExclusively(const QByteArray &source, const QByteArray &target)
+{
+#ifdef RENAME_NOREPLACE
+    if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) ==
+        0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+#endif
+    return linkAndUnlink(source, target);
+}
+
+bool renameFile(const QByteArray &source, const QByteArray &target, bool replaceExisting)
+{
+    if (replaceExisting)
+        return ::rename(source.constData(), target.constData()) == 0;
+    return renameExclusively(source, target);
+}
+
+/// Brings a file over from another volume. The old target stands until the new one is on disk.
+bool moveAcrossVolumes(const QByteArray &source, const QByteArray &target, bool replaceExisting)
+{
+    struct stat info
+    {
+    };
+    const Descriptor from = openSource(source, info);
+    if (!from.isOpen())
+        return false;
+
+    const QByteArray folder = QFile::encodeName(QFileInfo(QFile::decodeName(target)).path());
+    QByteArray staged = folder + "/.moving.XXXXXX";
+    Descriptor to(::mkostemp(staged.data(), O_CLOEXEC));
+    if (!to.isOpen())
+        return false;
+
+    bool ok = copyContent(from.get(), to.get());
+    copyAttributes(info, to.get());
+    ok = ok && ::fsync(to.get()) == 0;
+    ok = to.close() && ok;
+    if (!ok || !renameFile(staged, target, replaceExisting)) {
+        ::unlink(staged.constData());
+        return false;
+    }
+    syncDirectory(folder);
+    ::unlink(source.constData());
+    return true;
+}
+
+} // namespace
+
+std::wstring documentsFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdWString();
+}
+
+bool canHoldFileName(const QString &name)
+{
+    // What the locale's encoding can't say comes back as another name.
+    return !name.contains(QChar::Null) && QFile::decodeName(QFile::encodeName(name)) == name;
+}
+
+bool copyFile(const QString &source, const QString &target)
+{
+    struct stat sourceInfo
+    {
+    };
+    const Descriptor from = openSource(QFile::encodeName(source), sourceInfo);
+    if (!from.isOpen())
+        return false;
+
+    Descriptor to(::open(QFile::encodeName(target).constData(),
+                         O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, S_IRUSR | S_IWUSR));
+    struct stat targetInfo
+    {
+    };
+    if (!to.isOpen() || ::fstat(to.get(), &targetInfo) != 0)
+        return false;
+    // Emptied only now, for the two paths may lead to one file.
+    if (sourceInfo.st_dev == targetInfo.st_dev && sourceInfo.st_ino == targetInfo.st_ino)
+        return false;
+    if (::ftruncate(to.get(), 0) != 0 || !copyContent(from.get(), to.get()))
+        return false;
+    copyAttributes(sourceInfo, to.get());
+    return to.close();
+}
+
+bool moveFile(const QString &source, const QString &target, bool replaceExisting)
+{
+    const QByteArray from = QFile::encodeName(source);
+    const QByteArray to = QFile::encodeName(target);
+    if (renameFile(from, to, replaceExisting))
+        return true;
+    return errno == EXDEV && moveAcrossVolumes(from, to, replaceExisting);
+}
+
+Creation createDirectory(const QString &path)
+{
+    if (::mkdir(QFile::encodeName(path).constData(), 0777) == 0)
+        return Creation::Made;
+    return errno == EEXIST ? Creation::Exists : Creation::Failed;
+}
+
+Placement placeDirectory(const QString &source, const QString &target)
+{
+    // Over an empty directory rename(2) puts the new one in a single step.
+    const QByteArray from = QFile::encodeName(source);
+    const QByteArray to = QFile::encodeName(target);
+    if (::rename(from.constData(), to.constData()) == 0)
+        return Placement::Placed;
+    const bool taken = errno == ENOTEMPTY || errno == EEXIST || errno == ENOTDIR;
+    return taken ? Placement::Taken : Placement::Failed;
+}
+
+bool removeLink(const QString &path)
+{
+    return ::unlink(QFile::encodeName(path).constData()) == 0;
+}
+
+struct DirectoryHold::Native
+{
+    Descriptor directory;
+    bool exclusive = false;
+};
+
+DirectoryHold::DirectoryHold(std::unique_ptr<Native> native)
+    : native(std::move(native))
+{
+}
+
+DirectoryHold::~DirectoryHold() = default;
+
+std::unique_ptr<DirectoryHold> DirectoryHold::take(const QString &directory)
+{
+    const QByteArray path = QFile::encodeName(directory);
+    Descriptor opened(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!opened.isOpen())
+        return nullptr;
+    const bool exclusive = ::flock(opened.get(), LOCK_EX | LOCK_NB) == 0;
+    if (!exclusive && errno == EWOULDBLOCK)
+        return nullptr;
+
+    // Between the opening and the lock its last holder may have removed it.
+    struct stat held
+    {
+    }, named{};
+    if (::fstat(opened.get(), &held) != 0 || ::lstat(path.constData(), &named) != 0 ||
+        held.st_dev != named.st_dev || held.st_ino != named.st_ino)
+        return nullptr;
+    auto native = std::make_unique<Native>(Native{std::move(opened), exclusive});
+    return std::unique_ptr<DirectoryHold>(new DirectoryHold(std::move(native)));
+}
+
+bool DirectoryHold::isExclusive() const
+{
+    return native->exclusive;
+}
+
+} // namespace platform
