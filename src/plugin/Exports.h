@@ -2,11 +2,13 @@
 
 #include <QtCore/QtGlobal>
 
+class DashboardAbstractProfilesManager;
 class IDashboardEngine;
 class INavigationService;
+class IRecentVehicleNameProvider;
 
 // The library's exports, undecorated. A host resolves them by name and calls them on the thread of
-// its GUI, after its Qt application object exists: `CreateE` first, then `Init`.
+// its GUI, after its Qt application object exists: `CreateE` first, then `CreatePM` and `Init`.
 
 extern "C" {
 
@@ -15,10 +17,17 @@ extern "C" {
 /// for the engine's life. Throws what its allocations throw.
 Q_DECL_EXPORT IDashboardEngine *CreateE(bool useMph, bool hardwareAcceleration);
 
+/// Makes the store of dashboards, which reads them from disk and sends the active one's document to
+/// `engine`; the caller owns it. Both arguments are borrowed and must outlive it. Null when either
+/// is. Throws what its allocations throw.
+Q_DECL_EXPORT DashboardAbstractProfilesManager *
+CreatePM(IDashboardEngine *engine, IRecentVehicleNameProvider *vehicleProvider);
+
 /// Registers the QML types that documents need. Must run before the first dashboard is loaded. A
 /// null pointer is logged, and then nothing is registered.
 Q_DECL_EXPORT void Init(INavigationService *navigation, IDashboardEngine *engine);
 }
 
 using CreateEFunction = decltype(&CreateE);
+using CreatePMFunction = decltype(&CreatePM);
 using InitFunction = decltype(&Init);

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QtCore/QString>
+
+/// What `DashboardAbstractProfilesManager::performAction` can do.
+namespace DashboardProfileAction {
+enum Code : int {
+    Activate = 0, ///< Makes the profile the active one; no parameter.
+    Copy = 1,     ///< Copies it into the user's folder; the parameter is the new profile's name.
+    Rename = 2,   ///< The parameter is the new name.
+    Remove = 3,   ///< Deletes it from disk; no parameter.
+};
+}
+
+/// How an action ended.
+struct DashboardActionResult
+{
+    bool ok = false;
+    QString message; ///< Why it failed, for the user; empty on success.
+};

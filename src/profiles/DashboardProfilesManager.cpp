@@ -1,0 +1,214 @@
+#include "profiles/DashboardProfilesManager.h"
+
+#include "plugin/IDashboardEngine.h"
+#include "plugin/IRecentVehicleNameProvider.h"
+#include "profiles/DashboardFolders.h"
+#include "profiles/RecentProfile.h"
+#include "profiles/VehicleAssignments.h"
+#include "support/Logging.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::int64_t AssignmentPeriodMs = 8000;
+
+bool isSameName(const QString &one, const QString &other)
+{
+    return one.compare(other, Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+DashboardProfilesManager::DashboardProfilesManager(IDashboardEngine *engine,
+                                                   IRecentVehicleNameProvider *vehicleProvider,
+                                                   const platform::Counter &counter)
+    : engine(engine)
+    , vehicleProvider(vehicleProvider)
+    , clock(counter)
+{
+    scanDashboards(builtInDashboardsPath(), true);
+    scanDashboards(userDashboardsPath(), false);
+    loadVehicleAssignments(vehicleAssignmentsPath(), profiles);
+    std::stable_sort(profiles.begin(), profiles.end(),
+                     [](const auto &one, const auto &other) { return one.name < other.name; });
+    ++revisionCount;
+    activateFirstProfile();
+}
+
+void DashboardProfilesManager::scanDashboards(const QString &root, bool builtIn)
+{
+    const QFileInfoList entries =
+        QDir(root).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
+    for (const QFileInfo &entry : entries)
+        addProfile(entry.absoluteFilePath(), builtIn);
+}
+
+void DashboardProfilesManager::addProfile(const QString &directory, bool builtIn)
+{
+    const QString document = documentPath(directory);
+    const QString preview = previewPath(directory);
+    if (!QFile::exists(document) || !QFile::exists(preview))
+        return;
+
+    DashboardProfile profile;
+    profile.id = nextId++;
+    profile.name = QFileInfo(directory).fileName();
+    profile.previewPath = preview;
+    profile.builtIn = builtIn;
+    profile.qmlPath = document;
+    profile.directory = directory;
+    profiles.push_back(std::move(profile));
+}
+
+void DashboardProfilesManager::activateFirstProfile()
+{
+    const QString recent = recentProfileName();
+    auto first = std::find_if(profiles.cbegin(), profiles.cend(), [&](const auto &profile) {
+        return isSameName(profile.name, recent);
+    });
+    if (first == profiles.cend())
+        first = profiles.cbegin();
+    if (first == profiles.cend())
+        return;
+    activeId = first->id;
+    publishDashboard(first->qmlPath);
+}
+
+qint32 DashboardProfilesManager::revision() const
+{
+    return revisionCount;
+}
+
+DashboardProfileHeader::Id DashboardProfilesManager::activeProfileId() const
+{
+    return activeId;
+}
+
+std::vector<DashboardProfileHeader> DashboardProfilesManager::profileHeaders() const
+{
+    const LockGuard guard(lock);
+    return {profiles.cbegin(), profiles.cend()};
+}
+
+std::unique_ptr<DashboardProfileHeader> DashboardProfilesManager::profileHeader(Id id) const
+{
+    const LockGuard guard(lock);
+    const DashboardProfile *const found = findProfile(id);
+    return found != nullptr ? std::make_unique<DashboardProfileHeader>(*found) : nullptr;
+}
+
+std::unique_ptr<DashboardProfile> DashboardProfilesManager::profile(Id id) const
+{
+    const LockGuard guard(lock);
+    const DashboardProfile *const found = findProfile(id);
+    return found != nullptr ? std::make_unique<DashboardProfile>(*found) : nullptr;
+}
+
+bool DashboardProfilesManager::profileNameExists(const QString &name) const
+{
+    const LockGuard guard(lock);
+    return std::any_of(profiles.cbegin(), profiles.cend(),
+                       [&](const auto &profile) { return isSameName(profile.name, name); });
+}
+
+void DashboardProfilesManager::activateRecentProfileForVehicle(QString vehicleName)
+{
+    if (vehicleName.isEmpty())
+        return;
+    const Id before = activeId;
+    Id after = before;
+    std::set<Id> changed;
+    {
+        const LockGuard guard(lock);
+        const DashboardProfile *const active = findProfile(activeId);
+        if (active != nullptr && active->vehicles.contains(vehicleName))
+            return;
+
+        const bool staysHere = active != nullptr && isAssignmentPeriodOpen();
+        const DashboardProfile *const home = staysHere ? nullptr : findProfileOf(vehicleName);
+        if (home != nullptr) {
+            activeId.exchange(home->id);
+            publishDashboard(home->qmlPath);
+            setRecentProfileName(home->name);
+        } else {
+            changed = assignVehicle(activeId, vehicleName);
+        }
+        keepAssignments(changed);
+        after = activeId;
+    }
+    if (after != before)
+        Q_EMIT newProfileActivated(after);
+    for (const Id id : changed)
+        Q_EMIT profileModified(id);
+}
+
+std::set<DashboardProfileHeader::Id>
+DashboardProfilesManager::assignVehicle(Id id, const QString &vehicleName)
+{
+    std::set<Id> changed;
+    if (vehicleName.isEmpty())
+        return changed;
+    for (DashboardProfile &profile : profiles) {
+        if (profile.id == id) {
+            if (profile.vehicles.contains(vehicleName))
+                continue;
+            logInfo(QStringLiteral("Dashboard: Assigned vehicle %1 to %2")
+                        .arg(vehicleName, profile.name));
+            profile.vehicles.insert(vehicleName);
+            changed.insert(profile.id);
+        } else if (profile.vehicles.remove(vehicleName)) {
+            logInfo(QStringLiteral("Dashboard: Detached vehicle %1 from %2")
+                        .arg(vehicleName, profile.name));
+            changed.insert(profile.id);
+        }
+    }
+    return changed;
+}
+
+void DashboardProfilesManager::keepAssignments(const std::set<Id> &changed)
+{
+    if (changed.empty())
+        return;
+    ++revisionCount;
+    saveVehicleAssignments(vehicleAssignmentsPath(), profiles);
+}
+
+bool DashboardProfilesManager::isAssignmentPeriodOpen() const
+{
+    return lastActivationMs != 0 && clock.elapsedMs() - lastActivationMs < AssignmentPeriodMs;
+}
+
+const DashboardProfile *DashboardProfilesManager::findProfile(Id id) const
+{
+    const auto found = std::find_if(profiles.cbegin(), profiles.cend(),
+                                    [&](const auto &profile) { return profile.id == id; });
+    return found != profiles.cend() ? &*found : nullptr;
+}
+
+DashboardProfile *DashboardProfilesManager::findProfile(Id id)
+{
+    const auto found = std::find_if(profiles.begin(), profiles.end(),
+                                    [&](const auto &profile) { return profile.id == id; });
+    return found != profiles.end() ? &*found : nullptr;
+}
+
+const DashboardProfile *DashboardProfilesManager::findProfileOf(const QString &vehicleName) const
+{
+    const auto found = std::find_if(profiles.cbegin(), profiles.cend(), [&](const auto &profile) {
+        return profile.vehicles.contains(vehicleName);
+    });
+    return found != profiles.cend() ? &*found : nullptr;
+}
+
+void DashboardProfilesManager::publishDashboard(const QString &path)
+{
+    const bool relative = QFileInfo(path).isRelative();
+    const QDir application(QCoreApplication::applicationDirPath());
+    engine->setDashboardFile(relative ? application.absoluteFilePath(path) : path);
+}
