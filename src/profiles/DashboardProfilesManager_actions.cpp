@@ -109,13 +109,14 @@ DashboardActionResult DashboardProfilesManager::copyProfile(Id id, const QString
     const QString target = root + QLatin1Char('/') + newName;
     StagingDirectory::removeAbandoned(root);
     const QString taken = tr("Dashboard with given name already exists");
+    const QString notCreated = tr("Failed to create '%1'").arg(native(target));
+    // Asked first: such a name may come out as another one, and that exists.
+    if (!platform::canHoldFileName(newName))
+        return failure(notCreated);
     if (QFileInfo::exists(target))
         return failure(taken);
 
     makeDirectory(root);
-    const QString notCreated = tr("Failed to create '%1'").arg(native(target));
-    if (!platform::canHoldFileName(newName))
-        return failure(notCreated);
     // The staged directory stands before the name is reserved, so that a clean-up after a killed
     // process finds the reservation through it.
     const auto staging = StagingDirectory::make(root, newName);

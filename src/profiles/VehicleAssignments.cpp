@@ -92,8 +92,6 @@ void loadVehicleAssignments(const QString &path, std::vector<DashboardProfile> &
 void saveVehicleAssignments(const QString &path, const std::vector<DashboardProfile> &profiles)
 {
     const QString temporary = temporaryFileName();
-    if (temporary.isEmpty())
-        return;
     QFile::remove(temporary);
     {
         QSettings file(temporary, QSettings::IniFormat);

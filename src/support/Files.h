@@ -18,6 +18,6 @@ QDir makeDirectory(const QString &path);
 /// Without `replaceExisting` an existing target makes it fail. A failure leaves both files alone.
 bool moveFile(const QString &source, const QString &target, bool replaceExisting);
 
-/// A name in the system's temporary folder that nobody has just now; empty if there is none to be
-/// had. The file doesn't exist.
+/// A name in the system's temporary folder that nobody has just now. The file doesn't exist, and
+/// where the folder can't be written nothing can be put there either.
 QString temporaryFileName();

@@ -1,0 +1,283 @@
+#include "ProfilesFixture.h"
+
+#include <QtTest/QtTest>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/ptrace.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+
+#include <random>
+
+namespace {
+
+using Action = DashboardProfileAction::Code;
+
+/// What a process that is going to be killed does: one operation, or all kinds of them for ever.
+void operate(const QString &operation, DashboardProfilesManager &store, FakeProvider &provider,
+             unsigned seed)
+{
+    const auto id = [&](const QString &name) {
+        for (const auto &header : store.profileHeaders()) {
+            if (header.name == name)
+                return header.id;
+        }
+        return DashboardProfileHeader::NoId;
+    };
+    if (operation == "save"_q) {
+        provider.name = "two"_q;
+        store.performAction(id("Alpha"_q), Action::Activate, {});
+    } else if (operation == "copy"_q) {
+        store.performAction(id("Beta"_q), Action::Copy, "Copied"_q);
+    } else if (operation == "rename"_q) {
+        store.performAction(id("Beta"_q), Action::Rename, "Renamed"_q);
+    } else if (operation == "remove"_q) {
+        store.performAction(id("Beta"_q), Action::Remove, {});
+    }
+    std::mt19937 random(seed);
+    while (operation == "loop"_q) {
+        const QString copy = "Copy%1"_q.arg(random() % 4);
+        provider.name = random() % 2 == 0 ? "one"_q : "two"_q;
+        store.performAction(id("Alpha"_q), Action::Activate, {});
+        store.performAction(id("Beta"_q), Action::Activate, {});
+        store.performAction(id("Gamma"_q), Action::Copy, copy);
+        store.performAction(id(copy), Action::Rename, copy + "Renamed"_q);
+        store.performAction(id(copy + "Renamed"_q), Action::Remove, {});
+    }
+}
+
+int operateAndEnd(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    FakeEngine engine;
+    FakeProvider provider;
+    DashboardProfilesManager store(&engine, &provider);
+    std::raise(SIGSTOP);
+    const QByteArray seed(argc > 2 ? argv[2] : "0");
+    operate(QString::fromLocal8Bit(argv[1]), store, provider, seed.toUInt());
+    std::_Exit(0);
+}
+
+pid_t spawn(const QByteArray &operation, const QByteArray &seed, bool traced)
+{
+    const QByteArray program = QFile::encodeName(QCoreApplication::applicationFilePath());
+    const pid_t child = fork();
+    if (child == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (traced && ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
+            _exit(3);
+        execl(program.constData(), program.constData(), operation.constData(), seed.constData(),
+              nullptr);
+        _exit(4);
+    }
+    return child;
+}
+
+/// Whether a system call can change what is on disk.
+bool touchesTheDisk(const __ptrace_syscall_info &info)
+{
+    switch (info.entry.nr) {
+    case SYS_openat:
+        return (info.entry.args[2] & (O_CREAT | O_TRUNC)) != 0;
+#ifdef SYS_rename
+    case SYS_open:
+        return (info.entry.args[1] & (O_CREAT | O_TRUNC)) != 0;
+    case SYS_rename:
+    case SYS_mkdir:
+    case SYS_rmdir:
+    case SYS_unlink:
+    case SYS_link:
+#endif
+    case SYS_renameat:
+    case SYS_renameat2:
+    case SYS_mkdirat:
+    case SYS_unlinkat:
+    case SYS_linkat:
+    case SYS_write:
+    case SYS_ftruncate:
+    case SYS_fchmod:
+    case SYS_fsync:
+    case SYS_fdatasync:
+        return true;
+    default:
+        return false;
+    }
+}
+
+enum class End { Killed, Finished, Untraceable };
+
+/// Runs `operation` in a process of its own and kills it before its `step`th change on disk.
+End killAt(int step, const QByteArray &operation)
+{
+    const pid_t child = spawn(operation, "0", true);
+    int status = 0;
+    const auto goOn = [&](__ptrace_request request, int signal) {
+        ptrace(request, child, nullptr, signal);
+        return waitpid(child, &status, 0) == child && WIFSTOPPED(status);
+    };
+    if (waitpid(child, &status, 0) != child || !WIFSTOPPED(status))
+        return End::Untraceable;
+    ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_EXITKILL | PTRACE_O_TRACESYSGOOD);
+    while (WSTOPSIG(status) != SIGSTOP) {
+        if (!goOn(PTRACE_CONT, 0))
+            return End::Untraceable;
+    }
+    while (goOn(PTRACE_SYSCALL, 0)) {
+        __ptrace_syscall_info info{};
+        ptrace(PTRACE_GET_SYSCALL_INFO, child, sizeof info, &info);
+        if (info.op == PTRACE_SYSCALL_INFO_ENTRY && touchesTheDisk(info) && --step == 0) {
+            kill(child, SIGKILL);
+            waitpid(child, &status, 0);
+            return End::Killed;
+        }
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? End::Finished : End::Untraceable;
+}
+
+struct Home : ProfilesFixture
+{
+    Home()
+    {
+        addUser({"Alpha"_q, "Beta"_q, "Gamma"_q});
+        setRecentName("Gamma"_q);
+        writeFile(iniPath(), "[Alpha]\nVehicle.0.Name=one\nVehicleCount=1\n"
+                             "[Beta]\nVehicle.0.Name=two\nVehicle.1.Name=three\nVehicleCount=2\n");
+    }
+
+    bool isWhole(const QString &name) const
+    {
+        return readFile(userPath(name + "/Dash.qml"_q)) == "Item {}"
+            && readFile(userPath(name + "/preview.png"_q)) == "png"
+            && readFile(userPath(name + "/assets/needle.svg"_q)) == QByteArray(20'000, 's');
+    }
+
+    /// A lock that its owner was killed with keeps QSettings waiting for half a minute.
+    void clearSettingsLocks() const
+    {
+        QFile::remove(home.path("/config/Orvalentix/Halvorin.conf.lock"));
+    }
+};
+
+} // namespace
+
+class ProfileKillTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aKillBeforeAnyChangeOnDiskLeavesTheOldOrTheNew_data()
+    {
+        QTest::addColumn<QByteArray>("operation");
+        QTest::addColumn<QStringList>("listedAfter");
+        QTest::addColumn<Assignments>("storedAfter");
+        QTest::addColumn<bool>("otherVolume");
+        const Assignments moved{{"Alpha"_q, {"one"_q, "two"_q}}, {"Beta"_q, {"three"_q}}};
+        const Assignments before{{"Alpha"_q, {"one"_q}}, {"Beta"_q, {"two"_q, "three"_q}}};
+        const Assignments renamed{{"Alpha"_q, {"one"_q}}, {"Renamed"_q, {"two"_q, "three"_q}}};
+        const QStringList three{"Alpha"_q, "Beta"_q, "Gamma"_q};
+        QTest::newRow("save") << QByteArray("save") << three << moved << false;
+        QTest::newRow("save, two volumes") << QByteArray("save") << three << moved << true;
+        QTest::newRow("copy") << QByteArray("copy")
+                              << QStringList{"Alpha"_q, "Beta"_q, "Copied"_q, "Gamma"_q} << before
+                              << false;
+        QTest::newRow("rename") << QByteArray("rename")
+                                << QStringList{"Alpha"_q, "Gamma"_q, "Renamed"_q} << renamed
+                                << true;
+        QTest::newRow("remove") << QByteArray("remove") << QStringList{"Alpha"_q, "Gamma"_q}
+                                << before << false;
+    }
+
+    void aKillBeforeAnyChangeOnDiskLeavesTheOldOrTheNew()
+    {
+        QFETCH(QByteArray, operation);
+        QFETCH(QStringList, listedAfter);
+        QFETCH(Assignments, storedAfter);
+        QFETCH(bool, otherVolume);
+        for (int step = 1;; ++step) {
+            Home f;
+            const QString other = folderOnOtherVolume(f.home.path());
+            if (otherVolume && other.isEmpty())
+                QSKIP("there is one volume only");
+            const QTemporaryDir away(other + "/gauge-XXXXXX"_q);
+            if (otherVolume)
+                qputenv("TMPDIR", away.path().toLocal8Bit());
+            f.start();
+            const QStringList listedBefore = f.names();
+            const Assignments storedBefore = f.storedAssignments();
+
+            const End end = killAt(step, operation);
+            if (end == End::Untraceable)
+                QSKIP("this system doesn't let a test trace its child");
+            f.clearSettingsLocks();
+            f.start();
+            const bool listedNew = f.names() == listedAfter;
+            const bool storedNew = f.storedAssignments() == storedAfter;
+            QVERIFY2(listedNew || f.names() == listedBefore, qUtf8Printable(f.names().join(u' ')));
+            QVERIFY(storedNew || f.storedAssignments() == storedBefore);
+            for (const QString &name : f.names())
+                QVERIFY2(f.isWhole(name), qUtf8Printable(name));
+            // The name that a copy was killed with is free again, and its leavings are gone.
+            if (!f.names().contains("Copied"_q))
+                QVERIFY(f.act("Gamma"_q, Action::Copy, "Copied"_q).ok);
+            else
+                QVERIFY(f.act("Gamma"_q, Action::Copy, "Another"_q).ok);
+            QVERIFY(f.leftovers().isEmpty());
+            if (end == End::Finished) {
+                QVERIFY(listedNew && storedNew);
+                QVERIFY(step > 5);
+                qInfo() << "killed" << step - 1 << "times";
+                return;
+            }
+        }
+    }
+
+    void twoProcessesOnOneFolderKilledAtRandomCorruptNothing()
+    {
+        Home f;
+        std::mt19937 random(64);
+        for (unsigned round = 0; round < 60; ++round) {
+            std::array<pid_t, 2> hosts{};
+            for (pid_t &host : hosts) {
+                host = spawn("loop", QByteArray::number(static_cast<uint>(random())), false);
+                int status = 0;
+                QCOMPARE(waitpid(host, &status, WUNTRACED), host);
+                QVERIFY(WIFSTOPPED(status));
+            }
+            for (const pid_t host : hosts)
+                kill(host, SIGCONT);
+            for (const pid_t host : hosts) {
+                QTest::qSleep(static_cast<int>(1 + random() % 30));
+                kill(host, SIGKILL);
+                int status = 0;
+                QCOMPARE(waitpid(host, &status, 0), host);
+                QVERIFY(WIFSIGNALED(status));
+            }
+            f.clearSettingsLocks();
+
+            f.start();
+            for (const QString &name : f.names())
+                QVERIFY2(f.isWhole(name), qUtf8Printable(name));
+            for (const char *const name : {"Alpha", "Beta", "Gamma"})
+                QVERIFY(f.names().contains(QString::fromLatin1(name)));
+            QSet<QString> vehicles;
+            for (const QSet<QString> &stored : f.storedAssignments())
+                vehicles += stored;
+            QCOMPARE(vehicles, (QSet<QString>{"one"_q, "two"_q, "three"_q}));
+        }
+        QVERIFY(f.act("Gamma"_q, Action::Copy, "Last"_q).ok);
+        QVERIFY(f.leftovers().isEmpty());
+    }
+};
+
+int main(int argc, char **argv)
+{
+    const bool child = argc > 2 && qgetenv("HOME").contains("gauge-home-");
+    if (child)
+        return operateAndEnd(argc, argv);
+    QCoreApplication application(argc, argv);
+    ProfileKillTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "ProfileKillTest.moc"

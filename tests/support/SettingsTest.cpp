@@ -1,0 +1,59 @@
+#include "support/Paths.h"
+#include "support/SettingsGroup.h"
+
+#include "TemporaryHome.h"
+#include "TestFiles.h"
+
+#include <QtTest/QtTest>
+
+class SettingsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theDataFolderIsUnderTheUsersDocuments()
+    {
+        const TemporaryHome home;
+        const QString plain = home.path("/Documents/Orvalentix");
+        QCOMPARE(QString::fromStdWString(documentsDataPath(nullptr)), plain);
+        QCOMPARE(QString::fromStdWString(documentsDataPath(L"")), plain);
+        QCOMPARE(QString::fromStdWString(documentsDataPath(L"Halvorin")), home.data());
+        QVERIFY(!QFileInfo::exists(home.path("/Documents")));
+    }
+
+    void theUsersOwnChoiceOfADocumentsFolderCounts()
+    {
+        const TemporaryHome home;
+        writeFile(home.path("/config/user-dirs.dirs"), "XDG_DOCUMENTS_DIR=\"$HOME/Papiere\"\n");
+        QCOMPARE(QString::fromStdWString(documentsDataPath(L"Halvorin")),
+                 home.path("/Papiere/Orvalentix/Halvorin"));
+    }
+
+    void whatWasSetIsOnDiskWhenTheGroupIsGone()
+    {
+        const TemporaryHome home;
+        openSettingsGroup("Dashboard"_q)->setValue("RecentProfile"_q, "Classic"_q);
+        openSettingsGroup({})->setValue("Plain"_q, 5);
+        const QByteArray stored = readFile(home.path("/config/Orvalentix/Halvorin.conf"));
+        QVERIFY(stored.contains("[Dashboard]\nRecentProfile=Classic\n"));
+        QVERIFY(stored.contains("Plain=5\n"));
+
+        const auto group = openSettingsGroup("Dashboard"_q);
+        QCOMPARE(group->value("RecentProfile"_q, "none"_q).toString(), "Classic"_q);
+        QCOMPARE(group->value("Missing"_q, "none"_q).toString(), "none"_q);
+        group->remove("RecentProfile"_q);
+        QCOMPARE(openSettingsGroup("Dashboard"_q)->value("RecentProfile"_q, "none"_q).toString(),
+                 "none"_q);
+    }
+
+    void settingsThatCannotBeWrittenAreNoFault()
+    {
+        const TemporaryHome home;
+        writeFile(home.path("/config"), "a file in the folder's place");
+        openSettingsGroup("Dashboard"_q)->setValue("RecentProfile"_q, "Classic"_q);
+        QCOMPARE(readFile(home.path("/config")), QByteArray("a file in the folder's place"));
+    }
+};
+
+QTEST_GUILESS_MAIN(SettingsTest)
+#include "SettingsTest.moc"

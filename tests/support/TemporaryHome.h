@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QtCore/QDir>
+#include <QtCore/QSettings>
+#include <QtCore/QTemporaryDir>
+
+#include <array>
+
+/// A home for one test: documents, settings and temporary files end up in it, and nothing of the
+/// user's is read or written. The environment is put back at the end.
+class TemporaryHome
+{
+public:
+    explicit TemporaryHome(const QString &parent = QDir::tempPath())
+        : directory(parent + QStringLiteral("/gauge-home-XXXXXX"))
+    {
+        const std::array<QByteArray, 6> values{path().toLocal8Bit(), path("/config").toLocal8Bit(),
+                                               path("/data").toLocal8Bit(),
+                                               path("/cache").toLocal8Bit(),
+                                               path("/system").toLocal8Bit(),
+                                               path("/tmp").toLocal8Bit()};
+        for (std::size_t i = 0; i < Names.size(); ++i) {
+            before[i] = qgetenv(Names[i]);
+            qputenv(Names[i], values[i]);
+        }
+        QDir().mkpath(path("/tmp"));
+        for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat}) {
+            QSettings::setPath(format, QSettings::UserScope, path("/config"));
+            QSettings::setPath(format, QSettings::SystemScope, path("/system"));
+        }
+    }
+    ~TemporaryHome()
+    {
+        for (std::size_t i = 0; i < Names.size(); ++i)
+            before[i].isNull() ? qunsetenv(Names[i]) : qputenv(Names[i], before[i]);
+    }
+    TemporaryHome(const TemporaryHome &) = delete;
+    TemporaryHome &operator=(const TemporaryHome &) = delete;
+
+    QString path(const char *tail = "") const
+    {
+        return directory.path() + QString::fromUtf8(tail);
+    }
+
+    /// The application's own folder under the documents, which isn't there at first.
+    QString data(const char *tail = "") const
+    {
+        return path("/Documents/Orvalentix/Halvorin") + QString::fromUtf8(tail);
+    }
+
+private:
+    static constexpr std::array<const char *, 6> Names{
+        "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_DIRS", "TMPDIR"};
+
+    QTemporaryDir directory;
+    std::array<QByteArray, 6> before;
+};
