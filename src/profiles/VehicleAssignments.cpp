@@ -4,8 +4,12 @@
 #include "support/Files.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QHash>
 #include <QtCore/QSettings>
+
+#include <algorithm>
+#include <new>
 
 namespace {
 
@@ -25,7 +29,8 @@ QString folded(const QString &name)
 {
     QString result;
     result.reserve(name.size());
-    for (const uint character : name.toUcs4()) {
+    const QVector<uint> characters = name.toUcs4();
+    for (const uint character : characters) {
         const uint lower = QChar::toCaseFolded(character);
         if (QChar::requiresSurrogates(lower))
             result += QChar(QChar::highSurrogate(lower));
@@ -33,6 +38,17 @@ QString folded(const QString &name)
                                                    : QChar(static_cast<ushort>(lower));
     }
     return result;
+}
+
+/// The groups of the file. None where it holds serialised data that claims more than there is
+/// memory: anybody may have edited it, and Qt unpacks all of it here.
+QStringList groupsOf(const QSettings &file)
+{
+    try {
+        return file.childGroups();
+    } catch (const std::bad_alloc &) {
+        return {};
+    }
 }
 
 /// The index in a vehicle's key, -1 for any other key.
@@ -43,20 +59,23 @@ int indexOfKey(const QString &key)
     return ok && index >= 0 && key == nameKey(index) ? index : -1;
 }
 
-/// Reads the vehicles of the open group. The work follows the keys that are there, not the count.
-void readVehicles(const QSettings &file, QSet<QString> &vehicles)
+/// Reads the vehicles of the open group one by one.
+void readVehicles(const QSettings &group, int count, QSet<QString> &vehicles)
 {
-    const int count = file.value(countKey(), 0).toInt();
-    if (count <= 0)
-        return;
+    for (int index = 0; index < count; ++index)
+        vehicles.insert(group.value(nameKey(index), QString()).toString());
+}
 
+/// Does the same for a count that can't be true: the work follows the keys that are there.
+void readVehiclesByKey(const QSettings &group, int count, QSet<QString> &vehicles)
+{
     int found = 0;
-    const QStringList keys = file.childKeys();
+    const QStringList keys = group.childKeys();
     for (const QString &key : keys) {
         const int index = indexOfKey(key);
         if (index < 0 || index >= count)
             continue;
-        vehicles.insert(file.value(key).toString());
+        vehicles.insert(group.value(key).toString());
         ++found;
     }
     if (found < count)
@@ -68,7 +87,7 @@ void readVehicles(const QSettings &file, QSet<QString> &vehicles)
 void loadVehicleAssignments(const QString &path, std::vector<DashboardProfile> &profiles)
 {
     QSettings file(path, QSettings::IniFormat);
-    const QStringList groups = file.childGroups();
+    const QStringList groups = groupsOf(file);
     if (groups.isEmpty())
         return;
 
@@ -79,12 +98,19 @@ void loadVehicleAssignments(const QString &path, std::vector<DashboardProfile> &
         if (first == nullptr)
             first = &profile;
     }
+    // No entry is shorter; what the counts promise beyond that isn't there.
+    qint64 possible = QFileInfo(path).size() / nameKey(0).size();
     for (const QString &group : groups) {
         DashboardProfile *const profile = byName.value(folded(group));
         if (profile == nullptr)
             continue;
         file.beginGroup(group);
-        readVehicles(file, profile->vehicles);
+        const int count = file.value(countKey(), 0).toInt();
+        if (count <= possible)
+            readVehicles(file, count, profile->vehicles);
+        else
+            readVehiclesByKey(file, count, profile->vehicles);
+        possible -= std::max(0, count);
         file.endGroup();
     }
 }

@@ -13,8 +13,8 @@ class FakeEngine final : public IDashboardEngine
 public:
     QStringList documents;
 
-    void updateTelemetry(const VehicleTelemetry &, const DisplayLimits &,
-                         const ExtendedTelemetry &, bool) override
+    void updateTelemetry(const VehicleTelemetry &, const DisplayLimits &, const ExtendedTelemetry &,
+                         bool) override
     {
     }
     void setDashboardFile(const QString &path) override { documents += path; }

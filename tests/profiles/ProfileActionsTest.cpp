@@ -28,16 +28,15 @@ private Q_SLOTS:
         // The built-in profile has id 0; %1 is the id of B and %2 that of C.
         QTest::newRow("activate the active one")
             << "A"_q << int(Action::Activate) << "V"_q << 0 << false << same << none << ""_q;
-        QTest::newRow("activate")
-            << "B"_q << int(Action::Activate) << "V"_q << 0 << false << "B"_q
-            << QStringList{"B/Dash.qml"_q} << "activated %1"_q;
+        QTest::newRow("activate") << "B"_q << int(Action::Activate) << "V"_q << 0 << false << "B"_q
+                                  << QStringList{"B/Dash.qml"_q} << "activated %1"_q;
         QTest::newRow("activate, a vehicle moves")
             << "C"_q << int(Action::Activate) << "V"_q << 1 << true << "C"_q
             << QStringList{"C/Dash.qml"_q} << "activated %2,modified ids"_q;
         QTest::newRow("copy") << "A"_q << int(Action::Copy) << ""_q << 1 << false << same << none
                               << "list"_q;
-        QTest::newRow("rename") << "B"_q << int(Action::Rename) << ""_q << 1 << true << same
-                                << none << "list,modified %1"_q;
+        QTest::newRow("rename") << "B"_q << int(Action::Rename) << ""_q << 1 << true << same << none
+                                << "list,modified %1"_q;
         QTest::newRow("remove") << "B"_q << int(Action::Remove) << ""_q << 1 << false << same
                                 << none << "list,modified %1"_q;
     }
@@ -115,7 +114,8 @@ private Q_SLOTS:
         QCOMPARE(ProfilesFixture::recentName(), "(none)"_q);
         QCOMPARE(f.engine.documents, (QStringList{f.userPath("B/Dash.qml"_q), QString()}));
         QCOMPARE(f.signalLog.join(u','), "list,modified %1,activated %2,"
-                                        "list,modified %2,activated -1"_q.arg(a).arg(b));
+                                         "list,modified %2,activated -1"_q.arg(a)
+                                             .arg(b));
         QVERIFY(f.leftovers().isEmpty());
     }
 
@@ -227,14 +227,14 @@ private Q_SLOTS:
         const auto copy = [&](const QString &name) { return f.act(name, Action::Copy, "New"_q); };
         {
             const FullDisk disk(5000);
-            QCOMPARE(copy("A"_q).message, "Failed to copy '%1' to '%2'"_q.arg(
-                                              f.userPath("A"_q), f.userPath("New"_q)));
+            QCOMPARE(copy("A"_q).message,
+                     "Failed to copy '%1' to '%2'"_q.arg(f.userPath("A"_q), f.userPath("New"_q)));
         }
         QFile::remove(f.userPath("Lost/preview.png"_q));
         QCOMPARE(copy("Lost"_q).message, "'New' is not a valid dashboard"_q);
         QDir(f.userPath("Gone"_q)).removeRecursively();
-        QCOMPARE(copy("Gone"_q).message, "Failed to copy '%1' to '%2'"_q.arg(
-                                             f.userPath("Gone"_q), f.userPath("New"_q)));
+        QCOMPARE(copy("Gone"_q).message,
+                 "Failed to copy '%1' to '%2'"_q.arg(f.userPath("Gone"_q), f.userPath("New"_q)));
         QVERIFY(!QFileInfo::exists(f.userPath("New"_q)));
         QVERIFY(f.leftovers().isEmpty());
         QCOMPARE(f.store->revision(), 1);
@@ -309,6 +309,7 @@ private Q_SLOTS:
             std::atomic<int> winners = 0;
             std::atomic<int> losers = 0;
             std::vector<std::thread> threads;
+            threads.reserve(6);
             for (int i = 0; i < 6; ++i) {
                 threads.emplace_back([&] {
                     const auto result = f.act("A"_q, Action::Copy, name);

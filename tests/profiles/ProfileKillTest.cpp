@@ -148,9 +148,9 @@ struct Home : ProfilesFixture
 
     bool isWhole(const QString &name) const
     {
-        return readFile(userPath(name + "/Dash.qml"_q)) == "Item {}"
-            && readFile(userPath(name + "/preview.png"_q)) == "png"
-            && readFile(userPath(name + "/assets/needle.svg"_q)) == QByteArray(20'000, 's');
+        return readFile(userPath(name + "/Dash.qml"_q)) == "Item {}" &&
+               readFile(userPath(name + "/preview.png"_q)) == "png" &&
+               readFile(userPath(name + "/assets/needle.svg"_q)) == QByteArray(20'000, 's');
     }
 
     /// A lock that its owner was killed with keeps QSettings waiting for half a minute.
@@ -199,7 +199,7 @@ private Q_SLOTS:
             Home f;
             const QString other = folderOnOtherVolume(f.home.path());
             if (otherVolume && other.isEmpty())
-                QSKIP("there is one volume only");
+                QSKIP("there is one volume only", );
             const QTemporaryDir away(other + "/gauge-XXXXXX"_q);
             if (otherVolume)
                 qputenv("TMPDIR", away.path().toLocal8Bit());
@@ -209,14 +209,15 @@ private Q_SLOTS:
 
             const End end = killAt(step, operation);
             if (end == End::Untraceable)
-                QSKIP("this system doesn't let a test trace its child");
+                QSKIP("this system doesn't let a test trace its child", );
             f.clearSettingsLocks();
             f.start();
             const bool listedNew = f.names() == listedAfter;
             const bool storedNew = f.storedAssignments() == storedAfter;
             QVERIFY2(listedNew || f.names() == listedBefore, qUtf8Printable(f.names().join(u' ')));
             QVERIFY(storedNew || f.storedAssignments() == storedBefore);
-            for (const QString &name : f.names())
+            const QStringList names = f.names();
+            for (const QString &name : names)
                 QVERIFY2(f.isWhole(name), qUtf8Printable(name));
             // The name that a copy was killed with is free again, and its leavings are gone.
             if (!f.names().contains("Copied"_q))
@@ -257,12 +258,14 @@ private Q_SLOTS:
             f.clearSettingsLocks();
 
             f.start();
-            for (const QString &name : f.names())
+            const QStringList names = f.names();
+            for (const QString &name : names)
                 QVERIFY2(f.isWhole(name), qUtf8Printable(name));
             for (const char *const name : {"Alpha", "Beta", "Gamma"})
                 QVERIFY(f.names().contains(QString::fromLatin1(name)));
             QSet<QString> vehicles;
-            for (const QSet<QString> &stored : f.storedAssignments())
+            const Assignments assignments = f.storedAssignments();
+            for (const QSet<QString> &stored : assignments)
                 vehicles += stored;
             QCOMPARE(vehicles, (QSet<QString>{"one"_q, "two"_q, "three"_q}));
         }

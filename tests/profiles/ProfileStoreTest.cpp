@@ -61,10 +61,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("recent");
         QTest::addColumn<QString>("active");
         QTest::newRow("none") << QString() << "Classic"_q;
-        QTest::newRow("unknown") << "Gone"_q << "Classic"_q;
-        QTest::newRow("exact") << "Second"_q << "Second"_q;
-        QTest::newRow("other case") << "SECOND"_q << "Second"_q;
-        QTest::newRow("capitals come first") << "classic"_q << "Classic"_q;
+        QTest::newRow("unknown") << "Gone"_q
+                                 << "Classic"_q;
+        QTest::newRow("exact") << "Second"_q
+                               << "Second"_q;
+        QTest::newRow("other case") << "SECOND"_q
+                                    << "Second"_q;
+        QTest::newRow("capitals come first") << "classic"_q
+                                             << "Classic"_q;
     }
 
     void theRecentProfileBecomesActiveElseTheFirst()
@@ -86,9 +90,9 @@ private Q_SLOTS:
 
     void assignmentsComeBackAfterARestartWhateverTheNames()
     {
-        const QStringList names{"Plain"_q,      "General"_q, "per%cent"_q, "br]ack[et"_q,
-                                "line\nfeed"_q, "😀 ü"_q,    "back\\s"_q,  "semi;colon=\"x\""_q,
-                                "Groß"_q};
+        const QStringList names{"Plain"_q,     "General"_q,           "per%cent"_q,
+                                "br]ack[et"_q, "line\nfeed"_q,        "😀 ü"_q,
+                                R"(back\s)"_q, R"(semi;colon="x")"_q, "Groß"_q};
         ProfilesFixture f;
         f.addUser(names);
         f.start();
@@ -119,7 +123,10 @@ private Q_SLOTS:
         QTest::newRow("too big") << one + "99999999999\n" << QStringList{""_q, "A"_q, "B"_q};
         QTest::newRow("negative") << one + "-1\n" << QStringList();
         QTest::newRow("no number") << one + "many\n" << QStringList();
-        QTest::newRow("count missing") << QByteArray("[Alpha]\nVehicle.0.Name=A\n") << QStringList();
+        const QByteArray huge = "@Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff)\n";
+        QTest::newRow("count of serialised data") << one + huge << QStringList();
+        QTest::newRow("count missing")
+            << QByteArray("[Alpha]\nVehicle.0.Name=A\n") << QStringList();
         QTest::newRow("sparse") << QByteArray("[Alpha]\nVehicle.1999999999.Name=A\n"
                                               "Vehicle.01.Name=B\nVehicleCount=2000000000\n")
                                 << QStringList{""_q, "A"_q};
@@ -162,7 +169,7 @@ private Q_SLOTS:
             writeFile(f.iniPath(), whole.left(size));
             f.start();
             f.store->activateRecentProfileForVehicle("New"_q);
-            QVERIFY(f.assignments()[f.activeName()].contains("New"_q));
+            QVERIFY(f.assignments().value(f.activeName()).contains("New"_q));
             QCOMPARE(f.storedAssignments(), f.assignments());
         }
     }
@@ -173,8 +180,8 @@ private Q_SLOTS:
         f.addUser({"Alpha"_q});
         QByteArray content = "[Alpha]\nVehicleCount=100000\n";
         for (int i = 0; i < 100'000; ++i) {
-            content += "Vehicle." + QByteArray::number(i) + ".Name=" + QByteArray(180, 'v')
-                + QByteArray::number(i) + '\n';
+            content += "Vehicle." + QByteArray::number(i) + ".Name=" + QByteArray(180, 'v') +
+                       QByteArray::number(i) + '\n';
         }
         QVERIFY(content.size() > 20'000'000);
         writeFile(f.iniPath(), content);

@@ -94,8 +94,8 @@ class ProfileThreadsTest : public QObject
 private Q_SLOTS:
     void sixThreadsLeaveTheStoreInOrder()
     {
-        const auto handler = qInstallMessageHandler(
-            [](QtMsgType, const QMessageLogContext &, const QString &) {});
+        const auto handler =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
         ProfilesFixture f;
         RestlessProvider provider;
         ProfilesFixture::addBuiltIn("Classic"_q);
@@ -130,7 +130,8 @@ private Q_SLOTS:
         QCOMPARE(store.revision(), 1 + changes);
         QVERIFY(store.profile(store.activeProfileId()));
         QSet<QString> seen;
-        for (const QSet<QString> &vehicles : f.assignments()) {
+        const Assignments assignments = f.assignments();
+        for (const QSet<QString> &vehicles : assignments) {
             QVERIFY(!seen.intersects(vehicles));
             seen += vehicles;
         }

@@ -61,11 +61,11 @@ public:
         signalLog.clear();
         store = std::make_unique<DashboardProfilesManager>(&engine, &provider, counter);
         using Store = DashboardAbstractProfilesManager;
-        QObject::connect(store.get(), &Store::profileListChanged,
+        QObject::connect(store.get(), &Store::profileListChanged, store.get(),
                          [this] { signalLog += "list"_q; });
-        QObject::connect(store.get(), &Store::profileModified,
+        QObject::connect(store.get(), &Store::profileModified, store.get(),
                          [this](auto id) { signalLog += "modified %1"_q.arg(id); });
-        QObject::connect(store.get(), &Store::newProfileActivated,
+        QObject::connect(store.get(), &Store::newProfileActivated, store.get(),
                          [this](auto id) { signalLog += "activated %1"_q.arg(id); });
         return *store;
     }
@@ -79,7 +79,7 @@ public:
         }
         return DashboardProfileHeader::NoId;
     }
-    DashboardActionResult act(const QString &name, int action, const QVariant &parameter = {})
+    DashboardActionResult act(const QString &name, int action, const QVariant &parameter = {}) const
     {
         return store->performAction(id(name), action, parameter);
     }
@@ -132,7 +132,7 @@ public:
     /// Hidden entries of the user's root: none, but while a copy is under way.
     QStringList leftovers() const
     {
-        return QDir(userPath()).entryList({".*"_q},
-                                          QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return QDir(userPath())
+            .entryList({".*"_q}, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 };

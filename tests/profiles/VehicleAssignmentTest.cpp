@@ -4,12 +4,16 @@
 
 namespace {
 
-QStringList logged;
+QStringList &logged()
+{
+    static QStringList lines;
+    return lines;
+}
 
 void keepInLog(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type == QtInfoMsg)
-        logged += text;
+        logged() += text;
 }
 
 /// Two dashboards: A is active and was chosen by the user at 1000 ms, and B has the vehicle "V".
@@ -44,7 +48,7 @@ private Q_SLOTS:
     {
         TwoDashboards f;
         f.counter.count += 7999;
-        logged.clear();
+        logged().clear();
         const auto handler = qInstallMessageHandler(keepInLog);
         f.report("V"_q);
         qInstallMessageHandler(handler);
@@ -54,8 +58,8 @@ private Q_SLOTS:
         QStringList expected{f.modified("A"_q), f.modified("B"_q)};
         expected.sort();
         QCOMPARE(f.signalLog, expected);
-        QCOMPARE(logged, (QStringList{"Dashboard: Assigned vehicle V to A"_q,
-                                      "Dashboard: Detached vehicle V from B"_q}));
+        QCOMPARE(logged(), (QStringList{"Dashboard: Assigned vehicle V to A"_q,
+                                        "Dashboard: Detached vehicle V from B"_q}));
         QCOMPARE(f.store->revision(), 2);
         QVERIFY(f.engine.documents.isEmpty());
     }
@@ -161,7 +165,7 @@ private Q_SLOTS:
         TwoDashboards f;
         const QString other = folderOnOtherVolume(f.home.path());
         if (other.isEmpty())
-            QSKIP("there is one volume only");
+            QSKIP("there is one volume only", );
         const QTemporaryDir away(other + "/gauge-XXXXXX"_q);
         qputenv("TMPDIR", away.path().toLocal8Bit());
         f.report("V"_q);

@@ -117,7 +117,7 @@ private Q_SLOTS:
         const TemporaryHome home;
         const QString other = folderOnOtherVolume(home.path());
         if (otherVolume && other.isEmpty())
-            QSKIP("there is one volume only");
+            QSKIP("there is one volume only", );
         const QTemporaryDir away(other + "/gauge-XXXXXX"_q);
         const QString source = otherVolume ? away.filePath("source"_q) : home.path("/source");
         const QString target = home.path("/folder/target");
@@ -142,7 +142,7 @@ private Q_SLOTS:
         const TemporaryHome home;
         const QString other = folderOnOtherVolume(home.path());
         if (other.isEmpty())
-            QSKIP("there is one volume only");
+            QSKIP("there is one volume only", );
         const QTemporaryDir away(other + "/gauge-XXXXXX"_q);
         const QByteArray content(100'000, 'n');
         writeFile(away.filePath("source"_q), content);

@@ -14,11 +14,10 @@ public:
     explicit TemporaryHome(const QString &parent = QDir::tempPath())
         : directory(parent + QStringLiteral("/gauge-home-XXXXXX"))
     {
-        const std::array<QByteArray, 6> values{path().toLocal8Bit(), path("/config").toLocal8Bit(),
-                                               path("/data").toLocal8Bit(),
-                                               path("/cache").toLocal8Bit(),
-                                               path("/system").toLocal8Bit(),
-                                               path("/tmp").toLocal8Bit()};
+        const std::array<QByteArray, 6> values{
+            path().toLocal8Bit(),          path("/config").toLocal8Bit(),
+            path("/data").toLocal8Bit(),   path("/cache").toLocal8Bit(),
+            path("/system").toLocal8Bit(), path("/tmp").toLocal8Bit()};
         for (std::size_t i = 0; i < Names.size(); ++i) {
             before[i] = qgetenv(Names[i]);
             qputenv(Names[i], values[i]);
@@ -37,10 +36,7 @@ public:
     TemporaryHome(const TemporaryHome &) = delete;
     TemporaryHome &operator=(const TemporaryHome &) = delete;
 
-    QString path(const char *tail = "") const
-    {
-        return directory.path() + QString::fromUtf8(tail);
-    }
+    QString path(const char *tail = "") const { return directory.path() + QString::fromUtf8(tail); }
 
     /// The application's own folder under the documents, which isn't there at first.
     QString data(const char *tail = "") const

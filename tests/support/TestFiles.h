@@ -88,10 +88,11 @@ inline QString fastFolder()
 inline QString folderOnOtherVolume(const QString &path)
 {
     struct stat here
-    {}, there{};
+    {
+    }, there{};
     const char *const candidate = "/dev/shm";
-    const bool other = stat(QFile::encodeName(path).constData(), &here) == 0
-        && stat(candidate, &there) == 0 && here.st_dev != there.st_dev
-        && access(candidate, W_OK) == 0;
+    const bool other = stat(QFile::encodeName(path).constData(), &here) == 0 &&
+                       stat(candidate, &there) == 0 && here.st_dev != there.st_dev &&
+                       access(candidate, W_OK) == 0;
     return other ? QString::fromLatin1(candidate) : QString();
 }

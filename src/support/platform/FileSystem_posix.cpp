@@ -63,7 +63,7 @@ bool writeAll(int fd, const char *data, std::size_t size)
 
 bool copyContent(int from, int to)
 {
-    std::array<char, 64 * 1024> buffer; // NOLINT(*-member-init): filled by every read
+    std::array<char, 65'536> buffer; // NOLINT(*-member-init): filled by every read
     for (;;) {
         const ssize_t count = ::read(from, buffer.data(), buffer.size());
         if (count < 0 && errno == EINTR)
