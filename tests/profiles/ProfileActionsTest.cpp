@@ -211,7 +211,7 @@ private Q_SLOTS:
         const QStringList odd{".dot"_q, "what?*"_q, "con"_q, "ünï😀"_q, "a.b"_q, "%1 %2"_q};
         for (const QString &name : odd) {
             QVERIFY(f.act("A"_q, Action::Copy, name).ok);
-            QVERIFY(QFileInfo::exists(f.userPath(name + "/assets/needle.svg"_q)));
+            QVERIFY(QFileInfo::exists(f.userPath(name + "/sub/face.svg"_q)));
         }
         QVERIFY(f.act("A"_q, Action::Activate).ok);
         f.counter.count = 1;
@@ -259,12 +259,12 @@ private Q_SLOTS:
 
         f.addUser({"B"_q});
         f.start();
-        QFile::setPermissions(f.userPath("B/assets"_q), QFile::ReadOwner | QFile::ExeOwner);
+        QFile::setPermissions(f.userPath("B/sub"_q), QFile::ReadOwner | QFile::ExeOwner);
         QVERIFY(!f.act("B"_q, Action::Remove).ok);
         QVERIFY(f.names().contains("B"_q));
-        QVERIFY(QFileInfo::exists(f.userPath("B/assets/needle.svg"_q)));
+        QVERIFY(QFileInfo::exists(f.userPath("B/sub/face.svg"_q)));
         QVERIFY(f.leftovers().isEmpty());
-        QFile::setPermissions(f.userPath("B/assets"_q),
+        QFile::setPermissions(f.userPath("B/sub"_q),
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
@@ -281,7 +281,7 @@ private Q_SLOTS:
         QVERIFY(f.act("Second"_q, Action::Rename, "Renamed"_q).ok);
         QVERIFY(f.act("Linked"_q, Action::Remove).ok);
         QVERIFY(!QFileInfo(f.userPath("Linked"_q)).isSymLink());
-        QVERIFY(QFileInfo::exists(f.home.path("/elsewhere/assets/needle.svg")));
+        QVERIFY(QFileInfo::exists(f.home.path("/elsewhere/sub/face.svg")));
         QDir(f.home.path("/elsewhere")).removeRecursively();
         QVERIFY(f.act("Renamed"_q, Action::Remove).ok);
         QVERIFY(!QFileInfo(f.userPath("Renamed"_q)).isSymLink());
@@ -322,7 +322,7 @@ private Q_SLOTS:
             QCOMPARE(winners.load(), 1);
             QCOMPARE(losers.load(), 5);
             QCOMPARE(f.names().count(name), 1);
-            QCOMPARE(readFile(f.userPath(name + "/assets/needle.svg"_q)).size(), 20'000);
+            QCOMPARE(readFile(f.userPath(name + "/sub/face.svg"_q)).size(), 20'000);
         }
         QVERIFY(f.leftovers().isEmpty());
     }

@@ -40,11 +40,17 @@ public:
     QString userPath(const QString &name = {}) const { return home.data("/Dashboards/") + name; }
     QString iniPath() const { return home.data("/dashboardsExtra.ini"); }
 
+    static QStringList assets()
+    {
+        return {"0.svg"_q, "Needle.svg"_q, "dial.svg"_q, "sub/face.svg"_q, "zero.svg"_q};
+    }
     static void addDashboard(const QString &directory)
     {
         writeFile(directory + "/Dash.qml"_q, "Item {}");
         writeFile(directory + "/preview.png"_q, "png");
-        writeFile(directory + "/assets/needle.svg"_q, QByteArray(20'000, u's'));
+        const QStringList files = assets();
+        for (const QString &file : files)
+            writeFile(directory + u'/' + file, QByteArray(20'000, 's'));
     }
     void addUser(const QStringList &names) const
     {
