@@ -117,7 +117,11 @@ public:
     Assignments storedAssignments() const
     {
         Assignments result;
-        QSettings file(iniPath(), QSettings::IniFormat);
+        // Under a name of its own: QSettings takes a path with the same size and time to the
+        // millisecond for the file that it has read before.
+        const QTemporaryDir place(home.path("/copy-XXXXXX"));
+        QFile::copy(iniPath(), place.filePath("copy.ini"_q));
+        QSettings file(place.filePath("copy.ini"_q), QSettings::IniFormat);
         const QStringList groups = file.childGroups();
         for (const QString &group : groups) {
             file.beginGroup(group);
