@@ -7,8 +7,9 @@
 #include "views/DashboardFadeInOut.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QRegularExpression>
 #include <QtTest/QtTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -85,7 +86,7 @@ private Q_SLOTS:
     void everyDocumentHasItsOutcome_data()
     {
         QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("error"); // A pattern; empty for a document that loads.
+        QTest::addColumn<QString>("error"); // What it may be; empty for a document that loads.
 
         const auto bad = [](const char *name, const QByteArray &text, const char *error) {
             QTest::newRow(name) << text << QString::fromLatin1(error);
@@ -113,7 +114,7 @@ private Q_SLOTS:
             "dash_noSuchName is not defined");
         bad("remote import", "import QtQuick 2.15\nimport \"http://127.0.0.1:1/x\"\nItem {}",
             // Which of the two depends on how soon the connection is refused.
-            "Failed to create QQuickItem|127\\.0\\.0\\.1");
+            "Failed to create QQuickItem|127.0.0.1");
         bad("itself within itself", "Dash {}", "recursively");
         bad("binding loop", document("Item { width: height + 1; height: width + 1; Probe {} }"),
             "Binding loop detected");
@@ -155,14 +156,17 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, text);
         QFETCH(QString, error);
-        const QRegularExpression pattern(error);
         const DocumentFolder folder;
         DashboardRenderer renderer;
         const QString path = folder.write(QStringLiteral("Dash.qml"), text);
         for (int round = 0; round < 2; ++round) {
             QCOMPARE(renderer.load(path, Width, Height), error.isEmpty());
             QCOMPARE(renderer.errors().isEmpty(), error.isEmpty());
-            QVERIFY2(pattern.match(QString::fromUtf8(errorsOf(renderer))).hasMatch(),
+            const QStringList accepted = error.split(QLatin1Char('|'));
+            QVERIFY2(std::any_of(accepted.begin(), accepted.end(),
+                                 [&renderer](const QString &part) {
+                                     return errorsOf(renderer).contains(part.toUtf8());
+                                 }),
                      errorsOf(renderer));
             for (int i = 0; i < 3; ++i) {
                 publish(renderer);

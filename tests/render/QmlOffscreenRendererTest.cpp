@@ -82,7 +82,7 @@ private Q_SLOTS:
         QmlOffscreenRenderer renderer;
         QVERIFY(load(renderer, folder.write(QStringLiteral("Dash.qml"), quarters())));
         const Picture picture = frame(renderer, 40, 20);
-        QCOMPARE(picture.bytes.size(), std::size_t{40 * 20 * 4});
+        QCOMPARE(picture.bytes.size(), std::size_t{3200});
         const Frame first(picture.bytes.begin(), picture.bytes.begin() + 4);
         QCOMPARE(first, Frame({0x30, 0x20, 0x10, 0xFF}));
         QCOMPARE(picture.at(39, 0), 0xFF405060U);

@@ -12,6 +12,7 @@
 #include <limits>
 #include <map>
 #include <set>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -651,6 +652,21 @@ private Q_SLOTS:
         QCOMPARE(*std::next(names.begin(), 2), QStringLiteral("dash_abs_Level"));
         bench.publish(distinctInput());
         QVERIFY(bench.publisher.publishedFields() == names);
+    }
+
+    void namesCanBeReadElsewhereDuringTheFirstPublication()
+    {
+        for (int round = 0; round < 20; ++round) {
+            Bench bench;
+            std::size_t largest = 0;
+            std::thread reader([&] {
+                for (int i = 0; i < 100; ++i)
+                    largest = std::max(largest, bench.publisher.publishedFields().size());
+            });
+            bench.publish({});
+            reader.join();
+            QVERIFY(largest <= 129);
+        }
     }
 
     void aHandlerSeesEarlierPropertiesNewAndLaterOnesOld()

@@ -14,7 +14,7 @@ public:
     /// Makes the folders on the way too, and gives the file's path.
     QString write(const QString &name, const QByteArray &content) const
     {
-        const QString target = path(name);
+        QString target = path(name);
         QFile file(target);
         if (!QDir().mkpath(QFileInfo(target).absolutePath()) ||
             !file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
