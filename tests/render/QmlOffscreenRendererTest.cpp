@@ -354,13 +354,14 @@ private Q_SLOTS:
     {
         const DocumentFolder folder;
         // A singleton belongs to the engine and warns when that goes.
-        folder.write(QStringLiteral("Parts/qmldir"), "module Parts\nsingleton Kept 1.0 Kept.qml\n");
-        folder.write(QStringLiteral("Parts/Kept.qml"), R"(pragma Singleton
+        folder.write(QStringLiteral("Pieces/qmldir"),
+                     "module Pieces\nsingleton Kept 1.0 Kept.qml\n");
+        folder.write(QStringLiteral("Pieces/Kept.qml"), R"(pragma Singleton
             import QtQuick 2.15
             QtObject { property int number: 7; Component.onDestruction: { throw "kept" } })");
         const QString path = folder.write(QStringLiteral("Dash.qml"), R"(
             import QtQuick 2.15
-            import Parts 1.0
+            import Pieces 1.0
             Item { width: Kept.number; Component.onDestruction: { throw "root" } })");
         for (int i = 0; i < 3; ++i) {
             QmlOffscreenRenderer renderer;
@@ -372,16 +373,16 @@ private Q_SLOTS:
     void aModuleBesideTheDocumentIsItsAlone()
     {
         const DocumentFolder folder;
-        folder.write(QStringLiteral("a/Parts/qmldir"), "module Parts\nPart 1.0 Part.qml\n");
-        folder.write(QStringLiteral("a/Parts/Part.qml"), filled("red"));
-        const QByteArray user = "import Parts 1.0\nPart {}\n";
+        folder.write(QStringLiteral("a/Pieces/qmldir"), "module Pieces\nPiece 1.0 Piece.qml\n");
+        folder.write(QStringLiteral("a/Pieces/Piece.qml"), filled("red"));
+        const QByteArray user = "import Pieces 1.0\nPiece {}\n";
         const QString first = folder.write(QStringLiteral("a/Dash.qml"), user);
         const QString second = folder.write(QStringLiteral("b/Dash.qml"), user);
         QmlOffscreenRenderer renderer;
         QVERIFY(load(renderer, first));
         QCOMPARE(frame(renderer, 40, 20).count(Red), 40 * 20);
         QVERIFY(!load(renderer, second));
-        QVERIFY(renderer.errors().join(QLatin1Char('\n')).contains(QLatin1String("\"Parts\"")));
+        QVERIFY(renderer.errors().join(QLatin1Char('\n')).contains(QLatin1String("\"Pieces\"")));
         QVERIFY(load(renderer, first));
     }
 
@@ -415,11 +416,11 @@ private Q_SLOTS:
         };
         const QString path = folder.path(QStringLiteral("Dash.qml"));
         QmlOffscreenRenderer renderer;
-        write("Part.qml", filled("#ff0000"));
-        write("Dash.qml", document("Part {}"));
+        write("Piece.qml", filled("#ff0000"));
+        write("Dash.qml", document("Piece {}"));
         QVERIFY(load(renderer, path));
         QCOMPARE(frame(renderer, 40, 20).count(Red), 40 * 20);
-        write("Part.qml", filled("#0000ff"));
+        write("Piece.qml", filled("#0000ff"));
         QVERIFY(load(renderer, path));
         QCOMPARE(frame(renderer, 40, 20).count(Blue), 40 * 20);
         write("Dash.qml", filled("#ff0000"));
