@@ -115,7 +115,7 @@ private Q_SLOTS:
 
         std::atomic<int> changes = 0;
         std::vector<std::thread> threads;
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(4);
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
         for (unsigned seed = 1; seed <= 6; ++seed) {
             threads.emplace_back(
                 [&changes, &store, seed, end] { changes += Worker(store, seed).run(end); });
