@@ -1,7 +1,5 @@
 #include "GaugeLibrary.h"
 
-#include "Exports.h"
-
 GaugeLibrary::GaugeLibrary(const QString &directory)
     : library(directory + QStringLiteral("/GAUGE64"))
 {
@@ -10,6 +8,7 @@ GaugeLibrary::GaugeLibrary(const QString &directory)
         return;
     }
     createE = resolve<CreateEFunction>("CreateE");
+    createPM = resolve<CreatePMFunction>("CreatePM");
     initialise = resolve<InitFunction>("Init");
 }
 
@@ -17,6 +16,12 @@ std::unique_ptr<IDashboardEngine> GaugeLibrary::createEngine(bool useMph,
                                                              bool hardwareAcceleration) const
 {
     return std::unique_ptr<IDashboardEngine>(createE(useMph, hardwareAcceleration));
+}
+
+std::unique_ptr<DashboardAbstractProfilesManager>
+GaugeLibrary::createProfiles(IDashboardEngine &engine, IRecentVehicleNameProvider &vehicles) const
+{
+    return std::unique_ptr<DashboardAbstractProfilesManager>(createPM(&engine, &vehicles));
 }
 
 void GaugeLibrary::init(INavigationService &navigation, IDashboardEngine &engine) const

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "DashboardAbstractProfilesManager.h"
+#include "Exports.h"
 #include "IDashboardEngine.h"
 
 #include <QtCore/QLibrary>
 #include <QtCore/QString>
 
 #include <memory>
-
-class INavigationService;
 
 /// The library GAUGE64, loaded at run time and met only through its exports. Stays loaded to the
 /// end of the process, since the QML types that it registers live there.
@@ -21,6 +21,11 @@ public:
     const QString &error() const { return errorText; }
 
     std::unique_ptr<IDashboardEngine> createEngine(bool useMph, bool hardwareAcceleration) const;
+
+    /// The store must go before the engine.
+    std::unique_ptr<DashboardAbstractProfilesManager>
+    createProfiles(IDashboardEngine &engine, IRecentVehicleNameProvider &vehicles) const;
+
     void init(INavigationService &navigation, IDashboardEngine &engine) const;
 
 private:
@@ -28,6 +33,7 @@ private:
 
     QLibrary library;
     QString errorText;
-    IDashboardEngine *(*createE)(bool, bool) = nullptr;
-    void (*initialise)(INavigationService *, IDashboardEngine *) = nullptr;
+    CreateEFunction createE = nullptr;
+    CreatePMFunction createPM = nullptr;
+    InitFunction initialise = nullptr;
 };

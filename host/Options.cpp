@@ -1,5 +1,7 @@
 #include "Options.h"
 
+#include "telemetry/DemoCars.h"
+
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QRegularExpression>
 
@@ -34,12 +36,18 @@ struct Declared
                                   QStringLiteral("Turn the picture by 180 degrees.")};
     QCommandLineOption dashboard{
         QStringLiteral("dashboard"),
-        QStringLiteral("A QML file, or the name of a shipped dashboard (default: Road)."),
-        QStringLiteral("file|name")};
+        QStringLiteral(
+            "Show this one, whatever vehicle is driven: a QML file, or the name or id of "
+            "a dashboard. Without it the collection decides."),
+        QStringLiteral("file|name|id")};
     QCommandLineOption telemetry{
         QStringLiteral("telemetry"),
         QStringLiteral("Where telemetry comes from: demo, a lap of a simulated car (the default)."),
         QStringLiteral("source")};
+    QCommandLineOption demoCars{
+        QStringLiteral("demo-cars"),
+        QStringLiteral("Cars that the demo drives in turn, 20 seconds each, 1 to 3 (default: 1)."),
+        QStringLiteral("n")};
     QCommandLineOption startAt{
         QStringLiteral("start-at"),
         QStringLiteral("Begin this many seconds into the telemetry (default: 0)."),
@@ -49,13 +57,15 @@ struct Declared
     QCommandLineOption noAcceleration{
         QStringLiteral("no-acceleration"),
         QStringLiteral("Run without OpenGL: consumers get a message instead of dashboards.")};
+    QCommandLineOption json{QStringLiteral("json"),
+                            QStringLiteral("With 'profiles list': print JSON.")};
     QCommandLineOption verbose{QStringLiteral("verbose"),
                                QStringLiteral("Print the library's progress messages.")};
 
     QList<QCommandLineOption> all() const
     {
-        return {window,  frames, count,          size,    upsideDown, dashboard, telemetry,
-                startAt, mph,    noAcceleration, verbose, help,       version};
+        return {window,  frames, count,          size, upsideDown, dashboard, telemetry, demoCars,
+                startAt, mph,    noAcceleration, json, verbose,    help,      version};
     }
 };
 
@@ -75,6 +85,117 @@ std::optional<QSize> parseSize(const QString &text)
     return usable(size.width()) && usable(size.height()) ? std::optional(size) : std::nullopt;
 }
 
+/// Reads a whole number within limits; nothing if it is none.
+std::optional<int> parseCount(const QString &text, int largest)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    return isNumber && number >= 1 && number <= largest ? std::optional(number) : std::nullopt;
+}
+
+// Each of these reads a part of the command line into `options`. The result says what is wrong, or
+// is empty.
+
+QString readMode(const QCommandLineParser &parser, const Declared &declared, Options &options)
+{
+    const QStringList words = parser.positionalArguments();
+    if (!words.isEmpty()) {
+        QString error;
+        const std::optional<ProfileCommand> command = ProfileCommand::parse(words, error);
+        if (!command)
+            return error;
+        options.mode = Options::Mode::Command;
+        options.command = *command;
+        options.command.json = parser.isSet(declared.json);
+    }
+    const bool lists = options.mode == Options::Mode::Command &&
+                       options.command.verb == ProfileCommand::Verb::List;
+    if (parser.isSet(declared.json) && !lists)
+        return QStringLiteral("--json goes with 'profiles list'.");
+    if (!parser.isSet(declared.frames)) {
+        return parser.isSet(declared.count) ? QStringLiteral("--count goes with --frames.")
+                                            : QString();
+    }
+    if (parser.isSet(declared.window) || options.mode == Options::Mode::Command)
+        return QStringLiteral("--frames goes with neither --window nor a command.");
+    options.mode = Options::Mode::Frames;
+    options.framesDirectory = parser.value(declared.frames);
+    return options.framesDirectory.isEmpty() ? QStringLiteral("--frames needs a directory.")
+                                             : QString();
+}
+
+QString readPicture(const QCommandLineParser &parser, const Declared &declared, Options &options)
+{
+    if (parser.isSet(declared.count)) {
+        const QString text = parser.value(declared.count);
+        const std::optional<int> count = parseCount(text, MaximumFrames);
+        if (!count) {
+            return QStringLiteral("--count takes a number from 1 to %1, not '%2'.")
+                .arg(QString::number(MaximumFrames), text);
+        }
+        options.frameCount = *count;
+    }
+    if (parser.isSet(declared.size)) {
+        const QString text = parser.value(declared.size);
+        const std::optional<QSize> size = parseSize(text);
+        if (!size) {
+            return QStringLiteral("--size takes pixels from 2x2 to 16384x16384, like 480x272, not "
+                                  "'%1'.")
+                .arg(text);
+        }
+        options.frameSize = *size;
+    }
+    if (parser.isSet(declared.dashboard)) {
+        options.dashboard = parser.value(declared.dashboard);
+        if (options.dashboard.isEmpty())
+            return QStringLiteral("--dashboard needs a file, a name or an id.");
+    }
+    options.upsideDown = parser.isSet(declared.upsideDown);
+    return {};
+}
+
+QString readTelemetry(const QCommandLineParser &parser, const Declared &declared, Options &options)
+{
+    if (parser.isSet(declared.telemetry)) {
+        options.telemetry = parser.value(declared.telemetry);
+        if (options.telemetry != QLatin1String("demo"))
+            return QStringLiteral("--telemetry knows only 'demo', not '%1'.")
+                .arg(options.telemetry);
+    }
+    if (parser.isSet(declared.demoCars)) {
+        const QString text = parser.value(declared.demoCars);
+        const std::optional<int> cars = parseCount(text, DemoCars::MaximumCars);
+        if (!cars) {
+            return QStringLiteral("--demo-cars takes a number from 1 to %1, not '%2'.")
+                .arg(QString::number(DemoCars::MaximumCars), text);
+        }
+        options.demoCars = *cars;
+    }
+    if (parser.isSet(declared.startAt)) {
+        bool isNumber = false;
+        options.startAt = parser.value(declared.startAt).toDouble(&isNumber);
+        if (!isNumber || !std::isfinite(options.startAt) || options.startAt < 0) {
+            return QStringLiteral("--start-at takes seconds from 0 on, not '%1'.")
+                .arg(parser.value(declared.startAt));
+        }
+    }
+    return {};
+}
+
+QString helpText(const QCommandLineParser &parser)
+{
+    return parser.helpText() +
+           QStringLiteral(
+               "\nThe collection of dashboards:\n"
+               "  profiles list [--json]      Names, ids, kinds, vehicles, previews.\n"
+               "  profiles activate NAME|ID   Make it the one that is shown.\n"
+               "  profiles copy NAME|ID NEW   Copy it into your own folder.\n"
+               "  profiles rename NAME|ID NEW Give one of your own another name.\n"
+               "  profiles remove NAME|ID     Delete one of your own.\n"
+               "  profiles vehicles           Which vehicle goes with which.\n"
+               "  vehicle NAME                Report a vehicle; prints what is on then.\n");
+}
+
 } // namespace
 
 ParsedOptions parseOptions(const QStringList &arguments)
@@ -84,60 +205,24 @@ ParsedOptions parseOptions(const QStringList &arguments)
     parser.setApplicationDescription(
         QStringLiteral("Shows a dashboard of GAUGE64, driven by a simulator's telemetry."));
     parser.addOptions(declared.all());
+    parser.addPositionalArgument(QStringLiteral("command"),
+                                 QStringLiteral("'profiles ...' or 'vehicle ...', see below."),
+                                 QStringLiteral("[command]"));
     if (!parser.parse(arguments))
         return failure(parser.errorText());
     if (parser.isSet(declared.help))
-        return {ParsedOptions::Outcome::Print, {}, parser.helpText()};
-    if (parser.isSet(declared.version))
+        return {ParsedOptions::Outcome::Print, {}, helpText(parser)};
+    if (parser.isSet(declared.version)) {
         return {
             ParsedOptions::Outcome::Print, {}, QStringLiteral("gauge-host " GAUGE_VERSION "\n")};
-    if (!parser.positionalArguments().isEmpty())
-        return failure(QStringLiteral("Unexpected argument '%1'.")
-                           .arg(parser.positionalArguments().constFirst()));
+    }
 
     Options options;
-    if (parser.isSet(declared.frames)) {
-        if (parser.isSet(declared.window))
-            return failure(QStringLiteral("--window and --frames exclude each other."));
-        options.mode = Options::Mode::Frames;
-        options.framesDirectory = parser.value(declared.frames);
-        if (options.framesDirectory.isEmpty())
-            return failure(QStringLiteral("--frames needs a directory."));
-    } else if (parser.isSet(declared.count)) {
-        return failure(QStringLiteral("--count goes with --frames."));
+    for (const auto read : {readMode, readPicture, readTelemetry}) {
+        const QString error = read(parser, declared, options);
+        if (!error.isEmpty())
+            return failure(error);
     }
-    if (parser.isSet(declared.count)) {
-        bool isNumber = false;
-        options.frameCount = parser.value(declared.count).toInt(&isNumber);
-        if (!isNumber || options.frameCount < 1 || options.frameCount > MaximumFrames)
-            return failure(QStringLiteral("--count takes a number from 1 to %1, not '%2'.")
-                               .arg(QString::number(MaximumFrames), parser.value(declared.count)));
-    }
-    if (parser.isSet(declared.size)) {
-        const std::optional<QSize> size = parseSize(parser.value(declared.size));
-        if (!size)
-            return failure(QStringLiteral("--size takes pixels from 2x2 to 16384x16384, like "
-                                          "480x272, not '%1'.")
-                               .arg(parser.value(declared.size)));
-        options.frameSize = *size;
-    }
-    if (parser.isSet(declared.dashboard))
-        options.dashboard = parser.value(declared.dashboard);
-    if (options.dashboard.isEmpty())
-        return failure(QStringLiteral("--dashboard needs a file or a name."));
-    if (parser.isSet(declared.telemetry))
-        options.telemetry = parser.value(declared.telemetry);
-    if (options.telemetry != QLatin1String("demo"))
-        return failure(
-            QStringLiteral("--telemetry knows only 'demo', not '%1'.").arg(options.telemetry));
-    if (parser.isSet(declared.startAt)) {
-        bool isNumber = false;
-        options.startAt = parser.value(declared.startAt).toDouble(&isNumber);
-        if (!isNumber || !std::isfinite(options.startAt) || options.startAt < 0)
-            return failure(QStringLiteral("--start-at takes seconds from 0 on, not '%1'.")
-                               .arg(parser.value(declared.startAt)));
-    }
-    options.upsideDown = parser.isSet(declared.upsideDown);
     options.useMph = parser.isSet(declared.mph);
     options.hardwareAcceleration = !parser.isSet(declared.noAcceleration);
     options.verbose = parser.isSet(declared.verbose);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ProfileCommands.h"
+
 #include <QtCore/QSize>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -7,19 +9,21 @@
 /// What the command line asks for.
 struct Options
 {
-    enum class Mode { Window, Frames };
+    enum class Mode { Window, Frames, Command };
 
     Mode mode = Mode::Window;
     QString framesDirectory;   ///< Where the PNG files go.
     int frameCount = 250;      ///< Ten seconds at the engine's full rate.
     QSize frameSize{480, 272}; ///< Pixels.
     bool upsideDown = false;
-    QString dashboard = QStringLiteral("Road"); ///< A QML file, or the name of a shipped dashboard.
+    QString dashboard; ///< A QML file, or a profile's name or id; empty leaves it to the store.
     QString telemetry = QStringLiteral("demo");
+    int demoCars = 1;   ///< Cars that the demo drives in turn.
     double startAt = 0; ///< Seconds into the telemetry.
     bool useMph = false;
     bool hardwareAcceleration = true;
-    bool verbose = false; ///< Progress messages of the library, too.
+    ProfileCommand command; ///< In mode `Command`.
+    bool verbose = false;   ///< Progress messages of the library, too.
 };
 
 /// What came of reading a command line.

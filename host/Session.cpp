@@ -1,105 +1,76 @@
 #include "Session.h"
 
-#include "Dashboards.h"
-#include "FrameRecorder.h"
+#include "FrameSession.h"
 #include "GaugeLibrary.h"
 #include "LiveWindow.h"
 #include "MessageLog.h"
-#include "ProgressBar.h"
+#include "ProfileLookup.h"
 #include "TelemetryFeeder.h"
+#include "Terminal.h"
+#include "VehicleNames.h"
 #include "ViewRegistry.h"
-#include "telemetry/DemoLap.h"
+#include "telemetry/DemoCars.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QTimer>
+#include <QtCore/QStandardPaths>
 #include <QtGui/QGuiApplication>
-
-#include <cstdio>
 
 namespace {
 
 constexpr quint32 DemoSeed = 64;
-constexpr int StallMs = 15'000; ///< Longer than any load; telemetry never pauses in between.
 
-void printError(const QString &text)
+using StartTelemetry = std::function<std::unique_ptr<TelemetryFeeder>()>;
+
+/// What an installation would have done: the place where a user's own dashboards go.
+void makeUserFolder()
 {
-    std::fprintf(stderr, "gauge-host: %s\n", qUtf8Printable(text));
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString folder = documents + QStringLiteral("/Orvalentix/Halvorin/Dashboards");
+    if (!QDir().mkpath(folder)) {
+        printError(QStringLiteral("Could not make '%1', where your own dashboards go.")
+                       .arg(QDir::toNativeSeparators(folder)));
+    }
 }
 
-std::unique_ptr<TelemetryFeeder> startTelemetry(const Options &options, IDashboardEngine &engine)
-{
-    return std::make_unique<TelemetryFeeder>(std::make_unique<DemoLap>(DemoSeed), options.startAt,
-                                             engine);
-}
-
-int showWindow(const Options &options, IDashboardEngine &engine)
+int showWindow(const Options &options, IDashboardEngine &engine,
+               const DashboardAbstractProfilesManager &store, const StartTelemetry &startTelemetry)
 {
     LiveWindow window(engine, options.upsideDown);
-    window.setTitle(QStringLiteral("%1 - GAUGE64").arg(options.dashboard));
+    const auto nameWindow = [&] {
+        const auto active = store.profileHeader(store.activeProfileId());
+        const bool chosen = !options.dashboard.isEmpty() || active == nullptr;
+        window.setTitle(
+            QStringLiteral("%1 - GAUGE64").arg(chosen ? options.dashboard : active->name));
+    };
+    nameWindow();
+    QObject::connect(&store, &DashboardAbstractProfilesManager::newProfileActivated, &window,
+                     nameWindow);
     window.show();
-    const auto feeder = startTelemetry(options, engine);
+    const std::unique_ptr<TelemetryFeeder> feeder = startTelemetry();
     return QGuiApplication::exec();
 }
 
-int recordFrames(const Options &options, IDashboardEngine &engine, const MessageLog &log)
+int showDashboards(const Options &options, IDashboardEngine &engine,
+                   DashboardAbstractProfilesManager &store, VehicleNames &vehicles,
+                   const MessageLog &log)
 {
-    if (!QDir().mkpath(options.framesDirectory)) {
-        printError(QStringLiteral("Could not make the directory '%1'.")
-                       .arg(QDir::toNativeSeparators(options.framesDirectory)));
+    if (!options.dashboard.isEmpty()) {
+        engine.setDashboardFile(findDocument(store, options.dashboard));
+    } else if (store.activeProfileId() == DashboardProfileHeader::NoId) {
+        printError(QStringLiteral("There are no dashboards beside the program, nor of your own."));
         return 1;
+    } else {
+        QObject::connect(&vehicles, &VehicleNames::vehicleChanged, &store,
+                         &DashboardAbstractProfilesManager::activateRecentProfileForVehicle);
     }
-    FrameRecorder recorder(options.framesDirectory, options.frameCount, options.frameSize,
-                           options.upsideDown);
-    QEventLoop loop;
-    QTimer stall;
-    stall.setSingleShot(true);
-    stall.setInterval(StallMs);
-    bool stalled = false;
-    bool failed = false;
-    QElapsedTimer sinceFirstFrame;
-    int sent = 0;
-    {
-        const ProgressBar bar(options.frameCount);
-        QObject::connect(&recorder, &FrameRecorder::frameDelivered, &loop, [&](int delivered) {
-            if (delivered == 1)
-                sinceFirstFrame.start();
-            stall.start();
-            bar.show(delivered);
-        });
-        QObject::connect(&recorder, &FrameRecorder::finished, &loop, &QEventLoop::quit);
-        QObject::connect(&stall, &QTimer::timeout, &loop, [&] {
-            stalled = true;
-            loop.quit();
-        });
-        QObject::connect(
-            &log, &MessageLog::dashboardFailed, &loop,
-            [&] {
-                failed = true;
-                loop.quit();
-            },
-            Qt::QueuedConnection);
-
-        engine.addConsumer(&recorder);
-        stall.start();
-        const auto feeder = startTelemetry(options, engine);
-        loop.exec();
-        sent = feeder->updatesSent();
-        engine.removeConsumer(&recorder);
-        recorder.flush();
-    }
-    if (failed)
-        return 1;
-    if (stalled)
-        printError(QStringLiteral("No frame came for %1 seconds.").arg(StallMs / 1000));
-    if (!recorder.error().isEmpty())
-        printError(recorder.error());
-
-    const double seconds = sinceFirstFrame.isValid() ? sinceFirstFrame.elapsed() / 1000.0 : 0;
-    std::printf("%d frames, %dx%d pixels, %.1f frames/s, %d updates sent\n", recorder.written(),
-                options.frameSize.width(), options.frameSize.height(),
-                seconds > 0 ? (recorder.delivered() - 1) / seconds : 0.0, sent);
-    return recorder.written() == options.frameCount ? 0 : 1;
+    const StartTelemetry startTelemetry = [&] {
+        return std::make_unique<TelemetryFeeder>(
+            std::make_unique<DemoCars>(DemoSeed, options.demoCars), options.startAt, engine,
+            vehicles);
+    };
+    return options.mode == Options::Mode::Frames
+               ? recordFrames(options, engine, log, startTelemetry)
+               : showWindow(options, engine, store, startTelemetry);
 }
 
 } // namespace
@@ -107,22 +78,25 @@ int recordFrames(const Options &options, IDashboardEngine &engine, const Message
 int runSession(const Options &options)
 {
     const MessageLog log(options.verbose);
-    const QString programDirectory = QCoreApplication::applicationDirPath();
-    const GaugeLibrary library(programDirectory);
+    const GaugeLibrary library(QCoreApplication::applicationDirPath());
     if (!library.error().isEmpty()) {
         printError(library.error());
         return 1;
     }
+    makeUserFolder();
 
+    // A command shows nothing, so it needs no renderer.
+    const bool shows = options.mode != Options::Mode::Command;
     ViewRegistry views;
+    VehicleNames vehicles;
     const std::unique_ptr<IDashboardEngine> engine =
-        library.createEngine(options.useMph, options.hardwareAcceleration);
+        library.createEngine(options.useMph, options.hardwareAcceleration && shows);
+    const std::unique_ptr<DashboardAbstractProfilesManager> store =
+        library.createProfiles(*engine, vehicles);
     library.init(views, *engine);
-    engine->setDashboardFile(Dashboards(programDirectory + QStringLiteral("/Dashboards"))
-                                 .documentFor(options.dashboard));
 
-    const int result = options.mode == Options::Mode::Frames ? recordFrames(options, *engine, log)
-                                                             : showWindow(options, *engine);
+    const int result = shows ? showDashboards(options, *engine, *store, vehicles, log)
+                             : runProfileCommand(options.command, *store, vehicles);
     engine->shutdown();
     return result;
 }

@@ -3,5 +3,5 @@
 #include "Options.h"
 
 /// Runs what the options ask for, from the loading of the library to its end. Needs a
-/// QGuiApplication. The result is the program's exit code.
+/// QGuiApplication, or a QCoreApplication for a command. The result is the program's exit code.
 int runSession(const Options &options);

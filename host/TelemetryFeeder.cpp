@@ -1,16 +1,19 @@
 #include "TelemetryFeeder.h"
 
 #include "IDashboardEngine.h"
+#include "VehicleNames.h"
 #include "telemetry/TelemetrySource.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
 TelemetryFeeder::TelemetryFeeder(std::unique_ptr<TelemetrySource> source, double startAt,
-                                 IDashboardEngine &engine)
+                                 IDashboardEngine &engine, VehicleNames &vehicles)
     : source(std::move(source))
     , startAt(startAt)
     , engine(engine)
+    , vehicles(vehicles)
     , thread([this] { run(); })
 {
 }
@@ -36,7 +39,9 @@ void TelemetryFeeder::run()
     while (!stopping) {
         lock.unlock();
         const std::chrono::duration<double> elapsed = Clock::now() - start;
-        const TelemetrySample sample = source->sampleAt(startAt + elapsed.count());
+        const double moment = startAt + elapsed.count();
+        vehicles.report(source->vehicleNameAt(moment));
+        const TelemetrySample sample = source->sampleAt(moment);
         engine.updateTelemetry(sample.vehicle, sample.limits, sample.extended, sample.paused);
         ++sent;
         // After a hold-up the rhythm starts over: a burst of old moments would help nobody.

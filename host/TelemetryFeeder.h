@@ -8,14 +8,15 @@
 
 class IDashboardEngine;
 class TelemetrySource;
+class VehicleNames;
 
 /// Feeds the engine from a thread of its own, 60 times a second, as a game does.
 class TelemetryFeeder
 {
 public:
-    /// Starts feeding, `startAt` seconds into the telemetry. `engine` is borrowed.
+    /// Starts feeding, `startAt` seconds into the telemetry. `engine` and `vehicles` are borrowed.
     TelemetryFeeder(std::unique_ptr<TelemetrySource> source, double startAt,
-                    IDashboardEngine &engine);
+                    IDashboardEngine &engine, VehicleNames &vehicles);
 
     /// Ends the feeding; no update follows.
     ~TelemetryFeeder();
@@ -31,6 +32,7 @@ private:
     std::unique_ptr<TelemetrySource> source;
     const double startAt;
     IDashboardEngine &engine;
+    VehicleNames &vehicles;
     std::atomic<int> sent{0};
     std::mutex mutex;
     std::condition_variable stopRequested;

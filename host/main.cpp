@@ -26,20 +26,22 @@ int main(int argc, char *argv[])
         std::fputs(qUtf8Printable(parsed.text), stdout);
         return 0;
     case ParsedOptions::Outcome::Fail:
-        std::fprintf(stderr, "gauge-host: %s See gauge-host --help.\n",
-                     qUtf8Printable(parsed.text));
+        printError(parsed.text + QStringLiteral(" See gauge-host --help."));
         return 2;
     case ParsedOptions::Outcome::Run:
         break;
     }
+    if (parsed.options.mode == Options::Mode::Command) {
+        const QCoreApplication application(argc, argv);
+        return runSession(parsed.options);
+    }
     if (!hasDisplay()) {
-        std::fputs("gauge-host: There is no display. Set DISPLAY, or start it under xvfb-run.\n",
-                   stderr);
+        printError(QStringLiteral("There is no display. Set DISPLAY, or start it under xvfb-run."));
         return 1;
     }
 
-    // Text with coloured edges suits only the screen that it was smoothed for; frames go anywhere, and
-    // upside down.
+    // Text with coloured edges suits only the screen that it was smoothed for; frames go anywhere,
+    // and upside down.
     if (!qEnvironmentVariableIsSet("QSG_DISTANCEFIELD_ANTIALIASING"))
         qputenv("QSG_DISTANCEFIELD_ANTIALIASING", "gray");
 

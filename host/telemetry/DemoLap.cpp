@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
 namespace {
 
@@ -64,8 +65,9 @@ std::uint32_t pressureOf(const Corner &corner, bool front)
 
 } // namespace
 
-DemoLap::DemoLap(std::uint32_t seed, std::uint32_t laps)
-    : seed(seed)
+DemoLap::DemoLap(std::uint32_t seed, std::uint32_t laps, QString carName)
+    : carName(std::move(carName))
+    , seed(seed)
     , laps(std::clamp(laps, 1U, LongestRace))
     , driver(circuit, seed)
     , director(seed, driver.flyingLap())
@@ -270,10 +272,9 @@ TelemetrySample DemoLap::sampleAt(double seconds)
     return sample;
 }
 
-QString DemoLap::vehicleNameAt(double seconds)
+QString DemoLap::vehicleNameAt(double /*seconds*/)
 {
-    Q_UNUSED(seconds)
-    return QStringLiteral("Aurelia GT3");
+    return carName;
 }
 
 std::uint32_t DemoLap::statusFlags(double place) const

@@ -25,8 +25,12 @@ public:
     static constexpr std::uint32_t StepsPerSecond = 120;
     static constexpr std::uint32_t LongestRace = 900; ///< Laps, which are less than 24 hours.
 
-    /// `laps` of the race, brought into the range 1 to `LongestRace`.
-    explicit DemoLap(std::uint32_t seed, std::uint32_t laps = 36);
+    static constexpr std::uint32_t DefaultLaps = 36;
+
+    /// `laps` of the race, brought into the range 1 to `LongestRace`. `carName` is what the car is
+    /// called.
+    explicit DemoLap(std::uint32_t seed, std::uint32_t laps = DefaultLaps,
+                     QString carName = QStringLiteral("Aurelia GT3"));
 
     TelemetrySample sampleAt(double seconds) override;
     QString vehicleNameAt(double seconds) override;
@@ -68,6 +72,7 @@ private:
     void fillRace(VehicleTelemetry &vehicle) const;
     void fillCorners(TelemetrySample &sample) const;
 
+    QString carName;
     Circuit circuit;
     std::uint32_t seed;
     std::uint32_t laps;

@@ -1,8 +1,5 @@
 #include "Options.h"
-#include "Dashboards.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 namespace {
@@ -13,13 +10,6 @@ ParsedOptions parse(const QString &line)
                         line.split(QLatin1Char(' '), Qt::SkipEmptyParts));
 }
 
-void touch(const QString &path)
-{
-    QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-}
-
 } // namespace
 
 class OptionsTest : public QObject
@@ -27,22 +17,23 @@ class OptionsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void withoutArgumentsTheRoadDashboardIsShownInAWindow()
+    void withoutArgumentsTheStoresChoiceIsShownInAWindow()
     {
         const ParsedOptions parsed = parse(QString());
         QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
         QCOMPARE(parsed.options.mode, Options::Mode::Window);
-        QCOMPARE(parsed.options.dashboard, QStringLiteral("Road"));
+        QVERIFY(parsed.options.dashboard.isEmpty());
+        QCOMPARE(parsed.options.demoCars, 1);
         QCOMPARE(parsed.options.useMph, false);
         QCOMPARE(parsed.options.hardwareAcceleration, true);
     }
 
     void everyOptionReachesItsField()
     {
-        const ParsedOptions parsed =
-            parse(QStringLiteral("--frames out --count 50 --size 1440x816 --upside-down "
-                                 "--dashboard my.qml --telemetry demo --start-at 12.5 --mph "
-                                 "--no-acceleration --verbose"));
+        const ParsedOptions parsed = parse(QStringLiteral(
+            "--frames out --count 50 --size 1440x816 --upside-down "
+            "--dashboard my.qml --telemetry demo --demo-cars 3 --start-at 12.5 --mph "
+            "--no-acceleration --verbose"));
         QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
         const Options &options = parsed.options;
         QCOMPARE(options.mode, Options::Mode::Frames);
@@ -51,6 +42,7 @@ private Q_SLOTS:
         QCOMPARE(options.frameSize, QSize(1440, 816));
         QVERIFY(options.upsideDown);
         QCOMPARE(options.dashboard, QStringLiteral("my.qml"));
+        QCOMPARE(options.demoCars, 3);
         QCOMPARE(options.startAt, 12.5);
         QVERIFY(options.useMph);
         QVERIFY(!options.hardwareAcceleration);
@@ -90,6 +82,16 @@ private Q_SLOTS:
         row("--size 16385x272", "'16385x272'");
         row("--size 99999999999x2", "'99999999999x2'");
         row("--telemetry crystalball", "'crystalball'");
+        row("--demo-cars 0", "'0'");
+        row("--demo-cars 4", "'4'");
+        row("--json", "profiles list");
+        row("profiles vehicles --json", "profiles list");
+        row("profiles", "list");
+        row("profiles explode", "'explode'");
+        row("profiles list stray", "profiles list");
+        row("profiles copy Mine", "NEW");
+        row("vehicle", "NAME");
+        row("profiles list --frames out", "command");
         row("--start-at -1", "'-1'");
         row("--start-at nan", "'nan'");
         row("--start-at inf", "'inf'");
@@ -105,24 +107,37 @@ private Q_SLOTS:
         QVERIFY(!parsed.text.contains(QLatin1Char('\n')));
     }
 
-    void aDashboardIsFoundByNameAndByFile()
+    void commandsAreRead_data()
     {
-        const QTemporaryDir folder;
-        const QString root = folder.filePath(QStringLiteral("Dashboards"));
-        touch(root + QStringLiteral("/Road/Dash.qml"));
-        touch(root + QStringLiteral("/Zulu/Dash.qml"));
-        touch(root + QStringLiteral("/Empty/readme.txt"));
-        const Dashboards dashboards(root);
-        QCOMPARE(dashboards.names(), QStringList({QStringLiteral("Road"), QStringLiteral("Zulu")}));
-        QCOMPARE(dashboards.documentFor(QStringLiteral("Road")),
-                 root + QStringLiteral("/Road/Dash.qml"));
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<int>("verb");
+        QTest::addColumn<QStringList>("operands");
+        using Verb = ProfileCommand::Verb;
+        const auto row = [](const char *line, Verb verb, const QStringList &operands) {
+            QTest::newRow(line) << QString::fromLatin1(line) << static_cast<int>(verb) << operands;
+        };
+        const QString mine = QStringLiteral("Mine");
+        const QString other = QStringLiteral("Other");
+        row("profiles list", Verb::List, {});
+        row("profiles activate Mine", Verb::Activate, {mine});
+        row("profiles copy Mine Other", Verb::Copy, {mine, other});
+        row("profiles rename Mine Other", Verb::Rename, {mine, other});
+        row("profiles remove Mine", Verb::Remove, {mine});
+        row("profiles vehicles", Verb::Vehicles, {});
+        row("vehicle Mine", Verb::Vehicle, {mine});
+    }
 
-        const QString file = folder.filePath(QStringLiteral("Road"));
-        touch(file);
-        QCOMPARE(dashboards.documentFor(file), file);
-        const QString missing = folder.filePath(QStringLiteral("missing.qml"));
-        QCOMPARE(dashboards.documentFor(missing), missing);
-        QVERIFY(QDir::isAbsolutePath(dashboards.documentFor(QStringLiteral("Empty"))));
+    void commandsAreRead()
+    {
+        QFETCH(QString, line);
+        QFETCH(int, verb);
+        QFETCH(QStringList, operands);
+        const ParsedOptions parsed = parse(line);
+        QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
+        QCOMPARE(parsed.options.mode, Options::Mode::Command);
+        QCOMPARE(static_cast<int>(parsed.options.command.verb), verb);
+        QCOMPARE(parsed.options.command.operands, operands);
+        QVERIFY(!parsed.options.command.json);
     }
 };
 

@@ -1,4 +1,9 @@
+#include <QtCore/QDir>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 #include <QtTest/QtTest>
@@ -12,9 +17,37 @@ struct Run
     QString errors;
 };
 
-Run runHost(const QStringList &arguments, const QMap<QString, QString> &environment = {})
+/// A user of their own for a run or several.
+class Home
 {
-    const QTemporaryDir home;
+public:
+    QString path() const { return directory.path(); }
+
+    QString userFolder() const
+    {
+        return directory.filePath(QStringLiteral("Documents/Orvalentix/Halvorin/Dashboards"));
+    }
+
+    /// A dashboard of one colour.
+    void addDashboard(const QString &name) const
+    {
+        const QDir folder(userFolder() + QLatin1Char('/') + name);
+        QVERIFY(folder.mkpath(QStringLiteral(".")));
+        QFile document(folder.filePath(QStringLiteral("Dash.qml")));
+        QVERIFY(document.open(QIODevice::WriteOnly));
+        document.write("import QtQuick 2.15\nRectangle { width: 480; height: 272; color: '" +
+                       name.toLatin1() + "' }\n");
+        QFile preview(folder.filePath(QStringLiteral("preview.png")));
+        QVERIFY(preview.open(QIODevice::WriteOnly));
+    }
+
+private:
+    QTemporaryDir directory;
+};
+
+Run runHost(const QStringList &arguments, const QMap<QString, QString> &environment = {},
+            const Home &home = {})
+{
     QProcess process;
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
     for (const char *name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"})
@@ -161,6 +194,84 @@ private Q_SLOTS:
         const Run run = runHost({QStringLiteral("--frames"), QStringLiteral("/dev/null/frames")});
         QCOMPARE(run.exitCode, 1);
         QVERIFY(run.errors.contains(QStringLiteral("/dev/null/frames")));
+    }
+
+    void theCollectionIsHandledFromTheCommandLine()
+    {
+        const Home home;
+        const auto run = [&home](const char *line) {
+            return runHost(QString::fromLatin1(line).split(QLatin1Char(' ')), {}, home);
+        };
+        Run result = run("profiles list");
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY(QFileInfo(home.userFolder()).isDir());
+        QVERIFY2(
+            result.output.contains(QRegularExpression(QStringLiteral("\\* +0  Road +built-in"))),
+            qPrintable(result.output));
+
+        QCOMPARE(run("profiles copy road Mine").exitCode, 0);
+        result = run("profiles copy Road Mine");
+        QCOMPARE(result.exitCode, 1);
+        QCOMPARE(result.errors,
+                 QStringLiteral("gauge-host: Dashboard with given name already exists\n"));
+        QCOMPARE(run("profiles rename 1 Other").exitCode, 0);
+        QCOMPARE(run("profiles activate Road").exitCode, 0);
+        QCOMPARE(run("vehicle Kart").output, QStringLiteral("Road (built-in)\n"));
+        QCOMPARE(run("profiles vehicles").output, QStringLiteral("Road: Kart\n"));
+        QCOMPARE(run("profiles activate Other").exitCode, 0);
+        QCOMPARE(run("vehicle Kart").output, QStringLiteral("Road (built-in)\n"));
+
+        const QJsonArray list =
+            QJsonDocument::fromJson(run("profiles list --json").output.toUtf8()).array();
+        QCOMPARE(list.size(), 2);
+        const QJsonObject other = list.at(0).toObject();
+        QCOMPARE(other.value(QLatin1String("name")).toString(), QStringLiteral("Other"));
+        QCOMPARE(other.value(QLatin1String("builtIn")).toBool(true), false);
+        QCOMPARE(other.value(QLatin1String("active")).toBool(true), false);
+        QCOMPARE(other.value(QLatin1String("preview")).toString(),
+                 home.userFolder() + QStringLiteral("/Other/preview.png"));
+        const QJsonObject road = list.at(1).toObject();
+        QCOMPARE(road.value(QLatin1String("active")).toBool(), true);
+        QCOMPARE(road.value(QLatin1String("vehicles")).toArray(),
+                 QJsonArray({QStringLiteral("Kart")}));
+
+        QCOMPARE(run("profiles remove Other").exitCode, 0);
+        QVERIFY(!QFileInfo::exists(home.userFolder() + QStringLiteral("/Other")));
+        for (const char *line :
+             {"profiles remove Road", "profiles remove Missing", "profiles activate 99"}) {
+            result = run(line);
+            QCOMPARE(result.exitCode, 1);
+            QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
+        }
+    }
+
+    void aChangeOfCarChangesTheDashboard()
+    {
+        const Home home;
+        home.addDashboard(QStringLiteral("red"));
+        home.addDashboard(QStringLiteral("blue"));
+        const auto command = [&home](const QStringList &words) {
+            QCOMPARE(runHost(words, {}, home).exitCode, 0);
+        };
+        command({QStringLiteral("profiles"), QStringLiteral("activate"), QStringLiteral("red")});
+        command({QStringLiteral("vehicle"), QStringLiteral("Aurelia GT3")});
+        command({QStringLiteral("profiles"), QStringLiteral("activate"), QStringLiteral("blue")});
+        command({QStringLiteral("vehicle"), QStringLiteral("Borealis Coupe")});
+
+        // The first car's turn ends a second after the start.
+        const QTemporaryDir folder;
+        const Run run =
+            runHost({QStringLiteral("--frames"), folder.path(), QStringLiteral("--count"),
+                     QStringLiteral("75"), QStringLiteral("--size"), QStringLiteral("48x27"),
+                     QStringLiteral("--demo-cars"), QStringLiteral("2"),
+                     QStringLiteral("--start-at"), QStringLiteral("19")},
+                    {}, home);
+        QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+        const auto colourOf = [&folder](int number) {
+            return QImage(folder.filePath(framesIn(folder).at(number))).pixelColor(5, 5);
+        };
+        QCOMPARE(colourOf(1), QColor(Qt::red));
+        QCOMPARE(colourOf(74), QColor(Qt::blue));
     }
 };
 

@@ -1,0 +1,198 @@
+#include "ProfileCommands.h"
+
+#include "DashboardAbstractProfilesManager.h"
+#include "ProfileLookup.h"
+#include "Terminal.h"
+#include "VehicleNames.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace {
+
+using Verb = ProfileCommand::Verb;
+
+struct VerbForm
+{
+    const char *name;
+    Verb verb;
+    int operands;
+    const char *usage;
+};
+
+constexpr std::array<VerbForm, 6> ProfileVerbs{{
+    {"list", Verb::List, 0, "profiles list [--json]"},
+    {"activate", Verb::Activate, 1, "profiles activate NAME|ID"},
+    {"copy", Verb::Copy, 2, "profiles copy NAME|ID NEW"},
+    {"rename", Verb::Rename, 2, "profiles rename NAME|ID NEW"},
+    {"remove", Verb::Remove, 1, "profiles remove NAME|ID"},
+    {"vehicles", Verb::Vehicles, 0, "profiles vehicles"},
+}};
+
+void print(const QString &line)
+{
+    std::printf("%s\n", qUtf8Printable(line));
+}
+
+QStringList sorted(const QSet<QString> &names)
+{
+    QStringList list(names.begin(), names.end());
+    list.sort();
+    return list;
+}
+
+QString kindOf(const DashboardProfileHeader &profile)
+{
+    return profile.builtIn ? QStringLiteral("built-in") : QStringLiteral("user");
+}
+
+std::vector<DashboardProfile> allProfiles(const DashboardAbstractProfilesManager &store)
+{
+    std::vector<DashboardProfile> profiles;
+    for (const DashboardProfileHeader &header : store.profileHeaders()) {
+        if (const auto profile = store.profile(header.id))
+            profiles.push_back(*profile);
+    }
+    return profiles;
+}
+
+void printJson(const DashboardAbstractProfilesManager &store)
+{
+    QJsonArray array;
+    for (const DashboardProfile &profile : allProfiles(store)) {
+        array.append(QJsonObject{
+            {QStringLiteral("id"), profile.id},
+            {QStringLiteral("name"), profile.name},
+            {QStringLiteral("builtIn"), profile.builtIn},
+            {QStringLiteral("active"), profile.id == store.activeProfileId()},
+            {QStringLiteral("vehicles"), QJsonArray::fromStringList(sorted(profile.vehicles))},
+            {QStringLiteral("preview"), profile.previewPath},
+            {QStringLiteral("document"), profile.qmlPath},
+        });
+    }
+    std::fputs(QJsonDocument(array).toJson().constData(), stdout);
+}
+
+void printList(const DashboardAbstractProfilesManager &store)
+{
+    const std::vector<DashboardProfile> profiles = allProfiles(store);
+    if (profiles.empty()) {
+        print(QStringLiteral("There are no dashboards."));
+        return;
+    }
+    int nameWidth = 4;
+    for (const DashboardProfile &profile : profiles)
+        nameWidth = std::max(nameWidth, profile.name.size());
+    const auto row = [nameWidth](const QString &mark, const QString &id, const QString &name,
+                                 const QString &kind, const QString &vehicles,
+                                 const QString &preview) {
+        print(QStringLiteral("%1 %2  %3  %4  %5  %6")
+                  .arg(mark, id.rightJustified(4), name.leftJustified(nameWidth),
+                       kind.leftJustified(8), vehicles.rightJustified(8), preview));
+    };
+    row(QStringLiteral(" "), QStringLiteral("ID"), QStringLiteral("Name"), QStringLiteral("Kind"),
+        QStringLiteral("Vehicles"), QStringLiteral("Preview"));
+    for (const DashboardProfile &profile : profiles) {
+        const bool active = profile.id == store.activeProfileId();
+        row(active ? QStringLiteral("*") : QStringLiteral(" "), QString::number(profile.id),
+            profile.name, kindOf(profile), QString::number(profile.vehicles.size()),
+            QDir::toNativeSeparators(profile.previewPath));
+    }
+}
+
+void printVehicles(const DashboardAbstractProfilesManager &store)
+{
+    bool any = false;
+    for (const DashboardProfile &profile : allProfiles(store)) {
+        const QStringList names = sorted(profile.vehicles);
+        for (const QString &name : names)
+            print(QStringLiteral("%1: %2").arg(profile.name, name));
+        any = any || !names.isEmpty();
+    }
+    if (!any)
+        print(QStringLiteral("No vehicle goes with any dashboard yet."));
+}
+
+int act(DashboardAbstractProfilesManager &store, const QString &nameOrId, int action,
+        const QVariant &parameter = {})
+{
+    const DashboardActionResult result =
+        store.performAction(findProfile(store, nameOrId), action, parameter);
+    if (!result.ok)
+        printError(result.message);
+    return result.ok ? 0 : 1;
+}
+
+int reportVehicle(DashboardAbstractProfilesManager &store, VehicleNames &vehicles,
+                  const QString &name)
+{
+    vehicles.report(name);
+    store.activateRecentProfileForVehicle(name);
+    const auto active = store.profileHeader(store.activeProfileId());
+    print(active != nullptr ? QStringLiteral("%1 (%2)").arg(active->name, kindOf(*active))
+                            : QStringLiteral("No dashboard is on."));
+    return 0;
+}
+
+} // namespace
+
+std::optional<ProfileCommand> ProfileCommand::parse(const QStringList &words, QString &error)
+{
+    const QString subject = words.value(0);
+    if (subject == QLatin1String("vehicle")) {
+        if (words.size() == 2 && !words.at(1).isEmpty())
+            return ProfileCommand{Verb::Vehicle, words.mid(1)};
+        error = QStringLiteral("It is: vehicle NAME.");
+        return std::nullopt;
+    }
+    if (subject != QLatin1String("profiles")) {
+        error = QStringLiteral("Unexpected argument '%1'.").arg(subject);
+        return std::nullopt;
+    }
+    for (const VerbForm &form : ProfileVerbs) {
+        if (words.value(1) != QLatin1String(form.name))
+            continue;
+        if (words.size() == 2 + form.operands)
+            return ProfileCommand{form.verb, words.mid(2)};
+        error = QStringLiteral("It is: %1.").arg(QLatin1String(form.usage));
+        return std::nullopt;
+    }
+    error = QStringLiteral("'profiles' takes list, activate, copy, rename, remove or vehicles, not "
+                           "'%1'.")
+                .arg(words.value(1));
+    return std::nullopt;
+}
+
+int runProfileCommand(const ProfileCommand &command, DashboardAbstractProfilesManager &store,
+                      VehicleNames &vehicles)
+{
+    const QStringList &operands = command.operands;
+    switch (command.verb) {
+    case Verb::List:
+        if (command.json)
+            printJson(store);
+        else
+            printList(store);
+        return 0;
+    case Verb::Vehicles:
+        printVehicles(store);
+        return 0;
+    case Verb::Vehicle:
+        return reportVehicle(store, vehicles, operands.at(0));
+    case Verb::Activate:
+        return act(store, operands.at(0), DashboardProfileAction::Activate);
+    case Verb::Copy:
+        return act(store, operands.at(0), DashboardProfileAction::Copy, operands.at(1));
+    case Verb::Rename:
+        return act(store, operands.at(0), DashboardProfileAction::Rename, operands.at(1));
+    case Verb::Remove:
+        return act(store, operands.at(0), DashboardProfileAction::Remove);
+    }
+    Q_UNREACHABLE();
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
+
+class DashboardAbstractProfilesManager;
+class VehicleNames;
+
+/// What the command line asks of the collection of dashboards.
+struct ProfileCommand
+{
+    enum class Verb { List, Activate, Copy, Rename, Remove, Vehicles, Vehicle };
+
+    Verb verb = Verb::List;
+    QStringList operands; ///< As many as the verb takes.
+    bool json = false;    ///< `List` only.
+
+    /// Reads "profiles VERB OPERANDS" or "vehicle NAME". Nothing if the words make no command;
+    /// `error` then says why in one line.
+    static std::optional<ProfileCommand> parse(const QStringList &words, QString &error);
+};
+
+/// Carries the command out and prints what came of it. The result is the program's exit code: 1
+/// with the store's own message when it refuses.
+int runProfileCommand(const ProfileCommand &command, DashboardAbstractProfilesManager &store,
+                      VehicleNames &vehicles);
