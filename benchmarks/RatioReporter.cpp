@@ -6,7 +6,7 @@ void RatioReporter::ReportRuns(const std::vector<Run> &runs)
 {
     for (const Run &run : runs) {
         if (run.aggregate_name == "median") {
-            medians[run.run_name.function_name + run.run_name.args] =
+            medians[run.run_name.function_name] =
                 run.GetAdjustedRealTime() * 1e9 / benchmark::GetTimeUnitMultiplier(run.time_unit);
         }
     }
