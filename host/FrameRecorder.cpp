@@ -1,5 +1,6 @@
 #include "FrameRecorder.h"
 
+#include <QtCore/QBuffer>
 #include <QtCore/QDir>
 #include <QtCore/QSaveFile>
 #include <QtGui/QImage>
@@ -10,7 +11,36 @@
 
 namespace {
 
-constexpr int MaximumUnfinished = 8; ///< Frames in memory; the next one waits for its place.
+constexpr qint64 MaximumBytes = 256 * 1024 * 1024; ///< Of frames that wait for their encoding.
+constexpr int BytesPerPixel = 4;
+
+qint64 bytesOf(QSize size)
+{
+    return qint64{size.width()} * size.height() * BytesPerPixel;
+}
+
+/// Enough to keep every writer busy, within the limit of memory.
+int unfinishedFrames(QSize size)
+{
+    constexpr qint64 Most = 8;
+    return static_cast<int>(std::clamp(MaximumBytes / bytesOf(size), qint64{1}, Most));
+}
+
+/// What went wrong; empty if nothing did. The whole file is made in memory first: only then is a
+/// full disk told by its name.
+QString saveAsPng(const QImage &image, const QString &path)
+{
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "png");
+    if (!writer.write(image))
+        return writer.errorString();
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(png) != png.size() || !file.commit())
+        return file.errorString();
+    return {};
+}
 
 } // namespace
 
@@ -19,6 +49,7 @@ FrameRecorder::FrameRecorder(QString directory, int count, QSize size, bool upsi
     , count(count)
     , size(size)
     , upsideDown(upsideDown)
+    , maximumUnfinished(unfinishedFrames(size))
 {
     const unsigned processors = std::max(std::thread::hardware_concurrency(), 1U);
     for (unsigned writer = 0; writer < processors; ++writer)
@@ -44,7 +75,7 @@ void FrameRecorder::deliverFrame(Frame &buffer, int /*width*/)
     const int number = ++deliveredFrames;
     {
         std::unique_lock lock(mutex);
-        jobDone.wait(lock, [this] { return unfinished < MaximumUnfinished; });
+        jobDone.wait(lock, [this] { return unfinished < maximumUnfinished; });
         ++unfinished;
         // The engine gets an empty vector back, so that it delivers its message picture again and
         // again.
@@ -87,12 +118,18 @@ void FrameRecorder::work()
         lock.unlock();
         const QString failure = write(job.pixels, job.number);
         lock.lock();
+        const bool firstFailure = !failure.isEmpty() && errorText.isEmpty();
         if (failure.isEmpty())
             ++writtenFrames;
-        else if (errorText.isEmpty())
+        else if (firstFailure)
             errorText = failure;
         --unfinished;
         jobDone.notify_all();
+        if (firstFailure) {
+            lock.unlock();
+            Q_EMIT failed();
+            lock.lock();
+        }
     }
 }
 
@@ -100,22 +137,19 @@ void FrameRecorder::work()
 QString FrameRecorder::write(const Frame &pixels, int number) const
 {
     constexpr std::size_t AlphaOfFirstPixel = 3;
-    const std::size_t bytes = std::size_t(size.width()) * std::size_t(size.height()) * 4;
     // Dashboards are opaque; transparent black is how the engine says that it couldn't render.
-    if (pixels.size() != bytes || pixels[AlphaOfFirstPixel] == 0) {
+    if (pixels.size() != std::size_t(bytesOf(size)) || pixels[AlphaOfFirstPixel] == 0) {
         return QStringLiteral("Frame %1 could not be rendered at %2x%3 pixels.")
             .arg(number)
             .arg(size.width())
             .arg(size.height());
     }
-    const QImage image(pixels.data(), size.width(), size.height(), size.width() * 4,
+    const QImage image(pixels.data(), size.width(), size.height(), size.width() * BytesPerPixel,
                        QImage::Format_ARGB32_Premultiplied);
-    QSaveFile file(QDir(directory).filePath(
-        QStringLiteral("frame-%1.png").arg(number, 6, 10, QLatin1Char('0'))));
-    QImageWriter writer(&file, "png");
-    if (!file.open(QIODevice::WriteOnly) || !writer.write(image) || !file.commit()) {
-        return QStringLiteral("Could not write '%1': %2")
-            .arg(QDir::toNativeSeparators(file.fileName()), file.errorString());
-    }
-    return {};
+    const QString path = QDir(directory).filePath(
+        QStringLiteral("frame-%1.png").arg(number, 6, 10, QLatin1Char('0')));
+    const QString failure = saveAsPng(image, path);
+    if (failure.isEmpty())
+        return {};
+    return QStringLiteral("Could not write '%1': %2").arg(QDir::toNativeSeparators(path), failure);
 }

@@ -13,7 +13,8 @@
 #include <vector>
 
 /// Writes a number of frames as PNG files: frame-000001.png and so on. Encoding runs on threads of
-/// its own, so that it doesn't slow the engine down; when they fall behind, the engine waits.
+/// its own, so that it doesn't slow the engine down; when they fall behind, the engine waits. The
+/// first frame that can't be written is told at once.
 class FrameRecorder final : public QObject, public IDashboardConsumer
 {
     Q_OBJECT
@@ -45,6 +46,9 @@ Q_SIGNALS:
     void frameDelivered(int delivered);
     void finished();
 
+    /// Emitted once, on a thread of the recorder's.
+    void failed();
+
 private:
     struct Job
     {
@@ -59,6 +63,7 @@ private:
     const int count;
     const QSize size;
     const bool upsideDown;
+    const int maximumUnfinished; ///< Frames in memory; the next one waits for its place.
     int deliveredFrames = 0;
 
     mutable std::mutex mutex;

@@ -24,7 +24,7 @@ struct Course
 {
     bool documentFailed = false;
     bool stalled = false;
-    QElapsedTimer sinceFirstFrame;
+    double seconds = 0; ///< From the first frame to the last.
     int updatesSent = 0;
 };
 
@@ -34,16 +34,20 @@ Course record(FrameRecorder &recorder, int count, IDashboardEngine &engine, cons
     Course course;
     const ProgressBar bar(count);
     QEventLoop loop;
+    QElapsedTimer sinceFirstFrame;
     QTimer stall;
     stall.setSingleShot(true);
     stall.setInterval(StallMs);
     QObject::connect(&recorder, &FrameRecorder::frameDelivered, &loop, [&](int delivered) {
         if (delivered == 1)
-            course.sinceFirstFrame.start();
+            sinceFirstFrame.start();
+        course.seconds = static_cast<double>(sinceFirstFrame.nsecsElapsed()) / 1e9;
         stall.start();
         bar.show(delivered);
     });
     QObject::connect(&recorder, &FrameRecorder::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&recorder, &FrameRecorder::failed, &loop, &QEventLoop::quit,
+                     Qt::QueuedConnection);
     QObject::connect(&stall, &QTimer::timeout, &loop, [&] {
         course.stalled = true;
         loop.quit();
@@ -77,20 +81,18 @@ int recordFrames(const Options &options, IDashboardEngine &engine, const Message
                        .arg(QDir::toNativeSeparators(options.framesDirectory)));
         return 1;
     }
-    FrameRecorder recorder(options.framesDirectory, options.frameCount, options.frameSize,
-                           options.upsideDown);
+    const QSize size = options.size.value_or(QSize(480, 272)); // What dashboards are drawn for.
+    FrameRecorder recorder(options.framesDirectory, options.frameCount, size, options.upsideDown);
     const Course course = record(recorder, options.frameCount, engine, log, startTelemetry);
-    if (course.documentFailed)
-        return 1;
     if (course.stalled)
         printError(QStringLiteral("No frame came for %1 seconds.").arg(StallMs / 1000));
     if (!recorder.error().isEmpty())
         printError(recorder.error());
 
-    const double seconds =
-        course.sinceFirstFrame.isValid() ? course.sinceFirstFrame.elapsed() / 1000.0 : 0;
-    std::printf("%d frames, %dx%d pixels, %.1f frames/s, %d updates sent\n", recorder.written(),
-                options.frameSize.width(), options.frameSize.height(),
-                seconds > 0 ? (recorder.delivered() - 1) / seconds : 0.0, course.updatesSent);
-    return recorder.written() == options.frameCount ? 0 : 1;
+    const double rate = course.seconds > 0 ? (recorder.delivered() - 1) / course.seconds : 0;
+    std::printf("%d %s, %dx%d pixels, %.1f frames/s, %d updates sent\n", recorder.written(),
+                recorder.written() == 1 ? "frame" : "frames", size.width(), size.height(), rate,
+                course.updatesSent);
+    const bool whole = recorder.written() == options.frameCount && !course.documentFailed;
+    return whole ? 0 : 1;
 }

@@ -1,27 +1,22 @@
 #include "MessageLog.h"
 
-#include <QtCore/QMutex>
-#include <QtCore/QSet>
+#include "Terminal.h"
 
-#include <cstdio>
+#include <atomic>
 
 namespace {
 
-constexpr int MaximumDistinctTexts = 1000;
-MessageLog *current = nullptr;
+/// How the library's report of a document that it couldn't load begins, as hosts are told.
+const QLatin1String LoadFailure("Dashboard: Failed to load:");
+
+std::atomic<MessageLog *> current{nullptr};
 
 } // namespace
 
-struct MessageLog::Printed
-{
-    QMutex mutex;
-    QSet<QString> texts;
-};
-
 MessageLog::MessageLog(bool verbose)
     : verbose(verbose)
-    , printed(std::make_unique<Printed>())
 {
+    time.start();
     current = this;
     previous = qInstallMessageHandler(handle);
 }
@@ -34,21 +29,32 @@ MessageLog::~MessageLog()
 
 void MessageLog::handle(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
 {
-    current->take(type, text);
+    if (MessageLog *log = current)
+        log->take(type, text);
 }
 
 void MessageLog::take(QtMsgType type, const QString &text)
 {
-    const bool isProgress = type == QtDebugMsg || type == QtInfoMsg;
-    if (isProgress && !verbose)
-        return;
-    {
-        const QMutexLocker guard(&printed->mutex);
-        if (printed->texts.contains(text) || printed->texts.size() == MaximumDistinctTexts)
-            return;
-        printed->texts.insert(text);
-        std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+    switch (type) {
+    case QtDebugMsg:
+    case QtInfoMsg:
+        if (verbose)
+            printLine(text);
+        break;
+    case QtWarningMsg: {
+        const std::lock_guard guard(mutex);
+        const MessageThrottle::Verdict verdict = throttle.judge(text, time.elapsed());
+        if (verdict == MessageThrottle::Verdict::Pass)
+            printLine(text);
+        else if (verdict == MessageThrottle::Verdict::DropTheFirst)
+            printLine(QStringLiteral("... and further warnings"));
+        break;
     }
-    if (type == QtCriticalMsg && text.startsWith(QLatin1String("Dashboard: Failed to load:")))
-        Q_EMIT dashboardFailed();
+    case QtCriticalMsg:
+    case QtFatalMsg:
+        printLine(text);
+        if (text.startsWith(LoadFailure))
+            Q_EMIT dashboardFailed();
+        break;
+    }
 }

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "MessageThrottle.h"
+
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
+#include <QtCore/QString>
 
-#include <memory>
+#include <mutex>
 
-/// Takes Qt's log messages of the whole process while it lives: prints warnings and failures on
-/// standard error, each distinct text once, since a dashboard may warn in every frame; progress
-/// only when verbose. One at a time.
+/// Takes Qt's log messages of the whole process while it lives and prints them on standard error:
+/// failures always, warnings as far as a `MessageThrottle` lets them pass, progress only when
+/// verbose. One at a time. Any thread may log.
 class MessageLog final : public QObject
 {
     Q_OBJECT
@@ -23,8 +27,9 @@ private:
     static void handle(QtMsgType type, const QMessageLogContext &context, const QString &text);
     void take(QtMsgType type, const QString &text);
 
-    struct Printed;
     const bool verbose;
-    std::unique_ptr<Printed> printed;
+    QElapsedTimer time;
+    std::mutex mutex;
+    MessageThrottle throttle;
     QtMessageHandler previous = nullptr;
 };

@@ -30,7 +30,8 @@ struct Declared
                              QStringLiteral("n")};
     QCommandLineOption size{
         QStringLiteral("size"),
-        QStringLiteral("Size of the frames in pixels, 2x2 to 16384x16384 (default: 480x272)."),
+        QStringLiteral("Size in pixels, 2x2 to 16384x16384: of the frames (default: 480x272), or "
+                       "of the window at first (default: 960x544)."),
         QStringLiteral("WxH")};
     QCommandLineOption upsideDown{QStringLiteral("upside-down"),
                                   QStringLiteral("Turn the picture by 180 degrees.")};
@@ -48,10 +49,11 @@ struct Declared
         QStringLiteral("demo-cars"),
         QStringLiteral("Cars that the demo drives in turn, 20 seconds each, 1 to 3 (default: 1)."),
         QStringLiteral("n")};
-    QCommandLineOption startAt{
-        QStringLiteral("start-at"),
-        QStringLiteral("Begin this many seconds into the telemetry (default: 0)."),
-        QStringLiteral("seconds")};
+    QCommandLineOption startAt{QStringLiteral("start-at"),
+                               QStringLiteral("Begin this many seconds into the telemetry "
+                                              "(default: 180, in the demo's third lap; 0 is "
+                                              "its start from the grid)."),
+                               QStringLiteral("seconds")};
     QCommandLineOption mph{QStringLiteral("mph"),
                            QStringLiteral("Ask dashboards for miles per hour.")};
     QCommandLineOption noAcceleration{
@@ -143,7 +145,7 @@ QString readPicture(const QCommandLineParser &parser, const Declared &declared, 
                                   "'%1'.")
                 .arg(text);
         }
-        options.frameSize = *size;
+        options.size = *size;
     }
     if (parser.isSet(declared.dashboard)) {
         options.dashboard = parser.value(declared.dashboard);

@@ -6,6 +6,8 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <optional>
+
 /// What the command line asks for.
 struct Options
 {
@@ -14,12 +16,12 @@ struct Options
     Mode mode = Mode::Window;
     QString framesDirectory;   ///< Where the PNG files go.
     int frameCount = 250;      ///< Ten seconds at the engine's full rate.
-    QSize frameSize{480, 272}; ///< Pixels.
+    std::optional<QSize> size; ///< Of the frames, or of the window at first, in pixels.
     bool upsideDown = false;
     QString dashboard; ///< A QML file, or a profile's name or id; empty leaves it to the store.
     QString telemetry = QStringLiteral("demo");
-    int demoCars = 1;   ///< Cars that the demo drives in turn.
-    double startAt = 0; ///< Seconds into the telemetry.
+    int demoCars = 1;     ///< Cars that the demo drives in turn.
+    double startAt = 180; ///< Seconds into the telemetry.
     bool useMph = false;
     bool hardwareAcceleration = true;
     ProfileCommand command; ///< In mode `Command`.

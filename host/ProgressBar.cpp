@@ -13,8 +13,7 @@ ProgressBar::ProgressBar(int total)
 
 ProgressBar::~ProgressBar()
 {
-    if (visible)
-        std::fputs("\r\033[K", stderr);
+    clearLine();
 }
 
 void ProgressBar::show(int done) const

@@ -2,6 +2,7 @@
 
 #include "FrameSession.h"
 #include "GaugeLibrary.h"
+#include "IDashboardEngine.h"
 #include "LiveWindow.h"
 #include "MessageLog.h"
 #include "ProfileLookup.h"
@@ -14,6 +15,9 @@
 #include <QtCore/QDir>
 #include <QtCore/QStandardPaths>
 #include <QtGui/QGuiApplication>
+
+#include <functional>
+#include <memory>
 
 namespace {
 
@@ -36,6 +40,8 @@ int showWindow(const Options &options, IDashboardEngine &engine,
                const DashboardAbstractProfilesManager &store, const StartTelemetry &startTelemetry)
 {
     LiveWindow window(engine, options.upsideDown);
+    if (options.size)
+        window.resize(*options.size);
     const auto nameWindow = [&] {
         const auto active = store.profileHeader(store.activeProfileId());
         const bool chosen = !options.dashboard.isEmpty() || active == nullptr;

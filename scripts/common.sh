@@ -8,10 +8,10 @@ run_packages=(
   qml-module-qtqml qml-module-qtquick2 qml-module-qtquick-controls2
   qml-module-qtquick-templates2 qml-module-qtquick-window2 qml-module-qtquick-layouts
   qml-module-qtquick-shapes
-  libgl1-mesa-dri libgl-dev fonts-dejavu-core xvfb xauth imagemagick
+  qtwayland5 libgl1-mesa-dri libgl-dev fonts-dejavu-core xvfb xauth imagemagick
 )
 test_packages=(
-  clang clang-format clang-tidy clazy qtdeclarative5-dev-tools binutils
+  clang clang-format clang-tidy clazy qtdeclarative5-dev-tools binutils git
 )
 bench_packages=(libbenchmark-dev)
 

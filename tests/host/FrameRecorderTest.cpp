@@ -66,8 +66,10 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         FrameRecorder recorder(folder.filePath(QStringLiteral("missing")), 1, Size, false);
         Frame frame = shade(1);
+        QSignalSpy failed(&recorder, &FrameRecorder::failed);
         recorder.deliverFrame(frame, Size.width());
         recorder.flush();
+        QTRY_COMPARE(failed.count(), 1);
         QCOMPARE(recorder.written(), 0);
         QVERIFY(recorder.error().contains(QStringLiteral("frame-000001.png")));
     }

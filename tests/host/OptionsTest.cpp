@@ -39,7 +39,7 @@ private Q_SLOTS:
         QCOMPARE(options.mode, Options::Mode::Frames);
         QCOMPARE(options.framesDirectory, QStringLiteral("out"));
         QCOMPARE(options.frameCount, 50);
-        QCOMPARE(options.frameSize, QSize(1440, 816));
+        QCOMPARE(options.size.value_or(QSize()), QSize(1440, 816));
         QVERIFY(options.upsideDown);
         QCOMPARE(options.dashboard, QStringLiteral("my.qml"));
         QCOMPARE(options.demoCars, 3);

@@ -45,10 +45,8 @@ private:
     QTemporaryDir directory;
 };
 
-Run runHost(const QStringList &arguments, const QMap<QString, QString> &environment = {},
-            const Home &home = {})
+void prepare(QProcess &process, const QMap<QString, QString> &environment, const Home &home)
 {
-    QProcess process;
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
     for (const char *name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"})
         variables.insert(QLatin1String(name), home.path());
@@ -61,12 +59,31 @@ Run runHost(const QStringList &arguments, const QMap<QString, QString> &environm
             variables.insert(variable.key(), variable.value());
     }
     process.setProcessEnvironment(variables);
-    process.start(QStringLiteral(GAUGE_HOST), arguments);
+}
+
+Run finish(QProcess &process)
+{
     constexpr int LongestRunMs = 120'000;
     if (!process.waitForFinished(LongestRunMs) || process.exitStatus() != QProcess::NormalExit)
         return {};
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
+}
+
+Run runHost(const QStringList &arguments, const QMap<QString, QString> &environment = {},
+            const Home &home = {})
+{
+    QProcess process;
+    prepare(process, environment, home);
+    process.start(QStringLiteral(GAUGE_HOST), arguments);
+    return finish(process);
+}
+
+void write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
 }
 
 QStringList framesIn(const QTemporaryDir &folder)
@@ -132,12 +149,9 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QString document = folder.filePath(QStringLiteral("Dash.qml"));
-        QFile file(document);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("import QtQuick 2.15\n"
-                   "Rectangle { width: 480; height: 272; color: 'red'\n"
-                   "  Rectangle { width: 240; height: 136; color: 'blue' } }\n");
-        file.close();
+        write(document, "import QtQuick 2.15\n"
+                        "Rectangle { width: 480; height: 272; color: 'red'\n"
+                        "  Rectangle { width: 240; height: 136; color: 'blue' } }\n");
         const Run run =
             runHost({QStringLiteral("--frames"), folder.path(), QStringLiteral("--count"),
                      QStringLiteral("1"), QStringLiteral("--upside-down"),
@@ -146,6 +160,45 @@ private Q_SLOTS:
         const QImage frame(folder.filePath(framesIn(folder).constFirst()));
         QCOMPARE(frame.pixelColor(10, 10), QColor(Qt::red));
         QCOMPARE(frame.pixelColor(470, 262), QColor(Qt::blue));
+    }
+
+    void milesPerHourReachTheDashboard()
+    {
+        const QTemporaryDir folder;
+        const QString document = folder.filePath(QStringLiteral("Dash.qml"));
+        write(document, "import QtQuick 2.15\nRectangle { width: 480; height: 272\n"
+                        "  color: dash_useMph ? 'red' : 'blue' }\n");
+        for (const bool mph : {false, true}) {
+            QStringList arguments{QStringLiteral("--frames"),    folder.path(),
+                                  QStringLiteral("--count"),     QStringLiteral("1"),
+                                  QStringLiteral("--dashboard"), document};
+            if (mph)
+                arguments += QStringLiteral("--mph");
+            const Run run = runHost(arguments);
+            QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+            QVERIFY2(run.output.startsWith(QStringLiteral("1 frame, ")), qPrintable(run.output));
+            QCOMPARE(QImage(folder.filePath(framesIn(folder).constFirst())).pixelColor(9, 9),
+                     QColor(mph ? Qt::red : Qt::blue));
+        }
+    }
+
+    void aDocumentThatBreaksInMidDriveEndsTheRecording()
+    {
+        const QTemporaryDir folder;
+        const Home home;
+        const QString document = folder.filePath(QStringLiteral("Dash.qml"));
+        write(document, "import QtQuick 2.15\nItem { width: 480; height: 272 }\n");
+        QProcess process;
+        prepare(process, {}, home);
+        process.start(QStringLiteral(GAUGE_HOST),
+                      {QStringLiteral("--frames"), folder.path(), QStringLiteral("--count"),
+                       QStringLiteral("100000"), QStringLiteral("--dashboard"), document});
+        QTRY_VERIFY_WITH_TIMEOUT(!framesIn(folder).isEmpty(), 60'000);
+        write(document, "import QtQuick 2.15\nItem {");
+        const Run run = finish(process);
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY(run.errors.contains(QStringLiteral("Dashboard: Failed to load: ") + document));
+        QVERIFY2(run.output.contains(QStringLiteral("480x272 pixels")), qPrintable(run.output));
     }
 
     void withoutAccelerationEveryFrameIsTheMessage()
@@ -177,10 +230,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, content);
         const QTemporaryDir folder;
         const QString document = folder.filePath(QStringLiteral("broken dash.qml"));
-        QFile file(document);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(content);
-        file.close();
+        write(document, content);
         const Run run = runHost(
             {QStringLiteral("--frames"), folder.path(), QStringLiteral("--dashboard"), document});
         QCOMPARE(run.exitCode, 1);
