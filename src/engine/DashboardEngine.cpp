@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <limits>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -27,12 +28,6 @@ constexpr int DesignWidth = 480;     ///< What dashboards are drawn for, in pixe
 constexpr int DesignHeight = 272;
 constexpr float SteeringSmoothing = 0.2F;
 constexpr quint64 ExpiryMs = 1000;
-constexpr int BytesPerPixel = 4;
-
-std::size_t frameBytes(int width, int height)
-{
-    return std::size_t(width) * std::size_t(height) * BytesPerPixel;
-}
 
 } // namespace
 
@@ -201,7 +196,7 @@ void DashboardEngine::watchDashboardFile()
 {
     watchQueued = false;
     const LockGuard guard(fileLock);
-    const QStringList watched = fileWatcher->files();
+    const QStringList watched = fileWatcher->files() + fileWatcher->directories();
     if (!watched.isEmpty())
         fileWatcher->removePaths(watched);
     if (!dashboardFile.isEmpty())
@@ -210,10 +205,8 @@ void DashboardEngine::watchDashboardFile()
 
 void DashboardEngine::render()
 {
-    if (!loadIfPending()) {
-        stopTimer();
+    if (!loadIfPending())
         return;
-    }
     if (publishIfDirty()) {
         idleTicks = 0;
     } else if (idleTicks < MaximumIdleTicks) {
@@ -227,7 +220,8 @@ void DashboardEngine::render()
     renderPass();
 }
 
-/// False when there is nothing to render: no document, or one that failed to load just now.
+/// False, with the timer stopped, when there is nothing to render: no document, or one that failed
+/// to load just now.
 bool DashboardEngine::loadIfPending()
 {
     QString path;
@@ -238,11 +232,14 @@ bool DashboardEngine::loadIfPending()
         pending = reloadPending;
         reloadPending = false;
     }
-    if (path.isEmpty())
+    if (path.isEmpty()) {
+        stopTimer();
         return false;
+    }
     if (!pending || renderer == nullptr || renderer->load(path, DesignWidth, DesignHeight))
         return true;
 
+    stopTimer();
     qCritical().noquote() << "Dashboard: Failed to load:" << QDir::toNativeSeparators(path);
     const QStringList errors = renderer->errors();
     for (const QString &error : errors)
@@ -253,7 +250,7 @@ bool DashboardEngine::loadIfPending()
 /// Whether anything has come since the last tick. If so, the renderer has it now.
 bool DashboardEngine::publishIfDirty()
 {
-    TelemetrySnapshot published;
+    std::optional<TelemetrySnapshot> published;
     {
         const LockGuard guard(snapshotLock);
         if (!snapshot.dirty)
@@ -261,12 +258,12 @@ bool DashboardEngine::publishIfDirty()
         snapshot.dirty = false;
         if (renderer == nullptr)
             return true;
-        published = snapshot;
+        published.emplace(snapshot);
     }
     // Outside the lock, so that slow bindings never hold up the thread that delivers telemetry.
-    renderer->publishTelemetry(published.vehicle, published.limits, published.extended,
-                               published.motionProfileName, published.tune, SteeringSmoothing,
-                               useMph, false, published.paused);
+    renderer->publishTelemetry(published->vehicle, published->limits, published->extended,
+                               published->motionProfileName, published->tune, SteeringSmoothing,
+                               useMph, false, published->paused);
     return true;
 }
 

@@ -11,6 +11,9 @@ using ViewModelFactory = std::function<IViewModel *()>;
 
 /// The host's registry of views, as far as the library calls it. Borrowed; must outlive every view
 /// model. Called on the GUI thread.
+///
+/// The two operations keep this order. A host whose own interface has virtual operations in front
+/// of them declares those here, behind the destructor, and builds the library against that header.
 class INavigationService
 {
 public:

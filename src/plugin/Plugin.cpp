@@ -6,6 +6,8 @@
 
 #include <QtCore/QDebug>
 
+#include <memory>
+
 IDashboardEngine *CreateE(bool useMph, bool hardwareAcceleration)
 {
     return std::make_unique<DashboardEngine>(useMph, hardwareAcceleration).release();

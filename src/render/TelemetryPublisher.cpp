@@ -121,14 +121,21 @@ void TelemetryPublisher::publishControls(const VehicleTelemetry &vehicle)
 
 void TelemetryPublisher::publishCorners(const VehicleTelemetry &vehicle)
 {
-    const std::uint64_t mask = vehicle.availabilityMask;
+    const VehicleTelemetry &v = vehicle;
+    const std::uint64_t mask = v.availabilityMask;
 
-    writeCorners<int>(CORNERS("dash_tyreTemp_C"), mask, Available::TyreTemp, vehicle.tyreTempC);
-    writeCorners<int>(CORNERS("dash_tyreWear_Percent"), mask, Available::TyreWear,
-                      vehicle.tyreWearPercent);
-    writeCorners<int>(CORNERS("dash_brakeTemp_C"), mask, Available::BrakeTemp, vehicle.brakeTempC);
-    writeCorners<uint>(CORNERS("dash_tyrePressure_kPa"), mask, Available::TyrePressure,
-                       vehicle.tyrePressureKpa);
+    // Element by element: the record may lie at any address, where no reference to an int may
+    // point.
+    writeCorners<int>(CORNERS("dash_tyreTemp_C"), mask, Available::TyreTemp,
+                      {v.tyreTempC[0], v.tyreTempC[1], v.tyreTempC[2], v.tyreTempC[3]});
+    writeCorners<int>(
+        CORNERS("dash_tyreWear_Percent"), mask, Available::TyreWear,
+        {v.tyreWearPercent[0], v.tyreWearPercent[1], v.tyreWearPercent[2], v.tyreWearPercent[3]});
+    writeCorners<int>(CORNERS("dash_brakeTemp_C"), mask, Available::BrakeTemp,
+                      {v.brakeTempC[0], v.brakeTempC[1], v.brakeTempC[2], v.brakeTempC[3]});
+    writeCorners<uint>(
+        CORNERS("dash_tyrePressure_kPa"), mask, Available::TyrePressure,
+        {v.tyrePressureKpa[0], v.tyrePressureKpa[1], v.tyrePressureKpa[2], v.tyrePressureKpa[3]});
 }
 
 void TelemetryPublisher::publishAssists(const VehicleTelemetry &vehicle)
@@ -239,10 +246,10 @@ void TelemetryPublisher::write(const TwinName &name, std::uint64_t mask, std::ui
     write(name.available, (mask & guard) != 0);
 }
 
-template<typename Published, typename Field>
+template<typename Published>
 void TelemetryPublisher::writeCorners(const CornerNames &names, std::uint64_t mask,
-                                      std::uint64_t guard, const Field &field)
+                                      std::uint64_t guard, const std::array<Published, 4> &values)
 {
     for (std::size_t corner = 0; corner < names.size(); ++corner)
-        write(names[corner], mask, guard, Published{field[corner]});
+        write(names[corner], mask, guard, values[corner]);
 }

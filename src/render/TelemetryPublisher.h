@@ -66,9 +66,9 @@ private:
     void write(const QString &name, const QVariant &value);
     void write(const TwinName &name, std::uint64_t mask, std::uint64_t guard,
                const QVariant &value);
-    template<typename Published, typename Field>
+    template<typename Published>
     void writeCorners(const CornerNames &names, std::uint64_t mask, std::uint64_t guard,
-                      const Field &field);
+                      const std::array<Published, 4> &values);
 
     PropertySink sink;
     float smoothedSteering = 0;

@@ -1,6 +1,8 @@
 #include "render/offscreen/QmlOffscreenRenderer.h"
 
 #include <QtCore/QUrl>
+#include <QtCore/QVariant>
+#include <QtCore/QVector>
 #include <QtGui/QOffscreenSurface>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLExtraFunctions>
@@ -22,7 +24,6 @@ namespace {
 
 constexpr std::size_t MaximumFramebuffers = 3;
 constexpr GLenum ContextLost = 0x507; // GL_CONTEXT_LOST, which older headers lack.
-constexpr int BytesPerPixel = 4;
 
 const QString &rootItemProperty()
 {
@@ -192,14 +193,53 @@ bool QmlOffscreenRenderer::makeCurrent()
 void QmlOffscreenRenderer::unloadDocument()
 {
     window->setRenderTarget(nullptr);
-    // A handler that runs while its item dies may delete a sibling, so nothing is held across one.
-    QQuickItem *content = window->contentItem();
-    while (!content->childItems().isEmpty())
-        delete content->childItems().constFirst();
-    delete rootItem.data();
+    deleteItems();
     framebuffers.clear();
     components.clear();
     rootItem = nullptr;
+    restoreWindow();
+}
+
+void QmlOffscreenRenderer::deleteItems()
+{
+    QQuickItem *content = window->contentItem();
+    // A handler that runs while its item dies may delete a sibling, so nothing plain is held across
+    // one. It may also make a new item, for ever: what is left after a few rounds goes with the
+    // event loop.
+    constexpr int Rounds = 3;
+    for (int round = 0; round < Rounds && !content->childItems().isEmpty(); ++round) {
+        QVector<QPointer<QQuickItem>> items;
+        for (QQuickItem *item : content->childItems())
+            items.append(item);
+        for (const QPointer<QQuickItem> &item : qAsConst(items))
+            delete item.data();
+    }
+    const QList<QQuickItem *> left = content->childItems();
+    for (QQuickItem *item : left) {
+        item->setParentItem(nullptr);
+        item->deleteLater();
+    }
+    delete rootItem.data();
+}
+
+/// Takes back what a document did to the window and its content item, which outlive it.
+void QmlOffscreenRenderer::restoreWindow()
+{
+    // Qt Quick Controls keep a pointer to their overlay there, which has gone with the other items.
+    const QList<QByteArray> names = window->dynamicPropertyNames();
+    for (const QByteArray &name : names)
+        window->setProperty(name.constData(), QVariant());
+    window->setColor(Qt::black);
+
+    QQuickItem *content = window->contentItem();
+    content->setVisible(true);
+    content->setEnabled(true);
+    content->setOpacity(1);
+    content->setScale(1);
+    content->setRotation(0);
+    content->setPosition(QPointF());
+    content->setClip(false);
+    content->setTransformOrigin(QQuickItem::Center);
 }
 
 std::unique_ptr<QQuickItem>
@@ -285,7 +325,7 @@ bool QmlOffscreenRenderer::readPixels(QOpenGLFramebufferObject &framebuffer, Fra
     GLint saved = 0;
     gl.glGetIntegerv(GL_FRAMEBUFFER_BINDING, &saved);
     framebuffer.bind();
-    buffer.resize(std::size_t(width) * BytesPerPixel * std::size_t(height));
+    buffer.resize(frameBytes(width, height));
 
     drainErrors(gl);
     const bool choosesBuffer = gl.hasOpenGLFeature(QOpenGLFunctions::MultipleRenderTargets);
@@ -303,7 +343,7 @@ bool QmlOffscreenRenderer::readPixels(QOpenGLFramebufferObject &framebuffer, Fra
 /// OpenGL delivers the bottom row first.
 void QmlOffscreenRenderer::flipRows(Frame &buffer, int width, int height)
 {
-    const std::size_t rowBytes = std::size_t(width) * BytesPerPixel;
+    const std::size_t rowBytes = frameBytes(width, 1);
     rowBuffer.resize(rowBytes);
     unsigned char *upper = buffer.data();
     unsigned char *lower = buffer.data() + rowBytes * std::size_t(height - 1);

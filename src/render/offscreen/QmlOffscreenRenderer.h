@@ -70,6 +70,8 @@ private:
 
     bool makeCurrent();
     void unloadDocument();
+    void deleteItems();
+    void restoreWindow();
     std::unique_ptr<QQuickItem> createItem(std::unique_ptr<QQmlComponent> component);
     void collectErrors();
     void fitRootItem(int width, int height);
