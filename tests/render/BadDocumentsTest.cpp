@@ -243,10 +243,10 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("warning");
         QTest::addColumn<int>("entries");
         QTest::newRow("ever new") << QByteArray("throw 'number ' + calls++")
-                                  << OVX::ErrorLog::MaximumEntries + 1;
+                                  << OVX::ErrorLog::MaximumPerLocation + 1;
         QTest::newRow("always the same") << QByteArray("throw 'same'") << 1;
         QTest::newRow("ever new and huge") << QByteArray("throw calls++ + 'x'.repeat(100000)")
-                                           << OVX::ErrorLog::MaximumEntries + 1;
+                                           << OVX::ErrorLog::MaximumPerLocation + 1;
     }
 
     void warningsWithoutEndStayBounded()
@@ -257,7 +257,7 @@ private Q_SLOTS:
         DashboardRenderer renderer;
         QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), acting(warning)), Width,
                               Height));
-        for (int i = 0; i < OVX::ErrorLog::MaximumEntries + 50; ++i)
+        for (int i = 0; i < 3 * OVX::ErrorLog::MaximumPerLocation; ++i)
             publish(renderer);
         QCOMPARE(renderer.errors().size(), entries);
         for (const QString &error : renderer.errors())
@@ -280,7 +280,7 @@ private Q_SLOTS:
                 }
             })")),
                                Width, Height));
-        QCOMPARE(renderer.errors().size(), OVX::ErrorLog::MaximumEntries + 1);
+        QCOMPARE(renderer.errors().size(), OVX::ErrorLog::MaximumPerLocation + 1);
         QVERIFY(frame(renderer).isWhole());
     }
 

@@ -31,6 +31,33 @@ private Q_SLOTS:
         QVERIFY(log.list().constLast().contains(QLatin1String("not recorded")));
     }
 
+    void aLineThatWarnsInEverNewWordsLeavesRoomForOthers()
+    {
+        const QString chatty = QStringLiteral("file:///my dash/Dash.qml:7:3");
+        const QString other = QStringLiteral("file:///my dash/Dash.qml:8:3: Error: 1");
+        ErrorLog log;
+        for (int i = 0; i < 10'000; ++i)
+            log.append(chatty + QStringLiteral(": Error: %1").arg(i));
+        log.append(other);
+        QStringList expected;
+        for (int i = 0; i < ErrorLog::MaximumPerLocation; ++i)
+            expected += chatty + QStringLiteral(": Error: %1").arg(i);
+        expected += chatty + QStringLiteral(": Further warnings from here are not recorded");
+        QCOMPARE(log.list(), expected + QStringList(other));
+    }
+
+    void manyLinesTogetherStayBoundedToo()
+    {
+        ErrorLog log;
+        for (int line = 0; line < 1000; ++line) {
+            for (int i = 0; i < 10; ++i)
+                log.append(QStringLiteral("Dash.qml:%1: %2").arg(line).arg(i));
+        }
+        QCOMPARE(log.list().size(), ErrorLog::MaximumEntries + 1);
+        QCOMPARE(log.list().filter(QStringLiteral("not recorded")).size(),
+                 ErrorLog::MaximumEntries / (ErrorLog::MaximumPerLocation + 1) + 1);
+    }
+
     void aTextSeenBeforeDoesNotFillIt()
     {
         ErrorLog log;
@@ -56,10 +83,13 @@ private Q_SLOTS:
         ErrorLog log;
         for (int i = 0; i < 500; ++i)
             log.append(QString::number(i));
-        log.clear();
-        QVERIFY(log.isEmpty());
-        log.append(QStringLiteral("7"));
-        QCOMPARE(log.list(), QStringList(QStringLiteral("7")));
+        for (int i = 0; i < 10; ++i) {
+            log.clear();
+            QVERIFY(log.isEmpty());
+            const QString entry = QStringLiteral("Dash.qml:7: %1").arg(i);
+            log.append(entry);
+            QCOMPARE(log.list(), QStringList(entry));
+        }
     }
 };
 
