@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr qint64 MaximumBytes = 256 * 1024 * 1024; ///< Of frames that wait for their encoding.
+constexpr qint64 MaximumBytes = 256'000'000; ///< Of frames that wait for their encoding.
 constexpr int BytesPerPixel = 4;
 
 qint64 bytesOf(QSize size)

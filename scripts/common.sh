@@ -3,7 +3,7 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 run_packages=(
-  g++ cmake ninja-build
+  g++ make cmake ninja-build
   qtbase5-dev qtdeclarative5-dev qtquickcontrols2-5-dev
   qml-module-qtqml qml-module-qtquick2 qml-module-qtquick-controls2
   qml-module-qtquick-templates2 qml-module-qtquick-window2 qml-module-qtquick-layouts

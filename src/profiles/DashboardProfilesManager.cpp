@@ -122,7 +122,7 @@ void DashboardProfilesManager::activateRecentProfileForVehicle(QString vehicleNa
     if (vehicleName.isEmpty())
         return;
     const Id before = activeId;
-    Id after = before;
+    Id after = DashboardProfileHeader::NoId;
     std::set<Id> changed;
     {
         const LockGuard guard(lock);

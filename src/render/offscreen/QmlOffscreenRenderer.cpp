@@ -2,7 +2,6 @@
 
 #include <QtCore/QUrl>
 #include <QtCore/QVariant>
-#include <QtCore/QVector>
 #include <QtGui/QOffscreenSurface>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLExtraFunctions>
@@ -208,10 +207,9 @@ void QmlOffscreenRenderer::deleteItems()
     // event loop.
     constexpr int Rounds = 3;
     for (int round = 0; round < Rounds && !content->childItems().isEmpty(); ++round) {
-        QVector<QPointer<QQuickItem>> items;
-        for (QQuickItem *item : content->childItems())
-            items.append(item);
-        for (const QPointer<QQuickItem> &item : qAsConst(items))
+        const QList<QQuickItem *> children = content->childItems();
+        const std::vector<QPointer<QQuickItem>> items(children.cbegin(), children.cend());
+        for (const QPointer<QQuickItem> &item : items)
             delete item.data();
     }
     const QList<QQuickItem *> left = content->childItems();
