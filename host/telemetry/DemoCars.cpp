@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr std::array<const char *, DemoCars::MaximumCars> Names{"Aurelia GT3", "Borealis Coupe",
-                                                                "Cavallo 600"};
+constexpr std::array<const char *, DemoCars::MaximumCars> Names{
+    "Auralis Silhouette", "Borealis Touring", "Caldera Super Coupe"};
 
 } // namespace
 

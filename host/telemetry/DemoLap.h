@@ -30,7 +30,7 @@ public:
     /// `laps` of the race, brought into the range 1 to `LongestRace`. `carName` is what the car is
     /// called.
     explicit DemoLap(std::uint32_t seed, std::uint32_t laps = DefaultLaps,
-                     QString carName = QStringLiteral("Aurelia GT3"));
+                     QString carName = QStringLiteral("Auralis Silhouette"));
 
     TelemetrySample sampleAt(double seconds) override;
     QString vehicleNameAt(double seconds) override;

@@ -62,7 +62,8 @@ struct VehicleState
 };
 
 /// A point-mass car with a rear-wheel drive, whose tyres share one circle of grip between braking,
-/// driving and cornering. Has no state of its own. Figures are those of a GT racing car.
+/// driving and cornering. Has no state of its own. Figures are those of a
+/// silhouette touring car with a wing that opens.
 class VehicleModel
 {
 public:
