@@ -163,10 +163,10 @@ double drive(VehicleState &car, const Controls &controls, double traction, doubl
 }
 
 /// N of the brakes, after the ABS.
-double slow(VehicleState &car, const Controls &controls, double limit, double seconds)
+double slow(VehicleState &car, double limit, double seconds)
 {
     double force = car.brake * VehicleModel::FullBrake;
-    if (controls.absOn && force > limit && car.speed > 3) {
+    if (force > limit && car.speed > 3) {
         force = limit * 0.96;
         car.absTime = 0.12;
     } else {
@@ -287,7 +287,7 @@ void VehicleModel::step(VehicleState &car, const Controls &controls, const RoadP
     const double driven = drive(car, controls, tractionLimit(car, road), seconds);
     // The engine's drag holds on to the same grip as the brakes.
     const double brakeable = std::max(0.0, mass * limit * along + std::min(driven, 0.0));
-    const double braked = slow(car, controls, brakeable, seconds);
+    const double braked = slow(car, brakeable, seconds);
 
     const double used = std::min(1.1, std::hypot(across, (driven - braked) / (mass * limit)));
     // Beyond the limit the front wheels plough on, which costs speed until they hold again.

@@ -15,7 +15,6 @@ struct Controls
     bool wingOpen = false;   ///< The rear wing is flat.
     bool holdClutch = false; ///< The clutch stays pressed, as before a start.
     bool neutral = false;    ///< Out of gear; only when standing.
-    bool absOn = true;       ///< The brakes may be released by the ABS.
     double tcShare = 0.97;   ///< Share of the rear tyres' grip to which drive is cut.
 };
 
