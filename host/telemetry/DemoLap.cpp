@@ -19,7 +19,8 @@ constexpr double FirstGearAt = 2;    // s
 constexpr double LightsOut = 5;      // s
 constexpr double StartFuel = 0.48;   // of the tank
 constexpr double LowFuel = 0.15;     // of the tank
-constexpr double LapFuel = 2.1;      // kg, with a little to spare
+constexpr double LapFuel = 1.6;      // kg
+constexpr double SpareFuel = 3;      // kg at the flag, for the way back and a margin
 constexpr double RefuelRate = 2.2;   // kg/s
 constexpr double TyresChangedAt = 5; // s at the box
 constexpr double ShortestStop = 7;   // s
@@ -156,7 +157,7 @@ void DemoLap::serve(Controls &controls)
         return;
     if (state.standing <= 0) {
         const std::uint32_t left = laps - std::min(laps, state.times.completed + 1);
-        const double needed = std::min(left * LapFuel + 3, 0.95 * VehicleModel::TankKg);
+        const double needed = std::min(left * LapFuel + SpareFuel, 0.95 * VehicleModel::TankKg);
         state.fuelTarget = isFinished() ? 0 : needed;
     }
     const bool tyresBefore = state.standing < TyresChangedAt;
