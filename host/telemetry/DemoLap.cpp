@@ -11,6 +11,7 @@ namespace {
 
 constexpr double StepSeconds = 1.0 / DemoLap::StepsPerSecond;
 constexpr std::uint64_t CheckpointSteps = std::uint64_t{10} * DemoLap::StepsPerSecond;
+constexpr std::uint64_t OrderSteps = DemoLap::StepsPerSecond / 10;
 constexpr std::uint64_t LongestSteps = std::uint64_t{86'400} * DemoLap::StepsPerSecond;
 constexpr double LatestMoment = 1e12; // s; further on the steps could no longer be counted
 
@@ -71,12 +72,13 @@ DemoLap::DemoLap(std::uint32_t seed, std::uint32_t laps, QString carName)
     , seed(seed)
     , laps(std::clamp(laps, 1U, LongestRace))
     , driver(circuit, seed)
-    , director(seed, driver.flyingLap())
+    , director(seed, this->laps, driver.flyingLap())
     , timing(circuit.length(), this->laps)
 {
     state.car.distance = GridDistance;
     state.car.fuelKg = StartFuel * VehicleModel::TankKg;
     state.times.lapStart = LightsOut;
+    state.field = director.grid();
     checkpoints.push_back(state);
 }
 
@@ -88,6 +90,11 @@ double DemoLap::timeOf(const State &state)
 bool DemoLap::inPitLane(double place) const
 {
     return state.comingIn && Circuit::isPitLane(place);
+}
+
+bool DemoLap::isYellow(double place) const
+{
+    return !isFinished() && !inPitLane(place) && director.isYellow(state.times.completed, place);
 }
 
 bool DemoLap::isPenalized() const
@@ -133,9 +140,8 @@ void DemoLap::useWing(double place)
     if (zone != state.zone) {
         state.zone = zone;
         state.drsTime = 0;
-        state.drsAvailable = zone >= 0 && lap > 0 && !isFinished() &&
-                             !director.isYellow(lap, place) &&
-                             director.followsRival(timeOf(state) - LightsOut, state.car.distance);
+        state.drsAvailable = zone >= 0 && lap > 0 && !isFinished() && !isYellow(place) &&
+                             director.followsRival(state.field);
     }
     const bool flatOut = state.car.throttle > 0.95 && state.car.brake <= 0;
     state.drsTime += state.drsAvailable ? StepSeconds : 0;
@@ -187,7 +193,7 @@ Controls DemoLap::control(const RoadPoint &road, double place)
     const std::uint32_t lap = state.times.completed;
     double pace = std::sqrt(VehicleModel::gripOf(state.car));
     pace *= isFinished() ? CoolDownPace : driver.commitment(lap, road.curveAhead);
-    if (!isFinished() && director.isYellow(lap, place))
+    if (isYellow(place))
         pace *= YellowPace;
     state.pace += (pace - state.pace) * StepSeconds / 0.4;
 
@@ -218,10 +224,10 @@ Controls DemoLap::control(const RoadPoint &road, double place)
 
 void DemoLap::advance()
 {
-    const double place = circuit.wrapped(state.car.distance);
+    const double from = circuit.wrapped(state.car.distance);
     const RoadPoint road = circuit.at(state.car.distance);
-    callIn(place);
-    const Controls controls = control(road, place);
+    callIn(from);
+    const Controls controls = control(road, from);
 
     const double before = state.car.distance;
     const double start = timeOf(state);
@@ -230,7 +236,13 @@ void DemoLap::advance()
     ++state.steps;
     timing.advance(state.times, before, state.car.distance, start, timeOf(state));
     state.stintLaps += state.times.completed - lap;
-    useWing(circuit.wrapped(state.car.distance));
+    const double place = circuit.wrapped(state.car.distance);
+    useWing(place);
+    if (state.steps % OrderSteps == 0) {
+        const bool held = timeOf(state) <= LightsOut || isFinished() || isYellow(place);
+        director.advance(state.field, state.times.completed, state.car.distance,
+                         OrderSteps * StepSeconds, held);
+    }
     state.over = state.over || state.steps >= LongestSteps;
     if (state.steps == checkpoints.size() * CheckpointSteps)
         checkpoints.push_back(state);
@@ -281,7 +293,6 @@ QString DemoLap::vehicleNameAt(double /*seconds*/)
 std::uint32_t DemoLap::statusFlags(double place) const
 {
     const std::uint32_t lap = state.times.completed;
-    const double racing = timeOf(state) - LightsOut;
     const unsigned mistakes = lap > 0 ? driver.mistakes(lap - 1) : 0;
     const bool onRoad = !isFinished() && !inPitLane(place);
     std::uint32_t flags = 0;
@@ -292,8 +303,8 @@ std::uint32_t DemoLap::statusFlags(double place) const
     set(state.drsAvailable, Status::DrsAvailable);
     set(state.drsEngaged, Status::DrsEngaged);
     set(onRoad && isPenalized() && place > 300, Status::FlagBlack);
-    set(onRoad && racing > 0 && director.isLapped(racing, state.car.distance), Status::FlagBlue);
-    set(onRoad && director.isYellow(lap, place), Status::FlagYellow);
+    set(onRoad && !isYellow(place) && director.isLapped(state.field), Status::FlagBlue);
+    set(isYellow(place), Status::FlagYellow);
     set(onRoad && mistakes >= 2 && mistakes < 4 && place > 150 && place < 900,
         Status::FlagBlackAndWhite);
     return flags;
@@ -318,6 +329,7 @@ void DemoLap::fillMotion(VehicleTelemetry &vehicle, const RoadPoint &road) const
     vehicle.engineLoadPercent = percent(car.engineLoad);
     vehicle.fuelLevelPercent = percent(car.fuelKg / VehicleModel::TankKg);
     vehicle.heaveG = static_cast<float>(car.heave / Gravity);
+    // Of the road at this place, as the heading is; `car.sway` is of where the step began.
     vehicle.swayG = static_cast<float>(road.curvature * car.speed * car.speed / Gravity);
     vehicle.surgeG = static_cast<float>(car.surge / Gravity);
     vehicle.altitudeAboveGroundM = static_cast<float>(car.rideHeight);
@@ -333,7 +345,7 @@ void DemoLap::fillRace(VehicleTelemetry &vehicle) const
 {
     const LapTimes &times = state.times;
     const double now = timeOf(state);
-    vehicle.position = director.position(std::max(now - LightsOut, 0.0), state.car.distance);
+    vehicle.position = RaceDirector::position(state.field);
     vehicle.currentTimeMs = milliseconds(now - times.lapStart);
     vehicle.lastTimeMs = milliseconds(times.last);
     vehicle.bestTimeMs = milliseconds(times.best);

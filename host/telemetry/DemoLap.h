@@ -40,6 +40,7 @@ private:
     {
         VehicleState car;
         LapTimes times;
+        Field field;
         std::uint64_t steps = 0;
         double pace = 1;
         double standing = 0;   // s at the box
@@ -65,6 +66,7 @@ private:
     bool isFinished() const { return state.times.completed >= laps; }
     bool isPenalized() const;
     bool inPitLane(double place) const;
+    bool isYellow(double place) const;
     double brakeBias() const;
     int tcLevel() const;
     std::uint32_t statusFlags(double place) const;
