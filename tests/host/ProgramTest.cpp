@@ -304,9 +304,9 @@ private Q_SLOTS:
             QCOMPARE(runHost(words, {}, home).exitCode, 0);
         };
         command({QStringLiteral("profiles"), QStringLiteral("activate"), QStringLiteral("red")});
-        command({QStringLiteral("vehicle"), QStringLiteral("Aurelia GT3")});
+        command({QStringLiteral("vehicle"), QStringLiteral("Auralis Silhouette")});
         command({QStringLiteral("profiles"), QStringLiteral("activate"), QStringLiteral("blue")});
-        command({QStringLiteral("vehicle"), QStringLiteral("Borealis Coupe")});
+        command({QStringLiteral("vehicle"), QStringLiteral("Borealis Touring")});
 
         // The first car's turn ends a second after the start.
         const QTemporaryDir folder;
