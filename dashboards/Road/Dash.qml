@@ -17,9 +17,9 @@ Rectangle {
     width: 480
     height: 272
     gradient: Gradient {
-        GradientStop { position: 0.0; color: "#15191d" }
+        GradientStop { position: 0.0; color: road.theme.metalDark }
         GradientStop { position: 0.5; color: "#0a0c0f" }
-        GradientStop { position: 1.0; color: "#060709" }
+        GradientStop { position: 1.0; color: road.theme.night }
     }
 
     Row {
@@ -180,11 +180,11 @@ Rectangle {
         radius: 8
         antialiasing: true
         gradient: Gradient {
-            GradientStop { position: 0.0; color: dash_rpmBlink ? road.theme.danger : "#1e242a" }
-            GradientStop { position: 1.0; color: dash_rpmBlink ? road.theme.danger : "#0b0e11" }
+            GradientStop { position: 0.0; color: dash_rpmBlink ? road.theme.danger : road.theme.faceTop }
+            GradientStop { position: 1.0; color: dash_rpmBlink ? road.theme.danger : road.theme.faceBottom }
         }
         border.width: 1.5
-        border.color: road.redline ? road.theme.danger : "#343b43"
+        border.color: road.redline ? road.theme.danger : road.theme.metal
 
         Label {
             anchors.fill: parent
@@ -298,7 +298,8 @@ Rectangle {
     Rectangle {
         anchors.fill: parent
         visible: dash_paused
-        color: "#90060709"
+        opacity: 0.565
+        color: road.theme.night
     }
 
     // Takes the place of the gear, which means nothing meanwhile.

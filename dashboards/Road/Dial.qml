@@ -43,9 +43,9 @@ Item {
         radius: width / 2
         antialiasing: true
         gradient: Gradient {
-            GradientStop { position: 0.0; color: "#1e242a" }
+            GradientStop { position: 0.0; color: dial.theme.faceTop }
             GradientStop { position: 0.55; color: "#11151a" }
-            GradientStop { position: 1.0; color: "#0b0e11" }
+            GradientStop { position: 1.0; color: dial.theme.faceBottom }
         }
     }
 
@@ -174,7 +174,7 @@ Item {
         border.width: 1
         gradient: Gradient {
             GradientStop { position: 0.0; color: "#4a525a" }
-            GradientStop { position: 1.0; color: "#15191d" }
+            GradientStop { position: 1.0; color: dial.theme.metalDark }
         }
     }
 
@@ -186,7 +186,7 @@ Item {
         antialiasing: true
         gradient: Gradient {
             GradientStop { position: 0.0; color: "#1a1f24" }
-            GradientStop { position: 1.0; color: "#343b42" }
+            GradientStop { position: 1.0; color: dial.theme.metal }
         }
     }
 }

@@ -14,6 +14,7 @@ Item {
     readonly property real gap: 4
     readonly property real share: count > 0 ? (width - gap * (count - 1)) / count : width
     readonly property bool roomy: count < 3
+    readonly property Theme theme: Theme {}
 
     Row {
         anchors.fill: parent
@@ -25,9 +26,9 @@ Item {
             height: band.height
             roomy: band.roomy
             text: "BLACK"
-            cloth: "#050505"
-            ink: "#ffffff"
-            rim: "#ffffff"
+            cloth: band.theme.black
+            ink: band.theme.white
+            rim: band.theme.white
         }
 
         SessionFlag {
@@ -36,9 +37,9 @@ Item {
             height: band.height
             roomy: band.roomy
             text: band.roomy ? "BLACK / WHITE" : "BLK / WHT"
-            cloth: "#050505"
-            ink: "#ffffff"
-            rim: "#ffffff"
+            cloth: band.theme.black
+            ink: band.theme.white
+            rim: band.theme.white
             divided: true
         }
 
@@ -48,9 +49,9 @@ Item {
             height: band.height
             roomy: band.roomy
             text: "YELLOW"
-            cloth: "#ffd21a"
-            ink: "#101010"
-            rim: "#ffd21a"
+            cloth: band.theme.yellow
+            ink: band.theme.inkOnBright
+            rim: band.theme.yellow
         }
 
         SessionFlag {
@@ -60,7 +61,7 @@ Item {
             roomy: band.roomy
             text: "BLUE"
             cloth: "#1f5fe0"
-            ink: "#ffffff"
+            ink: band.theme.white
             rim: "#5c8ff5"
         }
     }

@@ -65,7 +65,7 @@ Item {
         height: 8
         radius: 4
         antialiasing: true
-        color: "#343b42"
+        color: gauge.theme.metal
     }
 
     Row {

@@ -20,7 +20,7 @@ Rectangle {
 
     Label {
         anchors.fill: parent
-        color: lamp.lit ? "#101010" : lamp.armed ? lamp.litColor : "#59636d"
+        color: lamp.lit ? lamp.theme.inkOnBright : lamp.armed ? lamp.litColor : "#59636d"
         font.pixelSize: 13
         font.bold: true
         text: lamp.text

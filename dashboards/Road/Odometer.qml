@@ -34,9 +34,9 @@ Rectangle {
                 width: 15
                 height: 22
                 gradient: Gradient {
-                    GradientStop { position: 0.0; color: "#0b0d10" }
+                    GradientStop { position: 0.0; color: odometer.theme.faceBottom }
                     GradientStop { position: 0.5; color: "#333b43" }
-                    GradientStop { position: 1.0; color: "#0b0d10" }
+                    GradientStop { position: 1.0; color: odometer.theme.faceBottom }
                 }
 
                 Label {
