@@ -7,7 +7,11 @@ Rectangle {
     // A limit out of this range says that the source knows none.
     readonly property bool knowsMaxRpm: dash_maxRpm > 500 && dash_maxRpm < 100000
     readonly property real rpmLimit: knowsMaxRpm ? dash_maxRpm : 10000
-    readonly property real rpmStep: 1000 * Math.ceil(rpmLimit / 10000)
+    // A slow engine's scale counts hundreds: few round thousands would tell little about it.
+    readonly property real rpmStep: rpmLimit <= 1000 ? 100
+        : rpmLimit < 2000 ? 200
+        : rpmLimit <= 4000 ? 500 : 1000 * Math.ceil(rpmLimit / 10000)
+    readonly property real rpmUnit: rpmStep < 1000 ? 100 : 1000
     readonly property bool redline: knowsMaxRpm && dash_rpmRedThreshold_Percent > 0
         && dash_rpm * 100 >= dash_maxRpm * dash_rpmRedThreshold_Percent
     readonly property bool knowsRaceLength: dash_numberOfLaps_Available && dash_numberOfLaps > 0
@@ -85,8 +89,8 @@ Rectangle {
         y: 33
         width: 204
         value: road.speed
-        maximum: dash_useMph ? 200 : 320
         majorStep: dash_useMph ? 20 : 40
+        majorCount: dash_useMph ? 10 : 8
         minorPerMajor: dash_useMph ? 2 : 4
     }
 
@@ -117,10 +121,11 @@ Rectangle {
         y: 33
         width: 204
         value: dash_rpm
-        maximum: Math.ceil(road.rpmLimit / road.rpmStep) * road.rpmStep
         majorStep: road.rpmStep
-        minorPerMajor: 4
-        numeralUnit: 1000
+        // The bound holds while one of the two already belongs to the next vehicle.
+        majorCount: Math.min(10, Math.ceil(road.rpmLimit / road.rpmStep))
+        minorPerMajor: road.rpmStep === 500 ? 5 : 4
+        numeralUnit: road.rpmUnit
         numeralSize: 19
         cautionFrom: road.knowsMaxRpm ? road.rpmLimit * dash_rpmYellowThreshold_Percent / 100 : 0
         dangerFrom: road.knowsMaxRpm ? road.rpmLimit * dash_rpmRedThreshold_Percent / 100 : 0
@@ -129,7 +134,7 @@ Rectangle {
     Label {
         anchors.horizontalCenter: rpmDial.horizontalCenter
         y: rpmDial.y + 56
-        text: "×1000 r/min"
+        text: "×" + road.rpmUnit + " r/min"
     }
 
     FuelGauge {

@@ -6,8 +6,8 @@ Item {
     id: dial
 
     property real value: 0
-    property real maximum: 100
     property real majorStep: 10
+    property int majorCount: 10
     property int minorPerMajor: 2
     property real numeralUnit: 1
     property int numeralSize: 15
@@ -18,7 +18,7 @@ Item {
     readonly property real sweep: 260
     readonly property real radius: width / 2
     readonly property real scaleRadius: radius - 12
-    readonly property int majorCount: Math.round(maximum / majorStep)
+    readonly property real maximum: majorStep * majorCount
     readonly property int tickCount: majorCount * minorPerMajor
     readonly property real share: Math.max(0, Math.min(1.01, value / maximum))
     readonly property Theme theme: Theme {}
