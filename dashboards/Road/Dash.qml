@@ -15,7 +15,9 @@ Rectangle {
     readonly property bool redline: knowsMaxRpm && dash_rpmRedThreshold_Percent > 0
         && dash_rpm * 100 >= dash_maxRpm * dash_rpmRedThreshold_Percent
     readonly property bool knowsRaceLength: dash_numberOfLaps_Available && dash_numberOfLaps > 0
-    readonly property bool hasDelta: dash_currentTime_str_Available && !isNaN(dash_deltaTime_s)
+    // Without a best lap there is nothing that the lap under way could be compared with.
+    readonly property bool hasDelta: dash_currentTime_str_Available && dash_bestTime_ms_Available
+        && dash_bestTime_ms > 0 && !isNaN(dash_deltaTime_s)
     readonly property Theme theme: Theme {}
 
     width: 480
