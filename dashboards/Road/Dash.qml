@@ -212,7 +212,7 @@ Rectangle {
         height: 36
         visible: dash_position_Available && dash_position > 0 && dash_position < 1000
         color: road.theme.ink
-        font.pixelSize: 26
+        font.pixelSize: text.length > 3 ? 20 : 26
         font.bold: true
         text: "P" + dash_position
     }

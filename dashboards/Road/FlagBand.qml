@@ -36,7 +36,7 @@ Item {
             width: band.share
             height: band.height
             roomy: band.roomy
-            text: band.roomy ? "BLACK / WHITE" : "BLK / WHT"
+            text: band.count < 2 ? "BLACK / WHITE" : "BLK / WHT"
             cloth: band.theme.black
             ink: band.theme.white
             rim: band.theme.white
