@@ -1,9 +1,5 @@
-#include "render/DashboardRenderer.h"
-#include "render/offscreen/ErrorLog.h"
-
+#include "Documents.h"
 #include "Probe.h"
-#include "support/DocumentFolder.h"
-#include "support/Picture.h"
 #include "views/DashboardFadeInOut.h"
 
 #include <QtCore/QCoreApplication>
@@ -13,21 +9,8 @@
 
 namespace {
 
-constexpr QRgb Black = 0xFF000000;
-constexpr QRgb Red = 0xFFFF0000;
-constexpr QRgb Green = 0xFF00FF00;
 constexpr int Width = 480;
 constexpr int Height = 272;
-
-QByteArray document(const QByteArray &body)
-{
-    return "import QtQuick 2.15\nimport QtQuick.Window 2.15\nimport Probe 1.0\n" + body;
-}
-
-QByteArray filled(const QByteArray &colour)
-{
-    return document("Rectangle { width: 480; height: 272; color: \"" + colour + "\" }");
-}
 
 /// A document in which `action` runs at every publication after the load.
 QByteArray acting(const QByteArray &action)
@@ -52,17 +35,10 @@ void publish(DashboardRenderer &renderer)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-Picture frame(DashboardRenderer &renderer, int width = Width, int height = Height)
+/// A frame of the usual size.
+Picture frame(DashboardRenderer &renderer)
 {
-    Picture picture{{}, width, height};
-    if (!renderer.renderFrame(picture.bytes, width, height, false))
-        picture.bytes.clear();
-    return picture;
-}
-
-QByteArray errorsOf(DashboardRenderer &renderer)
-{
-    return renderer.errors().join(QLatin1Char('\n')).toUtf8();
+    return frame(renderer, Width, Height);
 }
 
 } // namespace
@@ -131,7 +107,6 @@ private Q_SLOTS:
         const auto good = [&bad](const char *name, const QByteArray &text) { bad(name, text, ""); };
         good("50 MB of comment", "/*" + QByteArray(50'000'000, '*') + "*/\n" + filled("red"));
         good("size 0", document("Item { Probe {} }"));
-        good("size 100000", document("Rectangle { width: 100000; height: 100000; color: 'red' }"));
         good("negative size", document("Rectangle { width: -480; height: -272; color: 'red' }"));
         good("size that is no number", document("Rectangle { width: 0 / 0; height: 0 / 0 }"));
         good("infinite size", document("Rectangle { width: 1 / 0; height: 1 / 0 }"));
@@ -282,128 +257,6 @@ private Q_SLOTS:
                                Width, Height));
         QCOMPARE(renderer.errors().size(), OVX::ErrorLog::MaximumPerLocation + 1);
         QVERIFY(frame(renderer).isWhole());
-    }
-
-    void aPathMayHoldAnyCharacter_data()
-    {
-        QTest::addColumn<QString>("folderName");
-        QTest::addColumn<QString>("fileName");
-        const auto row = [](const char *name, const char *folderName, const char *fileName) {
-            QTest::newRow(name) << QString::fromUtf8(folderName) << QString::fromUtf8(fileName);
-        };
-        row("spaces", "my dash boards", "The Dash.qml");
-        row("hash", "a#b", "Da#sh.qml");
-        row("percent", "100%", "50%25.qml");
-        row("percent that looks like a code", "%20%2f", "%41.qml");
-        row("umlauts", "Übergrößen", "Straße.qml");
-        row("Chinese", "仪表盘", "仪表.qml");
-        row("beyond the basic plane", "🏎", "🏁.qml");
-        row("brackets and quotes", "a [b] (c) 'd' {e}", "&+,;=@!$.qml");
-        row("dots", "a.b.c", "..Dash.qml");
-        row("colon", "C:", "a:b.qml");
-#ifdef Q_OS_UNIX
-        row("question mark", "why?", "what?.qml");
-        row("backslash and double quote", "a\\b", "c\"d.qml");
-#endif
-    }
-
-    void aPathMayHoldAnyCharacter()
-    {
-        QFETCH(QString, folderName);
-        QFETCH(QString, fileName);
-        const DocumentFolder folder;
-        folder.write(folderName + QStringLiteral("/Beside.qml"), filled("lime"));
-        const QString path = folder.write(folderName + QLatin1Char('/') + fileName,
-                                          "import QtQuick 2.15\nItem { width: 480; height: 272\n"
-                                          "Beside {} }");
-        DashboardRenderer renderer;
-        QVERIFY2(renderer.load(path, Width, Height), errorsOf(renderer));
-        QCOMPARE(frame(renderer).count(Green), Width * Height);
-        QVERIFY(!renderer.load(path + QStringLiteral("x"), Width, Height));
-        QVERIFY(frame(renderer).isWhole());
-    }
-
-    void whatIsNoFileFails_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("error");
-        const QByteArray missing = "No such file or directory";
-        const QByteArray folder = "file to open is a directory";
-        QTest::newRow("missing") << "Missing.qml" << missing;
-        QTest::newRow("in a missing folder") << "missing/Dash.qml" << missing;
-        QTest::newRow("folder") << "folder" << folder;
-        QTest::newRow("folder with a slash") << "folder/" << folder;
-        QTest::newRow("folder named like a document") << "Folder.qml" << folder;
-        QTest::newRow("below a file") << "Good.qml/Dash.qml" << QByteArray("Dash.qml: ");
-    }
-
-    void whatIsNoFileFails()
-    {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, error);
-        const DocumentFolder folder;
-        folder.write(QStringLiteral("folder/Dash.qml"), filled("red"));
-        folder.write(QStringLiteral("Folder.qml/Dash.qml"), filled("red"));
-        const QString good = folder.write(QStringLiteral("Good.qml"), filled("lime"));
-        DashboardRenderer renderer;
-        for (int round = 0; round < 2; ++round) {
-            QVERIFY(!renderer.load(folder.path(name), Width, Height));
-            QVERIFY2(errorsOf(renderer).contains(error), errorsOf(renderer));
-            QVERIFY(frame(renderer).isWhole());
-            QVERIFY(renderer.load(good, Width, Height));
-            QCOMPARE(frame(renderer).count(Green), Width * Height);
-        }
-    }
-
-    void anEmptyPathFails()
-    {
-        DashboardRenderer renderer;
-        QVERIFY(!renderer.load({}, Width, Height));
-        QVERIFY(!renderer.errors().isEmpty());
-        QVERIFY(frame(renderer).isWhole());
-    }
-
-    void aFileDeletedBetweenFramesIsMissedOnlyAtTheNextLoad()
-    {
-        const DocumentFolder folder;
-        DashboardRenderer renderer;
-        const QString path = folder.write(QStringLiteral("Dash.qml"), filled("lime"));
-        QVERIFY(renderer.load(path, Width, Height));
-        QVERIFY(QFile::remove(path));
-        publish(renderer);
-        QCOMPARE(frame(renderer).count(Green), Width * Height);
-        QCOMPARE(frame(renderer, 240, 136).count(Green), 240 * 136);
-        QVERIFY(!renderer.load(path, Width, Height));
-        QCOMPARE(frame(renderer).count(Green), 0);
-        folder.write(QStringLiteral("Dash.qml"), filled("red"));
-        QVERIFY(renderer.load(path, Width, Height));
-        QCOMPARE(frame(renderer).count(Red), Width * Height);
-    }
-
-    void aFileReplacedBetweenLoadsIsReadAnew()
-    {
-        const DocumentFolder folder;
-        DashboardRenderer renderer;
-        const QString path = folder.write(QStringLiteral("Dash.qml"), filled("lime"));
-        QVERIFY(renderer.load(path, Width, Height));
-        folder.write(QStringLiteral("Dash.qml"), document("Rectangle {"));
-        QCOMPARE(frame(renderer).count(Green), Width * Height);
-        QVERIFY(!renderer.load(path, Width, Height));
-        folder.write(QStringLiteral("Dash.qml"), filled("#f00") + "// longer than before");
-        QVERIFY(renderer.load(path, Width, Height));
-        QCOMPARE(frame(renderer).count(Red), Width * Height);
-    }
-
-    void loadsOfAnySizeSucceed()
-    {
-        const DocumentFolder folder;
-        const QString path = folder.write(QStringLiteral("Dash.qml"), filled("lime"));
-        for (const QSize size :
-             {QSize(0, 0), QSize(-1, -1), QSize(1, 1), QSize(100'000, 100'000)}) {
-            DashboardRenderer renderer;
-            QVERIFY(renderer.load(path, size.width(), size.height()));
-            QCOMPARE(frame(renderer).count(Green), Width * Height);
-        }
     }
 };
 

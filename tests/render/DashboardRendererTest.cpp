@@ -1,9 +1,6 @@
-#include "render/DashboardRenderer.h"
-
+#include "Documents.h"
 #include "Probe.h"
-#include "support/DocumentFolder.h"
 #include "support/FakeCounter.h"
-#include "support/Picture.h"
 #include "views/DashboardFadeInOut.h"
 
 #include <QtGui/QImage>
@@ -14,9 +11,6 @@
 
 namespace {
 
-constexpr QRgb Black = 0xFF000000;
-constexpr QRgb White = 0xFFFFFFFF;
-constexpr QRgb Blue = 0xFF0000FF;
 constexpr QRgb Bar = 0xFFFF6A00;
 
 FakeCounter &panelCounter()
@@ -37,29 +31,9 @@ public:
     }
 };
 
-QByteArray document(const QByteArray &body)
-{
-    return "import QtQuick 2.15\nimport Probe 1.0\n" + body;
-}
-
-const QByteArray &blueDashboard()
-{
-    static const QByteArray text =
-        document("Rectangle { width: 480; height: 272; color: \"blue\" }");
-    return text;
-}
-
 void publish(DashboardRenderer &renderer, const TuneInfo &tune = {}, const QString &profile = {})
 {
     renderer.publishTelemetry({}, {}, {}, profile, tune, 1.0F, false, false, false);
-}
-
-Picture frame(DashboardRenderer &renderer, int width, int height, bool upsideDown = false)
-{
-    Picture picture{{}, width, height};
-    if (!renderer.renderFrame(picture.bytes, width, height, upsideDown))
-        picture.bytes.clear();
-    return picture;
 }
 
 /// The text as it should stand in the picture of a failed load.
@@ -274,7 +248,7 @@ private Q_SLOTS:
     {
         const DocumentFolder folder;
         DashboardRenderer renderer;
-        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), blueDashboard()), 480, 272));
+        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), filled("blue")), 480, 272));
         Frame buffer;
         QVERIFY(renderer.renderFrame(buffer, 480, 272, false));
         const unsigned char *const address = buffer.data();
@@ -291,7 +265,7 @@ private Q_SLOTS:
     {
         const DocumentFolder folder;
         DashboardRenderer renderer;
-        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), blueDashboard()), 480, 272));
+        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), filled("blue")), 480, 272));
         QVERIFY(!frame(renderer, 1 << 20, 4).isWhole());
         QVERIFY(!frame(renderer, 0, 0).isWhole());
         QCOMPARE(frame(renderer, 480, 272).count(Blue), 480 * 272);
@@ -314,7 +288,7 @@ private Q_SLOTS:
         DashboardRenderer renderer;
         TuneInfo tune = wingTune();
         publish(renderer, tune);
-        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), blueDashboard()), 480, 272));
+        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), filled("blue")), 480, 272));
         for (int i = 0; i < 3; ++i)
             publish(renderer, tune);
         QCOMPARE(frame(renderer, width, height).count(Blue), whole);

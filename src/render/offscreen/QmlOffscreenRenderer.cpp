@@ -1,5 +1,6 @@
 #include "render/offscreen/QmlOffscreenRenderer.h"
 
+#include <QtCore/QSet>
 #include <QtCore/QUrl>
 #include <QtCore/QVariant>
 #include <QtGui/QOffscreenSurface>
@@ -10,6 +11,7 @@
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
+#include <QtQml/QQmlProperty>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickRenderControl>
 #include <QtQuick/QQuickWindow>
@@ -36,6 +38,27 @@ void drainErrors(QOpenGLFunctions &gl)
     GLenum error = gl.glGetError();
     while (error != GL_NO_ERROR && error != ContextLost)
         error = gl.glGetError();
+}
+
+/// Lets no Component.onDestruction run at the end of what is below `content`.
+void silenceDestruction(QQuickItem &content)
+{
+    // An item may be the parent of the one that owns it, so there may be rings.
+    QSet<QObject *> seen;
+    QVector<QObject *> pending{&content};
+    while (!pending.isEmpty()) {
+        QObject *object = pending.takeLast();
+        if (seen.contains(object))
+            continue;
+        seen.insert(object);
+        if (QObject *attached = qmlAttachedPropertiesObject<QQmlComponent>(object, false))
+            attached->blockSignals(true);
+        pending += object->children().toVector();
+        if (const auto *item = qobject_cast<QQuickItem *>(object)) {
+            for (QQuickItem *child : item->childItems())
+                pending += child;
+        }
+    }
 }
 
 } // namespace
@@ -83,6 +106,7 @@ QmlOffscreenRenderer::~QmlOffscreenRenderer()
 {
     window->setRenderTarget(nullptr);
     makeCurrent();
+    deleteItems(); // While everything that their handlers may turn to is still there.
     renderControl.reset();
     components.clear();
     window.reset();
@@ -201,23 +225,20 @@ void QmlOffscreenRenderer::unloadDocument()
 
 void QmlOffscreenRenderer::deleteItems()
 {
+    delete rootItem.data(); // Which may have left the window.
+
     QQuickItem *content = window->contentItem();
     // A handler that runs while its item dies may delete a sibling, so nothing plain is held across
-    // one. It may also make a new item, for ever: what is left after a few rounds goes with the
-    // event loop.
+    // one. It may also make a new item, for ever: after a few rounds nobody is asked any more.
     constexpr int Rounds = 3;
-    for (int round = 0; round < Rounds && !content->childItems().isEmpty(); ++round) {
+    for (int round = 0; round <= Rounds && !content->childItems().isEmpty(); ++round) {
         const QList<QQuickItem *> children = content->childItems();
         const std::vector<QPointer<QQuickItem>> items(children.cbegin(), children.cend());
+        if (round == Rounds)
+            silenceDestruction(*content);
         for (const QPointer<QQuickItem> &item : items)
             delete item.data();
     }
-    const QList<QQuickItem *> left = content->childItems();
-    for (QQuickItem *item : left) {
-        item->setParentItem(nullptr);
-        item->deleteLater();
-    }
-    delete rootItem.data();
 }
 
 /// Takes back what a document did to the window and its content item, which outlive it.
@@ -236,8 +257,10 @@ void QmlOffscreenRenderer::restoreWindow()
     content->setScale(1);
     content->setRotation(0);
     content->setPosition(QPointF());
+    content->setSize(QSizeF(0, 0));
     content->setClip(false);
     content->setTransformOrigin(QQuickItem::Center);
+    QQmlProperty::write(content, QStringLiteral("layer.enabled"), false);
 }
 
 std::unique_ptr<QQuickItem>
