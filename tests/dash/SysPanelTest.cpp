@@ -1,5 +1,6 @@
 #include "views/DashboardFadeInOut.h"
 
+#include <QtGui/QColor>
 #include <QtGui/QFont>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
@@ -103,6 +104,11 @@ QString textOf(const QObject *item)
     return item->property("text").toString();
 }
 
+QColor colourOf(const QObject *item)
+{
+    return item->property("color").value<QColor>();
+}
+
 } // namespace
 
 class SysPanelTest : public QObject
@@ -165,9 +171,7 @@ private Q_SLOTS:
         const QList<QQuickItem *> rows = dashboard.rows();
         QCOMPARE(rows.size(), 6);
         QCOMPARE(textOf(rows[0]), QStringLiteral("Category: Chassis"));
-        QCOMPARE(rows[0]->property("font").value<QFont>().pixelSize(), 14);
         QCOMPARE(textOf(rows[1]), QStringLiteral("<b>Brakes bias"));
-        QCOMPARE(rows[1]->property("font").value<QFont>().pixelSize(), 20);
         QCOMPARE(rows[2]->size(), QSizeF(440, 30));
         QCOMPARE(rows[3]->size(), QSizeF(10, 10));
         QCOMPARE(textOf(rows[4]), QStringLiteral("Profile:"));
@@ -194,6 +198,45 @@ private Q_SLOTS:
                            {QStringLiteral("dash_tuneValueIsInteger"), true}});
         QCOMPARE(written(), QStringLiteral("57"));
         QCOMPARE(content->childItems().constFirst()->width(), 432.0 * 17 / 20);
+    }
+
+    void itsFadeAndItsLooksAreThese()
+    {
+        Dashboard dashboard;
+        dashboard.publish(brakeTune());
+        dashboard.publish({{QStringLiteral("dash_motionProfileName"), QStringLiteral("Rally")}});
+        dashboard.publish();
+        const auto *fade = dashboard.panel->findChild<DashboardFadeInOut *>();
+        QVERIFY(fade != nullptr);
+        QCOMPARE(fade->property("fadeIn").toInt(), 250);
+        QCOMPARE(fade->property("fadeOut").toInt(), 250);
+        QCOMPARE(fade->property("duration").toInt(), 2000);
+        QCOMPARE(colourOf(dashboard.panel.get()), QColor(Qt::black));
+
+        const QList<QQuickItem *> rows = dashboard.rows();
+        const auto *written =
+            rows[2]->findChild<QQuickItem *>(QString(), Qt::FindDirectChildrenOnly);
+        const auto looks = [](const QObject *text, Qt::GlobalColor colour, int pixels, int elide) {
+            const QFont font = text->property("font").value<QFont>();
+            return font.family() == QLatin1String("Lucida Sans Unicode") &&
+                   font.pixelSize() == pixels && colourOf(text) == QColor(colour) &&
+                   text->property("elide").toInt() == elide;
+        };
+        QVERIFY(looks(rows[0], Qt::white, 14, Qt::ElideNone));
+        QVERIFY(looks(rows[1], Qt::white, 20, Qt::ElideMiddle));
+        QVERIFY(looks(written, Qt::black, 20, Qt::ElideNone));
+        QVERIFY(looks(rows[4], Qt::white, 14, Qt::ElideNone));
+        QVERIFY(looks(rows[5], Qt::white, 20, Qt::ElideMiddle));
+        for (const int row : {1, 5})
+            QCOMPARE(rows[row]->width(), 440.0); // Without a width nothing is elided.
+
+        const auto *ground = rows[2]->property("background").value<QQuickItem *>();
+        const auto *content = rows[2]->property("contentItem").value<QQuickItem *>();
+        const QQuickItem *filling = content->childItems().constFirst();
+        QCOMPARE(colourOf(ground), QColor(0xE6E6E6));
+        QCOMPARE(colourOf(filling), QColor(0xFF6A00));
+        QCOMPARE(ground->property("radius").toReal(), 3.0);
+        QCOMPARE(filling->property("radius").toReal(), 3.0);
     }
 
     void aProfileAloneStandsAtTheTop()

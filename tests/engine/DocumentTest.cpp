@@ -70,6 +70,23 @@ private Q_SLOTS:
         QCOMPARE(log.critical(), lines + lines);
     }
 
+    void theTimerStandsBeforeAFailedLoadIsLogged()
+    {
+        RunningBench bench;
+        QVERIFY(bench.timer != nullptr);
+        bench.script.loads = false;
+        bench.script.errors = QStringList(QStringLiteral("odd"));
+        bench.engine->setDashboardFile(Document);
+        LogCapture log;
+        log.whenTaken = [&bench] {
+            QVERIFY(!bench.timer->isActive());
+            bench.update(); // What comes while it logs wakes the timer again.
+        };
+        bench.tick();
+        QCOMPARE(log.critical().size(), 2);
+        QCOMPARE(bench.wakeUps.count(), 2);
+    }
+
     void holdsNoLockWhileADocumentLoadsAndFinishesWithTheOldOne()
     {
         RunningBench bench;
@@ -129,9 +146,26 @@ private Q_SLOTS:
         QCOMPARE(watcher->files(), QStringList(second));
         bench.engine->setDashboardFile(directory.filePath(QStringLiteral("Missing.qml")));
         QCOMPARE(watcher->files(), QStringList());
-        bench.engine->setDashboardFile(first);
+    }
+
+    void aDirectoryLeavesTheWatcherLikeAFile()
+    {
+        const QTemporaryDir directory;
+        const QString file = writeDocument(directory, "Dash.qml");
+        EngineBench bench;
+        auto *watcher = bench.engine->findChild<QFileSystemWatcher *>();
+        QVERIFY(watcher != nullptr);
+        for (const QString &next : {file, QString()}) {
+            bench.engine->setDashboardFile(directory.path());
+            QCOMPARE(watcher->directories(), QStringList(directory.path()));
+            QCOMPARE(watcher->files(), QStringList());
+            bench.engine->setDashboardFile(next);
+            QCOMPARE(watcher->directories(), QStringList());
+            QCOMPARE(watcher->files(), next.isEmpty() ? QStringList() : QStringList(next));
+        }
+        bench.engine->setDashboardFile(file);
         bench.engine->setDashboardFile(QString());
-        QCOMPARE(watcher->files(), QStringList());
+        QCOMPARE(watcher->files() + watcher->directories(), QStringList());
     }
 
     void aDocumentSetOnAnotherThreadIsWatchedOnTheEngines()

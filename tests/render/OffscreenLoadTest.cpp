@@ -6,6 +6,8 @@
 #include <QtQuick/QQuickItem>
 #include <QtTest/QtTest>
 
+#include <utility>
+
 using OVX::QmlOffscreenRenderer;
 
 /// What a load takes in, and what it leaves of the document before.
@@ -230,6 +232,22 @@ private Q_SLOTS:
         QVERIFY2(renderer.errors().join(QLatin1Char('\n')).contains(error),
                  qPrintable(renderer.errors().join(QLatin1Char('\n'))));
         QVERIFY(frame(renderer, 40, 20) == before);
+    }
+
+    void aFileNameIsLookedUpInTheBaseDirectory()
+    {
+        const DocumentFolder folder;
+        const QString path = folder.write(QStringLiteral("a/Dash.qml"), filled("red"));
+        folder.write(QStringLiteral("a/Over.qml"), filled("lime"));
+        folder.write(QStringLiteral("b/Over.qml"), filled("blue"));
+        QmlOffscreenRenderer renderer;
+        for (const auto &[name, colour] : {std::pair{"a/", Green}, {"b/", Blue}}) {
+            QVERIFY(renderer.loadDocument(QUrl::fromLocalFile(path).toString(),
+                                          folder.path(QLatin1String(name)), 40, 20,
+                                          OVX::SizeMode::Scale));
+            QVERIFY(renderer.addDocument(QStringLiteral("Over.qml")));
+            QCOMPARE(frame(renderer, 40, 20).count(colour), 40 * 20);
+        }
     }
 
     void anAdditionMayWarn()

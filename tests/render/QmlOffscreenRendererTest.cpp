@@ -1,6 +1,11 @@
 #include "Documents.h"
 #include "Probe.h"
 
+#include <QtGui/QGuiApplication>
+#include <QtGui/QOpenGLContext>
+#include <QtGui/QOpenGLFramebufferObject>
+#include <QtGui/QOpenGLFunctions>
+#include <QtQuick/QQuickWindow>
 #include <QtTest/QtTest>
 
 #include <memory>
@@ -23,6 +28,17 @@ const QByteArray &quarters()
             Rectangle { x: 20; y: 10; width: 20; height: 10; color: "#a0b0c0" }
         })");
     return text;
+}
+
+/// The window of the one renderer that there is.
+QQuickWindow *quickWindow()
+{
+    const QWindowList windows = QGuiApplication::allWindows();
+    for (QWindow *window : windows) {
+        if (auto *found = qobject_cast<QQuickWindow *>(window))
+            return found;
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -144,6 +160,112 @@ private Q_SLOTS:
         // Hits, misses, and the return of what has been put out.
         for (const std::size_t i : {0, 1, 2, 0, 1, 2, 3, 0, 1, 3, 2, 4, 4, 0, 3, 2, 1, 0})
             QVERIFY(frame(renderer, sizes[i].width(), sizes[i].height()) == expected[i]);
+    }
+
+    void theThreeNewestFramebuffersAreKeptHoweverOftenUsed()
+    {
+        const DocumentFolder folder;
+        QmlOffscreenRenderer renderer;
+        QVERIFY(load(renderer, folder.write(QStringLiteral("Dash.qml"), quarters())));
+        QQuickWindow *window = quickWindow();
+        QVERIFY(window != nullptr);
+        std::vector<GLuint> textures; // Of each size in turn, the newest.
+        QString alive;                // Sizes whose texture is there, as digits.
+        connect(window, &QQuickWindow::beforeRendering, this, [&] {
+            alive.clear();
+            for (std::size_t size = 0; size < textures.size(); ++size) {
+                if (QOpenGLContext::currentContext()->functions()->glIsTexture(textures[size]))
+                    alive += QString::number(size);
+            }
+        });
+        const auto target = [&](int size) {
+            frame(renderer, 40 + size, 20);
+            return window->renderTarget()->texture();
+        };
+        for (const int size : {0, 1, 2})
+            textures.push_back(target(size));
+        QCOMPARE(target(0), textures[0]); // A hit, which moves nothing.
+        QCOMPARE(alive, QStringLiteral("012"));
+        textures.push_back(target(3));
+        QCOMPARE(target(3), textures[3]);
+        QCOMPARE(alive, QStringLiteral("123"));
+        textures[0] = target(0);
+        QCOMPARE(target(0), textures[0]);
+        QCOMPARE(alive, QStringLiteral("023"));
+        QCOMPARE(target(2), textures[2]);
+        QCOMPARE(target(3), textures[3]);
+    }
+
+    void aLoadLeavesTheContextCurrentAndAFrameNone()
+    {
+        const DocumentFolder folder;
+        QmlOffscreenRenderer renderer;
+        QVERIFY(load(renderer, folder.write(QStringLiteral("Dash.qml"), quarters())));
+        QVERIFY(QOpenGLContext::currentContext() != nullptr);
+        QVERIFY(frame(renderer, 40, 20).isWhole());
+        QVERIFY(QOpenGLContext::currentContext() == nullptr);
+        QVERIFY(!frame(renderer, 1 << 20, 20).isWhole());
+        QVERIFY(QOpenGLContext::currentContext() == nullptr);
+    }
+
+    void anErrorThatOpenGlStillHoldsIsNoFaultOfTheFrame()
+    {
+        const DocumentFolder folder;
+        QmlOffscreenRenderer renderer;
+        QVERIFY(load(renderer, folder.write(QStringLiteral("Dash.qml"), quarters())));
+        const Picture before = frame(renderer, 40, 20);
+        QVERIFY(quickWindow() != nullptr);
+        int made = 0;
+        connect(quickWindow(), &QQuickWindow::afterRendering, this, [&made] {
+            QOpenGLContext::currentContext()->functions()->glEnable(0xFFFF);
+            ++made;
+        });
+        QVERIFY(frame(renderer, 40, 20) == before);
+        QCOMPARE(made, 1);
+    }
+
+    void whatIsLaidOutAnewIsInItsPlaceInTheNextFrame()
+    {
+        const DocumentFolder folder;
+        QmlOffscreenRenderer renderer;
+        renderer.setProperty(QStringLiteral("first"), 10);
+        QVERIFY(load(renderer, folder.write(QStringLiteral("Dash.qml"), document(R"(
+            Item {
+                width: 40; height: 20
+                Row {
+                    Rectangle { width: first; height: 10; color: "red" }
+                    Column {
+                        Rectangle { width: 5; height: first / 10; color: "red" }
+                        Rectangle { width: 5; height: 5; color: "lime" }
+                    }
+                }
+            })"))));
+        renderer.setProperty(QStringLiteral("first"), 30);
+        const Picture picture = frame(renderer, 40, 20);
+        QCOMPARE(picture.count(Green), 5 * 5);
+        QCOMPARE(picture.at(30, 3), Green);
+        QCOMPARE(picture.at(30, 2), Red);
+        QCOMPARE(picture.at(29, 3), Red);
+    }
+
+    void theWindowHasTheSizeOfTheLoadAndOfEachFrame()
+    {
+        const DocumentFolder folder;
+        QmlOffscreenRenderer renderer;
+        QVERIFY(load(renderer, folder.write(QStringLiteral("Dash.qml"), document(R"(
+            Item {
+                readonly property size seen: Qt.size(Window.width, Window.height)
+                onSeenChanged: probe.report(seen)
+                Probe { id: probe }
+                Rectangle { width: Window.width; height: Window.height; color: "lime" }
+            })")),
+                     SizeMode::Resize, QSize(31, 17)));
+        QCOMPARE(Probe::reports.constLast().toSize(), QSize(31, 17));
+        for (const QSize size : {QSize(60, 50), QSize(10, 70)}) {
+            const Picture picture = frame(renderer, size.width(), size.height());
+            QCOMPARE(picture.count(Green), size.width() * size.height());
+            QCOMPARE(Probe::reports.constLast().toSize(), size);
+        }
     }
 
     void theRootIsScaledByTheWidthAndCentred_data()

@@ -1,6 +1,7 @@
 #include "support/FakeCounter.h"
 #include "support/MonotonicClock.h"
 #include "support/Stopwatch.h"
+#include "support/platform/Platform.h"
 
 #include <QtTest/QtTest>
 
@@ -72,6 +73,20 @@ private Q_SLOTS:
         counter.readable = true;
         counter.countsPerSecond = 0;
         QCOMPARE(MonotonicClock(counter).milliseconds(), 0U);
+    }
+
+    void theSystemsTwoClocksAgree()
+    {
+        const platform::Counter &counter = platform::systemCounter();
+        std::int64_t perSecond = 0;
+        std::int64_t count = 0;
+        QVERIFY(counter.frequency(perSecond) && perSecond > 0);
+        const auto before = static_cast<std::int64_t>(counter.tickCount());
+        QVERIFY(counter.read(count));
+        const auto after = static_cast<std::int64_t>(counter.tickCount());
+        const std::int64_t seconds = count / perSecond;
+        QVERIFY(before / 1000 - 1 <= seconds);
+        QVERIFY(after / 1000 + 1 >= seconds);
     }
 
     void theSystemsClockNeverGoesBack()

@@ -40,6 +40,7 @@ struct RendererScript
     std::function<void()> duringLoad;
     std::function<void()> duringPublish;
     std::function<void()> duringRender;
+    std::function<void()> duringDestruction;
 
     int made = 0;
     int destroyed = 0;
@@ -63,7 +64,12 @@ public:
     {
         ++script.made;
     }
-    ~FakeRenderer() override { ++script.destroyed; }
+    ~FakeRenderer() override
+    {
+        ++script.destroyed;
+        if (script.duringDestruction)
+            script.duringDestruction();
+    }
     FakeRenderer(const FakeRenderer &) = delete;
     FakeRenderer &operator=(const FakeRenderer &) = delete;
 

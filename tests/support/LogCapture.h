@@ -3,6 +3,8 @@
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QStringList>
 
+#include <functional>
+
 /// Collects what the program logs while it lives, as "critical: text". One at a time.
 class LogCapture
 {
@@ -21,6 +23,7 @@ public:
     LogCapture &operator=(const LogCapture &) = delete;
 
     QStringList lines;
+    std::function<void()> whenTaken; ///< Runs after every line, which it may not add to.
 
     QStringList critical() const { return lines.filter(QStringLiteral("critical: ")); }
 
@@ -31,6 +34,8 @@ private:
                             : type == QtCriticalMsg ? "critical: "
                                                     : "other: ";
         current->lines += QLatin1String(level) + text;
+        if (current->whenTaken)
+            current->whenTaken();
     }
 
     static inline LogCapture *current = nullptr;
