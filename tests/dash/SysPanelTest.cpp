@@ -217,7 +217,7 @@ private Q_SLOTS:
         const auto *written =
             rows[2]->findChild<QQuickItem *>(QString(), Qt::FindDirectChildrenOnly);
         const auto looks = [](const QObject *text, Qt::GlobalColor colour, int pixels, int elide) {
-            const QFont font = text->property("font").value<QFont>();
+            const auto font = text->property("font").value<QFont>();
             return font.family() == QLatin1String("Lucida Sans Unicode") &&
                    font.pixelSize() == pixels && colourOf(text) == QColor(colour) &&
                    text->property("elide").toInt() == elide;

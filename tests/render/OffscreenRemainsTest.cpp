@@ -29,6 +29,7 @@ const QByteArray &plain()
                 x: 30
                 width: above ? 4 + above.width : 0
                 height: above ? 4 + above.height : 0
+                color: above && above.transformOrigin !== Item.Center || !enabled ? "red" : "white"
             }
         })");
     return text;
@@ -140,6 +141,7 @@ private Q_SLOTS:
                 QVERIFY(frame(renderer, 40, 20) == alone);
             }
         }
+        QVERIFY(load(renderer, first)); // The renderer goes with it.
     }
 
     void theWindowIsAsItWasForTheNextDocument_data()

@@ -41,6 +41,25 @@ QQuickWindow *quickWindow()
     return nullptr;
 }
 
+/// Which of the known textures are there when a frame begins.
+class LiveTextures : public QObject
+{
+public:
+    explicit LiveTextures(QQuickWindow *window)
+    {
+        connect(window, &QQuickWindow::beforeRendering, this, [this] {
+            alive.clear();
+            for (std::size_t index = 0; index < known.size(); ++index) {
+                if (QOpenGLContext::currentContext()->functions()->glIsTexture(known[index]))
+                    alive += QString::number(index);
+            }
+        });
+    }
+
+    std::vector<GLuint> known;
+    QString alive; ///< Their indexes, a digit each.
+};
+
 } // namespace
 
 class QmlOffscreenRendererTest : public QObject
@@ -169,31 +188,23 @@ private Q_SLOTS:
         QVERIFY(load(renderer, folder.write(QStringLiteral("Dash.qml"), quarters())));
         QQuickWindow *window = quickWindow();
         QVERIFY(window != nullptr);
-        std::vector<GLuint> textures; // Of each size in turn, the newest.
-        QString alive;                // Sizes whose texture is there, as digits.
-        connect(window, &QQuickWindow::beforeRendering, this, [&] {
-            alive.clear();
-            for (std::size_t size = 0; size < textures.size(); ++size) {
-                if (QOpenGLContext::currentContext()->functions()->glIsTexture(textures[size]))
-                    alive += QString::number(size);
-            }
-        });
+        LiveTextures live(window);
         const auto target = [&](int size) {
             frame(renderer, 40 + size, 20);
             return window->renderTarget()->texture();
         };
         for (const int size : {0, 1, 2})
-            textures.push_back(target(size));
-        QCOMPARE(target(0), textures[0]); // A hit, which moves nothing.
-        QCOMPARE(alive, QStringLiteral("012"));
-        textures.push_back(target(3));
-        QCOMPARE(target(3), textures[3]);
-        QCOMPARE(alive, QStringLiteral("123"));
-        textures[0] = target(0);
-        QCOMPARE(target(0), textures[0]);
-        QCOMPARE(alive, QStringLiteral("023"));
-        QCOMPARE(target(2), textures[2]);
-        QCOMPARE(target(3), textures[3]);
+            live.known.push_back(target(size));
+        QCOMPARE(target(0), live.known[0]); // A hit, which moves nothing.
+        QCOMPARE(live.alive, QStringLiteral("012"));
+        live.known.push_back(target(3));
+        QCOMPARE(target(3), live.known[3]);
+        QCOMPARE(live.alive, QStringLiteral("123"));
+        live.known[0] = target(0);
+        QCOMPARE(target(0), live.known[0]);
+        QCOMPARE(live.alive, QStringLiteral("023"));
+        QCOMPARE(target(2), live.known[2]);
+        QCOMPARE(target(3), live.known[3]);
     }
 
     void aLoadLeavesTheContextCurrentAndAFrameNone()

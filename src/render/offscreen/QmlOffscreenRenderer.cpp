@@ -3,6 +3,7 @@
 #include <QtCore/QSet>
 #include <QtCore/QUrl>
 #include <QtCore/QVariant>
+#include <QtCore/QVector>
 #include <QtGui/QOffscreenSurface>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLExtraFunctions>
@@ -55,7 +56,8 @@ void silenceDestruction(QQuickItem &content)
             attached->blockSignals(true);
         pending += object->children().toVector();
         if (const auto *item = qobject_cast<QQuickItem *>(object)) {
-            for (QQuickItem *child : item->childItems())
+            const QList<QQuickItem *> children = item->childItems();
+            for (QQuickItem *child : children)
                 pending += child;
         }
     }
@@ -233,7 +235,7 @@ void QmlOffscreenRenderer::deleteItems()
     constexpr int Rounds = 3;
     for (int round = 0; round <= Rounds && !content->childItems().isEmpty(); ++round) {
         const QList<QQuickItem *> children = content->childItems();
-        const std::vector<QPointer<QQuickItem>> items(children.cbegin(), children.cend());
+        const QVector<QPointer<QQuickItem>> items(children.cbegin(), children.cend());
         if (round == Rounds)
             silenceDestruction(*content);
         for (const QPointer<QQuickItem> &item : items)
