@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <optional>
+#include <vector>
 
 namespace {
 
@@ -64,6 +65,12 @@ struct Declared
     QCommandLineOption verbose{QStringLiteral("verbose"),
                                QStringLiteral("Print the library's progress messages.")};
 
+    std::vector<const QCommandLineOption *> pictureAndTelemetry() const
+    {
+        return {&window,    &frames,   &count,   &size, &upsideDown,    &dashboard,
+                &telemetry, &demoCars, &startAt, &mph,  &noAcceleration};
+    }
+
     QList<QCommandLineOption> all() const
     {
         return {window,  frames, count,          size, upsideDown, dashboard, telemetry, demoCars,
@@ -110,6 +117,14 @@ QString readMode(const QCommandLineParser &parser, const Declared &declared, Opt
         options.command = *command;
         options.command.json = parser.isSet(declared.json);
     }
+    if (options.mode == Options::Mode::Command) {
+        for (const QCommandLineOption *option : declared.pictureAndTelemetry()) {
+            if (parser.isSet(*option)) {
+                return QStringLiteral("--%1 goes with no command.")
+                    .arg(option->names().constFirst());
+            }
+        }
+    }
     const bool lists = options.mode == Options::Mode::Command &&
                        options.command.verb == ProfileCommand::Verb::List;
     if (parser.isSet(declared.json) && !lists)
@@ -118,8 +133,8 @@ QString readMode(const QCommandLineParser &parser, const Declared &declared, Opt
         return parser.isSet(declared.count) ? QStringLiteral("--count goes with --frames.")
                                             : QString();
     }
-    if (parser.isSet(declared.window) || options.mode == Options::Mode::Command)
-        return QStringLiteral("--frames goes with neither --window nor a command.");
+    if (parser.isSet(declared.window))
+        return QStringLiteral("--window and --frames exclude each other.");
     options.mode = Options::Mode::Frames;
     options.framesDirectory = parser.value(declared.frames);
     return options.framesDirectory.isEmpty() ? QStringLiteral("--frames needs a directory.")
@@ -210,6 +225,11 @@ ParsedOptions parseOptions(const QStringList &arguments)
     parser.addPositionalArgument(QStringLiteral("command"),
                                  QStringLiteral("'profiles ...' or 'vehicle ...', see below."),
                                  QStringLiteral("[command]"));
+    for (const QString &argument : arguments) {
+        // What stands for bytes that are no text would name another file than was meant.
+        if (argument.contains(QChar::ReplacementCharacter))
+            return failure(QStringLiteral("An argument is no valid text: '%1'.").arg(argument));
+    }
     if (!parser.parse(arguments))
         return failure(parser.errorText());
     if (parser.isSet(declared.help))

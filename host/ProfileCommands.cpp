@@ -37,7 +37,12 @@ constexpr std::array<VerbForm, 6> ProfileVerbs{{
 
 void print(const QString &line)
 {
-    std::printf("%s\n", qUtf8Printable(line));
+    // Names come from the disk and from games: none may steer the terminal.
+    QString shown = line;
+    std::replace_if(
+        shown.begin(), shown.end(), [](QChar c) { return c.category() == QChar::Other_Control; },
+        QLatin1Char('?'));
+    std::printf("%s\n", qUtf8Printable(shown));
 }
 
 QStringList sorted(const QSet<QString> &names)
@@ -122,8 +127,11 @@ void printVehicles(const DashboardAbstractProfilesManager &store)
 int act(DashboardAbstractProfilesManager &store, const QString &nameOrId, int action,
         const QVariant &parameter = {})
 {
-    const DashboardActionResult result =
-        store.performAction(findProfile(store, nameOrId), action, parameter);
+    // The store takes `NoId` for the active profile when there is none, so that nothing may fail.
+    constexpr DashboardProfileHeader::Id Unlisted = DashboardProfileHeader::NoId - 1;
+    const DashboardProfileHeader::Id found = findProfile(store, nameOrId);
+    const DashboardActionResult result = store.performAction(
+        found == DashboardProfileHeader::NoId ? Unlisted : found, action, parameter);
     if (!result.ok)
         printError(result.message);
     return result.ok ? 0 : 1;

@@ -29,6 +29,8 @@ using StartTelemetry = std::function<std::unique_ptr<TelemetryFeeder>()>;
 void makeUserFolder()
 {
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (!QDir::isAbsolutePath(documents))
+        return; // The library goes without one, too.
     const QString folder = documents + QStringLiteral("/Orvalentix/Halvorin/Dashboards");
     if (!QDir().mkpath(folder)) {
         printError(QStringLiteral("Could not make '%1', where your own dashboards go.")

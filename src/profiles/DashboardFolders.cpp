@@ -1,6 +1,7 @@
 #include "profiles/DashboardFolders.h"
 
 #include "profiles/StagingDirectory.h"
+#include "support/Files.h"
 #include "support/Paths.h"
 #include "support/platform/FileSystem.h"
 
@@ -14,11 +15,6 @@ namespace {
 QString dataPath(QLatin1String tail)
 {
     return QString::fromStdWString(documentsDataPath(L"Halvorin")) + tail;
-}
-
-bool isLink(const QFileInfo &info)
-{
-    return info.isSymLink() || info.isJunction();
 }
 
 } // namespace
@@ -72,20 +68,17 @@ bool renameDirectory(QDir &dir, const QString &newName)
 bool removeDashboardDirectory(const QString &directory)
 {
     const QFileInfo info(directory);
-    // QDir would empty the directory behind the link and then fail on the link itself.
-    if (isLink(info))
-        return platform::removeLink(directory);
-    if (!info.isDir())
-        return true;
+    if (!info.isDir() || info.isSymLink() || info.isJunction())
+        return removeTree(directory);
 
     // Out of the list's sight first: a removal cut short must not leave half a dashboard there.
     const auto staging = StagingDirectory::make(info.path(), info.fileName());
     if (staging &&
         platform::placeDirectory(directory, staging->path()) == platform::Placement::Placed) {
-        if (QDir(staging->path()).removeRecursively())
+        if (removeTree(staging->path()))
             return true;
         platform::placeDirectory(staging->path(), directory);
         return false;
     }
-    return QDir(directory).removeRecursively();
+    return removeTree(directory);
 }

@@ -179,6 +179,8 @@ DashboardActionResult DashboardProfilesManager::renameProfile(Id id, const QStri
         if (profile->builtIn)
             return failure(tr("Built-in profile cannot be renamed"));
         QDir dir(profile->directory);
+        // What a killed process left may stand in the new name's place.
+        StagingDirectory::removeAbandoned(QFileInfo(profile->directory).path());
         if (!renameDirectory(dir, newName)) {
             return failure(
                 tr("Failed to rename '%1' to '%2'").arg(native(profile->directory), newName));
@@ -209,6 +211,7 @@ DashboardActionResult DashboardProfilesManager::removeProfile(Id id)
             return failure(tr("Dashboard does not exist"));
         if (profile->builtIn)
             return failure(tr("Built-in profile cannot be removed"));
+        StagingDirectory::removeAbandoned(QFileInfo(profile->directory).path());
         if (!removeDashboardDirectory(profile->directory))
             return failure(tr("Failed to remove '%1'").arg(native(profile->directory)));
         profiles.erase(profiles.begin() + (profile - profiles.data()));

@@ -1,5 +1,6 @@
 #include "profiles/StagingDirectory.h"
 
+#include "support/Files.h"
 #include "support/platform/FileSystem.h"
 
 #include <QtCore/QDir>
@@ -34,7 +35,7 @@ StagingDirectory::StagingDirectory(QString place, QString name,
 
 StagingDirectory::~StagingDirectory()
 {
-    QDir(path()).removeRecursively();
+    removeTree(path());
     // The hold may be a file in there.
     hold.reset();
     QDir().rmdir(place);
@@ -77,8 +78,10 @@ void StagingDirectory::removeAbandoned(const QString &root)
         for (const QString &name : names) {
             // Never more than the empty reservation: what is whole stays.
             QDir().rmdir(root + QLatin1Char('/') + name);
-            QDir(place + QLatin1Char('/') + name).removeRecursively();
+            removeTree(place + QLatin1Char('/') + name);
         }
+        // While it is held, where that is possible: whoever takes it next must not lose it.
+        QDir().rmdir(place);
         hold.reset();
         QDir().rmdir(place);
     }

@@ -1,6 +1,7 @@
 #include "profiles/VehicleAssignments.h"
 
 #include "plugin/DashboardProfile.h"
+#include "profiles/IniScreening.h"
 #include "support/Files.h"
 
 #include <QtCore/QFile>
@@ -9,7 +10,6 @@
 #include <QtCore/QSettings>
 
 #include <algorithm>
-#include <new>
 
 namespace {
 
@@ -38,17 +38,6 @@ QString folded(const QString &name)
                                                    : QChar(static_cast<ushort>(lower));
     }
     return result;
-}
-
-/// The groups of the file. None where it holds serialised data that claims more than there is
-/// memory: anybody may have edited it, and Qt unpacks all of it here.
-QStringList groupsOf(const QSettings &file)
-{
-    try {
-        return file.childGroups();
-    } catch (const std::bad_alloc &) {
-        return {};
-    }
 }
 
 /// The index in a vehicle's key, -1 for any other key.
@@ -86,8 +75,10 @@ void readVehiclesByKey(const QSettings &group, int count, QSet<QString> &vehicle
 
 void loadVehicleAssignments(const QString &path, std::vector<DashboardProfile> &profiles)
 {
+    if (!isHarmlessIni(path))
+        return;
     QSettings file(path, QSettings::IniFormat);
-    const QStringList groups = groupsOf(file);
+    const QStringList groups = file.childGroups();
     if (groups.isEmpty())
         return;
 
@@ -118,8 +109,18 @@ void loadVehicleAssignments(const QString &path, std::vector<DashboardProfile> &
 void saveVehicleAssignments(const QString &path, const std::vector<DashboardProfile> &profiles)
 {
     const QString temporary = temporaryFileName();
+    if (temporary.isEmpty())
+        return;
     QFile::remove(temporary);
-    {
+    const bool anyVehicle =
+        std::any_of(profiles.cbegin(), profiles.cend(),
+                    [](const auto &profile) { return !profile.vehicles.isEmpty(); });
+    if (!anyVehicle) {
+        // QSettings makes no file when it has nothing to write, and the old one would stand.
+        QFile empty(temporary);
+        if (!empty.open(QIODevice::WriteOnly))
+            return;
+    } else {
         QSettings file(temporary, QSettings::IniFormat);
         for (const DashboardProfile &profile : profiles) {
             if (profile.vehicles.isEmpty())

@@ -46,6 +46,15 @@ bool moveFile(const QString &source, const QString &target, bool replaceExisting
     return platform::moveFile(source, target, replaceExisting);
 }
 
+bool removeTree(const QString &path)
+{
+    // QDir would empty the directory behind the link and then fail on the link itself.
+    const QFileInfo info(path);
+    if (info.isSymLink() || info.isJunction())
+        return platform::removeLink(path);
+    return QDir(path).removeRecursively();
+}
+
 QString temporaryFileName()
 {
     QTemporaryFile file;

@@ -18,6 +18,10 @@ QDir makeDirectory(const QString &path);
 /// Without `replaceExisting` an existing target makes it fail. A failure leaves both files alone.
 bool moveFile(const QString &source, const QString &target, bool replaceExisting);
 
+/// Deletes the directory `path` with all in it, or the link in its place without what it points at.
+/// A missing one is a success. After a failure some of the files may be gone.
+bool removeTree(const QString &path);
+
 /// A name in the system's temporary folder that nobody has just now. The file doesn't exist, and
 /// where the folder can't be written nothing can be put there either.
 QString temporaryFileName();

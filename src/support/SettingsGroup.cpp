@@ -1,5 +1,8 @@
 #include "support/SettingsGroup.h"
 
+#include <QtCore/QDateTime>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QSettings>
 
 #include <utility>
@@ -29,10 +32,26 @@ void SettingsGroup::remove(const QString &key)
     settings->remove(key);
 }
 
+namespace {
+
+/// A process that was killed while it made the lock of the settings' file leaves it empty, and Qt
+/// would wait half a minute for the dead. A living one fills it at once.
+void removeDeadLock(const QSettings &settings)
+{
+    constexpr qint64 LongerThanFillingMs = 1000;
+    const QFileInfo lock(settings.fileName() + QStringLiteral(".lock"));
+    if (lock.isFile() && lock.size() == 0 &&
+        lock.lastModified().msecsTo(QDateTime::currentDateTime()) > LongerThanFillingMs)
+        QFile::remove(lock.filePath());
+}
+
+} // namespace
+
 std::unique_ptr<SettingsGroup> openSettingsGroup(const QString &group)
 {
     auto settings = std::make_unique<QSettings>(QSettings::UserScope, QStringLiteral("Orvalentix"),
                                                 QStringLiteral("Halvorin"));
+    removeDeadLock(*settings);
     if (!group.isEmpty())
         settings->beginGroup(group);
     return std::make_unique<SettingsGroup>(std::move(settings));

@@ -91,7 +91,8 @@ private Q_SLOTS:
         row("profiles list stray", "profiles list");
         row("profiles copy Mine", "NEW");
         row("vehicle", "NAME");
-        row("profiles list --frames out", "command");
+        row("profiles list --frames out", "--frames");
+        row("profiles list --size 3x3", "--size");
         row("--start-at -1", "'-1'");
         row("--start-at nan", "'nan'");
         row("--start-at inf", "'inf'");

@@ -286,6 +286,9 @@ private Q_SLOTS:
                  QJsonArray({QStringLiteral("Kart")}));
 
         QCOMPARE(run("profiles remove Other").exitCode, 0);
+        result = run("profiles activate Nobody");
+        QCOMPARE(result.exitCode, 1);
+        QCOMPARE(result.errors, QStringLiteral("gauge-host: Profile not found\n"));
         QVERIFY(!QFileInfo::exists(home.userFolder() + QStringLiteral("/Other")));
         for (const char *line :
              {"profiles remove Road", "profiles remove Missing", "profiles activate 99"}) {

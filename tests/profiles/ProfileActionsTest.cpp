@@ -287,6 +287,31 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo(f.userPath("Renamed"_q)).isSymLink());
     }
 
+    void aLinkAmongTheLeavingsOfACopyIsNotFollowed()
+    {
+        ProfilesFixture f;
+        f.addUser({"A"_q});
+        ProfilesFixture::addDashboard(f.home.path("/elsewhere"));
+        QDir().mkpath(f.userPath(".staging..left"_q));
+        QFile::link(f.home.path("/elsewhere"), f.userPath(".staging..left/X"_q));
+        f.start();
+        QVERIFY(f.act("A"_q, Action::Copy, "B"_q).ok);
+        QVERIFY(QFileInfo::exists(f.home.path("/elsewhere/sub/face.svg")));
+        QVERIFY(f.leftovers().isEmpty());
+    }
+
+    void whatAKilledCopyReservedIsFreeForARename()
+    {
+        ProfilesFixture f;
+        f.addUser({"A"_q});
+        QDir().mkpath(f.userPath("Zed"_q));
+        QDir().mkpath(f.userPath(".staging..left/Zed"_q));
+        f.start();
+        QVERIFY(f.act("A"_q, Action::Rename, "Zed"_q).ok);
+        QCOMPARE(f.names(), QStringList{"Zed"_q});
+        QVERIFY(f.leftovers().isEmpty());
+    }
+
     void aDirectoryThatIsAlreadyGoneIsStillActivatedAndRemoved()
     {
         ProfilesFixture f;

@@ -123,11 +123,26 @@ private Q_SLOTS:
         QTest::newRow("too big") << one + "99999999999\n" << QStringList{""_q, "A"_q, "B"_q};
         QTest::newRow("negative") << one + "-1\n" << QStringList();
         QTest::newRow("no number") << one + "many\n" << QStringList();
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-        // A sanitizer ends the program where others get no memory.
+        // Serialised objects ask for all memory, exhaust the stack or need a display; one that is
+        // written with numbers for letters, in a list or below a line's end does so too.
         const QByteArray huge = "@Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff)\n";
-        QTest::newRow("count of serialised data") << one + huge << QStringList();
-#endif
+        const QByteArray pixmap = "@Variant(\\0\\0\\0\\x41\\0\\0\\0\\x1)\n";
+        const QByteArray lists =
+            "@Variant(" + QByteArray("\\0\\0\\0\\t\\0\\0\\0\\x1").repeated(50'000);
+        QTest::newRow("serialised count") << one + huge << QStringList();
+        QTest::newRow("serialised pixmap") << one + "2\n[x]\ny=" + pixmap << QStringList();
+        QTest::newRow("lists in lists") << one + "2\n[x]\ny=" + lists + ")\n" << QStringList();
+        QTest::newRow("quoted") << one + "2\n[x]\ny= \"" + huge << QStringList();
+        QTest::newRow("in a list") << one + "2\n[x]\ny=a, " + huge << QStringList();
+        QTest::newRow("on the next line") << one + "2\n[x]\ny=\\\n" + huge << QStringList();
+        QTest::newRow("by number") << one + "2\n[x]\ny=\\x40" + huge.mid(1) << QStringList();
+        QTest::newRow("partly by number")
+            << one + "2\n[x]\ny=@\\x56" + huge.mid(2) << QStringList();
+        QTest::newRow("serialised only in looks")
+            << QByteArray(
+                   "[Alpha]\nVehicle.0.Name=@@Variant(1)\nVehicle.1.Name=\"a, @Variant(2)\"\n"
+                   "Vehicle.2.Name=mail@Variant(3)\nVehicleCount=3\n")
+            << QStringList{"@Variant(1)"_q, "a, @Variant(2)"_q, "mail@Variant(3)"_q};
         QTest::newRow("count missing")
             << QByteArray("[Alpha]\nVehicle.0.Name=A\n") << QStringList();
         QTest::newRow("sparse") << QByteArray("[Alpha]\nVehicle.1999999999.Name=A\n"

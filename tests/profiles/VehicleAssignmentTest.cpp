@@ -160,6 +160,20 @@ private Q_SLOTS:
         QCOMPARE(f.assignments().keys(), QStringList{"A"_q});
     }
 
+    void aSaveWithoutVehiclesForgetsThoseOfTheFile()
+    {
+        ProfilesFixture f;
+        f.addUser({"A"_q, "B"_q});
+        f.start();
+        f.store->activateRecentProfileForVehicle("V"_q);
+        QCOMPARE(f.storedAssignments(), (Assignments{{"A"_q, {"V"_q}}}));
+        QVERIFY(f.act("A"_q, DashboardProfileAction::Remove).ok);
+        QVERIFY(f.act("B"_q, DashboardProfileAction::Rename, "A"_q).ok);
+        QVERIFY(f.storedAssignments().isEmpty());
+        f.start();
+        QVERIFY(f.assignments().isEmpty());
+    }
+
     void assignmentsAreSavedAcrossVolumes()
     {
         TwoDashboards f;
@@ -168,7 +182,9 @@ private Q_SLOTS:
             QSKIP("there is one volume only", );
         const QTemporaryDir away(other + "/gauge-XXXXXX"_q);
         qputenv("TMPDIR", away.path().toLocal8Bit());
+        writeFile(f.home.data("/.moving.AbCdEf"), "left by a process that was killed");
         f.report("V"_q);
+        QVERIFY(!QFileInfo::exists(f.home.data("/.moving.AbCdEf")));
         QCOMPARE(f.storedAssignments(), (Assignments{{"A"_q, {"V"_q}}}));
         QVERIFY(QDir(away.path()).isEmpty());
     }

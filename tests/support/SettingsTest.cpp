@@ -11,6 +11,26 @@ class SettingsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void anEmptyLockOfADeadProcessIsNotWaitedFor()
+    {
+        const TemporaryHome home;
+        openSettingsGroup("Dashboard"_q)->setValue("RecentProfile"_q, "One"_q);
+        const QString lock = home.path("/config/Orvalentix/Halvorin.conf.lock");
+        writeFile(lock, "");
+        QFile file(lock);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-10),
+                                 QFileDevice::FileModificationTime));
+        file.close();
+        QElapsedTimer time;
+        time.start();
+        openSettingsGroup("Dashboard"_q)->setValue("RecentProfile"_q, "Two"_q);
+        // Qt itself would wait for 30 s.
+        QVERIFY(time.elapsed() < 15'000);
+        QCOMPARE(openSettingsGroup("Dashboard"_q)->value("RecentProfile"_q, {}).toString(),
+                 "Two"_q);
+    }
+
     void theDataFolderIsUnderTheUsersDocuments()
     {
         const TemporaryHome home;

@@ -129,6 +129,20 @@ bool renameFile(const QByteArray &source, const QByteArray &target, bool replace
     return renameExclusively(source, target);
 }
 
+/// A file under way is locked; one that isn't was left by a process that died.
+void removeAbandonedMoves(const QString &folder)
+{
+    const QStringList names = QDir(folder).entryList({QStringLiteral(".moving.??????")},
+                                                     QDir::Files | QDir::Hidden, QDir::NoSort);
+    for (const QString &name : names) {
+        const QByteArray path = QFile::encodeName(folder + QLatin1Char('/') + name);
+        const Descriptor file(
+            ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        if (file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+            ::unlink(path.constData());
+    }
+}
+
 /// Brings a file over from another volume. The old target stands until the new one is on disk.
 bool moveAcrossVolumes(const QByteArray &source, const QByteArray &target, bool replaceExisting)
 {
@@ -140,10 +154,12 @@ bool moveAcrossVolumes(const QByteArray &source, const QByteArray &target, bool 
         return false;
 
     const QByteArray folder = QFile::encodeName(QFileInfo(QFile::decodeName(target)).path());
+    removeAbandonedMoves(QFile::decodeName(folder));
     QByteArray staged = folder + "/.moving.XXXXXX";
     Descriptor to(::mkostemp(staged.data(), O_CLOEXEC));
     if (!to.isOpen())
         return false;
+    static_cast<void>(::flock(to.get(), LOCK_EX | LOCK_NB));
 
     bool ok = copyContent(from.get(), to.get());
     copyAttributes(info, to.get());
@@ -162,7 +178,9 @@ bool moveAcrossVolumes(const QByteArray &source, const QByteArray &target, bool 
 
 std::wstring documentsFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdWString();
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    // A relative one would be another folder in every working directory.
+    return QDir::isAbsolutePath(folder) ? folder.toStdWString() : std::wstring();
 }
 
 bool canHoldFileName(const QString &name)
