@@ -67,8 +67,6 @@ private:
             quoted = !quoted;
         else if (!quoted && (here == '=' || here == ','))
             startsValue = true;
-        else if (!quoted && (here == '\r' || here == '\n'))
-            startsValue = false;
         else if (here != ' ' && here != '\t')
             startsValue = false;
         ++at;

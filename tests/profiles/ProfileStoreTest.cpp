@@ -125,10 +125,11 @@ private Q_SLOTS:
         QTest::newRow("no number") << one + "many\n" << QStringList();
         // Serialised objects ask for all memory, exhaust the stack or need a display; one that is
         // written with numbers for letters, in a list or below a line's end does so too.
-        const QByteArray huge = "@Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff)\n";
-        const QByteArray pixmap = "@Variant(\\0\\0\\0\\x41\\0\\0\\0\\x1)\n";
-        const QByteArray lists =
-            "@Variant(" + QByteArray("\\0\\0\\0\\t\\0\\0\\0\\x1").repeated(50'000);
+        const QByteArray huge = R"(@Variant(\0\0\0\t\x7f\xff\xff\xff))"
+                                "\n";
+        const QByteArray pixmap = R"(@Variant(\0\0\0\x41\0\0\0\x1))"
+                                  "\n";
+        const QByteArray lists = "@Variant(" + QByteArray(R"(\0\0\0\t\0\0\0\x1)").repeated(50'000);
         QTest::newRow("serialised count") << one + huge << QStringList();
         QTest::newRow("serialised pixmap") << one + "2\n[x]\ny=" + pixmap << QStringList();
         QTest::newRow("lists in lists") << one + "2\n[x]\ny=" + lists + ")\n" << QStringList();

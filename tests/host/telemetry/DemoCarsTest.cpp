@@ -3,15 +3,18 @@
 #include <QtTest/QtTest>
 
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 namespace {
 
+template<typename Record> QByteArray bytesOf(const Record &record)
+{
+    return {reinterpret_cast<const char *>(&record), int(sizeof(record))};
+}
+
 bool same(const TelemetrySample &a, const TelemetrySample &b)
 {
-    return std::memcmp(&a.vehicle, &b.vehicle, sizeof(a.vehicle)) == 0 &&
-           std::memcmp(&a.extended, &b.extended, sizeof(a.extended)) == 0;
+    return bytesOf(a.vehicle) == bytesOf(b.vehicle) && bytesOf(a.extended) == bytesOf(b.extended);
 }
 
 } // namespace
