@@ -1,0 +1,190 @@
+#include "views/DashboardWindowVM.h"
+
+#include "plugin/IDashboardEngine.h"
+
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+// Three times what dashboards are drawn for.
+constexpr int LargestWidth = 1440;
+constexpr int LargestHeight = 816;
+
+} // namespace
+
+DashboardWindowVM::DashboardWindowVM(IDashboardEngine *engine, QObject *parent)
+    : QObject(parent)
+    , engine(engine)
+{
+    auto provider = std::make_unique<ImageProvider>(this);
+    imageProvider = provider.get();
+    if (engine != nullptr) {
+        if (const std::unique_ptr<QImage> waiting = engine->createWaitingImage(1))
+            imageProvider->setWaitingPicture(*waiting);
+        engine->addConsumer(imageProvider);
+    }
+    static_cast<void>(provider.release());
+}
+
+DashboardWindowVM::~DashboardWindowVM()
+{
+    if (imageProvider == nullptr)
+        return;
+    // Returns only when no delivery is under way, which makes the rest safe.
+    if (engine != nullptr)
+        engine->removeConsumer(imageProvider);
+    imageProvider->detach();
+    if (!providerHandedOver)
+        delete imageProvider;
+}
+
+QObject *DashboardWindowVM::asQObject()
+{
+    return this;
+}
+
+void DashboardWindowVM::initContext(QQmlContext *context)
+{
+    // A provider can belong to one QML engine only, the first.
+    if (providerHandedOver || context == nullptr || context->engine() == nullptr)
+        return;
+    providerHandedOver = true;
+    context->engine()->addImageProvider(QStringLiteral("dashWindow"), imageProvider);
+}
+
+void DashboardWindowVM::setArgument(void * /*context*/, int /*request*/,
+                                    const QVariant & /*argument*/)
+{
+}
+
+void DashboardWindowVM::setWindow(QWindow *newWindow)
+{
+    if (window != nullptr)
+        window->disconnect(this);
+    window = newWindow;
+    followSize();
+    if (newWindow == nullptr)
+        return;
+    connect(newWindow, &QWindow::visibleChanged, this, &DashboardWindowVM::followVisibility);
+    connect(newWindow, &QWindow::widthChanged, this, &DashboardWindowVM::followSize);
+    connect(newWindow, &QWindow::heightChanged, this, &DashboardWindowVM::followSize);
+    connect(newWindow, &QObject::destroyed, this, &DashboardWindowVM::followSize);
+}
+
+bool DashboardWindowVM::viewFlagA()
+{
+    return false;
+}
+
+bool DashboardWindowVM::viewFlagB()
+{
+    return true;
+}
+
+/// A hidden window costs no rendering.
+void DashboardWindowVM::followVisibility(bool visible)
+{
+    if (engine == nullptr || imageProvider == nullptr)
+        return;
+    if (visible)
+        engine->addConsumer(imageProvider);
+    else
+        engine->removeConsumer(imageProvider);
+}
+
+void DashboardWindowVM::followSize()
+{
+    if (imageProvider != nullptr)
+        imageProvider->setSize(window != nullptr ? window->size() : QSize(0, 0));
+}
+
+/// The QML engine ends first, and with it the provider.
+void DashboardWindowVM::forgetProvider()
+{
+    if (engine != nullptr)
+        engine->removeConsumer(imageProvider);
+    imageProvider = nullptr;
+}
+
+DashboardWindowVM::ImageProvider::ImageProvider(DashboardWindowVM *owner)
+    : QQuickImageProvider(QQmlImageProviderBase::Image)
+    , owner(owner)
+{
+}
+
+DashboardWindowVM::ImageProvider::~ImageProvider()
+{
+    if (owner != nullptr)
+        owner->forgetProvider();
+}
+
+void DashboardWindowVM::ImageProvider::setWaitingPicture(const QImage &picture)
+{
+    const LockGuard guard(lock);
+    image.replace(picture);
+}
+
+void DashboardWindowVM::ImageProvider::setSize(const QSize &size)
+{
+    width = std::min(size.width(), LargestWidth);
+    height = std::min(size.height(), LargestHeight);
+}
+
+void DashboardWindowVM::ImageProvider::detach()
+{
+    const LockGuard guard(lock);
+    owner = nullptr;
+    setSize(QSize(0, 0));
+}
+
+int DashboardWindowVM::ImageProvider::frameWidth()
+{
+    return width;
+}
+
+int DashboardWindowVM::ImageProvider::frameHeight()
+{
+    return height;
+}
+
+bool DashboardWindowVM::ImageProvider::isUpsideDown()
+{
+    return false;
+}
+
+quint64 DashboardWindowVM::ImageProvider::lastActivity()
+{
+    return 0;
+}
+
+void DashboardWindowVM::ImageProvider::deliverFrame(Frame &buffer, int /*width*/)
+{
+    DashboardWindowVM *receiver = nullptr;
+    {
+        const LockGuard guard(lock);
+        frame.swap(buffer);
+        receiver = owner;
+    }
+    if (receiver != nullptr)
+        Q_EMIT receiver->previewChanged();
+}
+
+QImage DashboardWindowVM::ImageProvider::requestImage(const QString & /*id*/, QSize *size,
+                                                      const QSize & /*requestedSize*/)
+{
+    QImage picture;
+    {
+        const LockGuard guard(lock);
+        const int presentHeight = frameHeight();
+        const int presentWidth = frameWidth();
+        image.fill(frame, presentWidth, presentHeight);
+        picture = image.picture();
+    }
+    if (size != nullptr)
+        *size = picture.size();
+    return picture;
+}
