@@ -1,0 +1,303 @@
+#include "views/DashboardEditorVM.h"
+
+#include "plugin/IDashboardEngine.h"
+#include "plugin/IDashboardRenderer.h"
+#include "plugin/INavigationService.h"
+#include "support/SettingsGroup.h"
+#include "views/MessageImageProvider.h"
+#include "views/PreviewImageProvider.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QFileSystemWatcher>
+#include <QtCore/QTimer>
+#include <QtCore/QVariant>
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int TickMs = 40;
+constexpr int DesignWidth = 480;
+constexpr int DesignHeight = 272;
+
+// How long a file is left to its writer after a change, and to come back after a loss. It bounds
+// the reloads of a burst of saves, too.
+constexpr int SettleMs = 100;
+
+std::unique_ptr<SettingsGroup> openEditorSettings()
+{
+    return openSettingsGroup(QStringLiteral("DashboardEditor"));
+}
+
+QString recentFileKey()
+{
+    return QStringLiteral("RecentQmlFile");
+}
+
+std::uint8_t pedal(int percent)
+{
+    return static_cast<std::uint8_t>(std::clamp(percent, 0, 100));
+}
+
+} // namespace
+
+DashboardEditorVM::DashboardEditorVM(IDashboardEngine *engine, INavigationService *navigation,
+                                     QObject *parent)
+    : QObject(parent)
+    , engine(engine)
+    , navigation(navigation)
+    , renderer(this->engine->createRenderer())
+    , lentRenderer(std::make_shared<LentRenderer>())
+{
+    lentRenderer->renderer = renderer.get();
+
+    timer = new QTimer(this);
+    timer->setInterval(TickMs);
+    connect(timer, &QTimer::timeout, this, &DashboardEditorVM::updateDash);
+
+    fileTimer = new QTimer(this);
+    fileTimer->setSingleShot(true);
+    fileTimer->setInterval(SettleMs);
+    connect(fileTimer, &QTimer::timeout, this, &DashboardEditorVM::followFile);
+
+    const QString recent = openEditorSettings()->value(recentFileKey(), QString()).toString();
+    if (QFile::exists(recent))
+        path = recent;
+
+    watcher = new QFileSystemWatcher(this);
+    connect(watcher, &QFileSystemWatcher::fileChanged, this, [this] {
+        reloadPending = true;
+        // A running timer isn't put off: a file that is saved without end would never be shown.
+        if (!fileTimer->isActive())
+            fileTimer->start();
+    });
+    watchFile();
+}
+
+DashboardEditorVM::~DashboardEditorVM()
+{
+    timer->stop();
+    const LockGuard guard(lentRenderer->lock);
+    lentRenderer->renderer = nullptr;
+}
+
+QObject *DashboardEditorVM::asQObject()
+{
+    return this;
+}
+
+void DashboardEditorVM::initContext(QQmlContext *context)
+{
+    if (context == nullptr || context->engine() == nullptr)
+        return;
+    const QString name = QStringLiteral("dashEditor");
+    load();
+    updateDash();
+    if (renderer == nullptr) {
+        context->engine()->addImageProvider(
+            name,
+            std::make_unique<MessageImageProvider>(tr("Dashboard requires hardware acceleration"))
+                .release());
+        dashboardFields = tr("Not available without hardware acceleration");
+        return;
+    }
+    context->engine()->addImageProvider(
+        name, std::make_unique<PreviewImageProvider>(lentRenderer).release());
+    timer->start();
+
+    QStringList names;
+    for (const QString &field : renderer->publishedFields())
+        names += field;
+    dashboardFields = names.join(QLatin1Char('\n'));
+}
+
+void DashboardEditorVM::setArgument(void * /*context*/, int /*request*/, const QVariant &argument)
+{
+    const QString file = argument.toString();
+    if (!file.isEmpty())
+        setPath(file);
+}
+
+void DashboardEditorVM::setWindow(QWindow *newWindow)
+{
+    if (window != nullptr)
+        window->disconnect(this);
+    window = newWindow;
+    if (newWindow != nullptr)
+        connect(newWindow, &QWindow::visibleChanged, this, &DashboardEditorVM::followVisibility);
+}
+
+bool DashboardEditorVM::viewFlagA()
+{
+    return false;
+}
+
+bool DashboardEditorVM::viewFlagB()
+{
+    return true;
+}
+
+void DashboardEditorVM::setPath(const QString &newPath)
+{
+    const QString native = QDir::toNativeSeparators(newPath);
+    if (native == path)
+        return;
+    path = native;
+    openEditorSettings()->setValue(recentFileKey(), path);
+    reloadPending = false;
+    watchFile();
+    load();
+    updateDash();
+    Q_EMIT pathChanged();
+}
+
+void DashboardEditorVM::ok()
+{
+    if (window == nullptr)
+        return;
+    window->close();
+    if (window != nullptr)
+        window->deleteLater();
+}
+
+void DashboardEditorVM::openCode()
+{
+    const QStringList files = watcher->files();
+    if (files.isEmpty() || navigation == nullptr)
+        return;
+    const QString &file = files.first();
+    const QVariantMap argument{{QStringLiteral("path"), file},
+                               {QStringLiteral("dir"), QFileInfo(file).absolutePath()}};
+    navigation->showView(nullptr, QStringLiteral("StartVisualStudioCode"), argument);
+}
+
+void DashboardEditorVM::setShowMarkets(bool enabled)
+{
+    showMarkers = enabled;
+}
+
+void DashboardEditorVM::setSystemPanel(bool enabled)
+{
+    telemetry.systemPanel = enabled;
+}
+
+void DashboardEditorVM::setRotation(int percent)
+{
+    telemetry.vehicle.steeringPercent = percent;
+}
+
+void DashboardEditorVM::setPaused(bool paused)
+{
+    this->paused = paused;
+}
+
+void DashboardEditorVM::setUseMph(bool useMph)
+{
+    this->useMph = useMph;
+}
+
+void DashboardEditorVM::setYellowFlag(bool on)
+{
+    telemetry.yellowFlag = on;
+}
+
+void DashboardEditorVM::setBlueFlag(bool on)
+{
+    telemetry.blueFlag = on;
+}
+
+void DashboardEditorVM::setBlackFlag(bool on)
+{
+    telemetry.blackFlag = on;
+}
+
+void DashboardEditorVM::setBlackAndWhiteFlag(bool on)
+{
+    telemetry.blackAndWhiteFlag = on;
+}
+
+void DashboardEditorVM::setDrsAvailable(bool available)
+{
+    telemetry.drsAvailable = available;
+}
+
+void DashboardEditorVM::setGasPedal(int percent)
+{
+    telemetry.vehicle.gasPedalPercent = pedal(percent);
+}
+
+void DashboardEditorVM::setBrakePedal(int percent)
+{
+    telemetry.vehicle.brakePedalPercent = pedal(percent);
+}
+
+void DashboardEditorVM::setClutchPedal(int percent)
+{
+    telemetry.vehicle.clutchPedalPercent = pedal(percent);
+}
+
+void DashboardEditorVM::setRpm(int rpm, int maxRpm)
+{
+    telemetry.vehicle.maxRpm = static_cast<std::uint32_t>(maxRpm);
+    telemetry.vehicle.rpm = static_cast<std::uint32_t>(std::max(std::min(rpm, maxRpm), 0));
+}
+
+void DashboardEditorVM::updateDash()
+{
+    telemetry.step();
+    if (renderer != nullptr) {
+        renderer->publishTelemetry(telemetry.vehicle, telemetry.limits, telemetry.extended,
+                                   telemetry.motionProfileName(), telemetry.tune, 1.0F, useMph,
+                                   showMarkers, paused);
+    }
+    Q_EMIT previewChanged();
+}
+
+/// Demo telemetry stands still while nobody sees it.
+void DashboardEditorVM::followVisibility(bool visible)
+{
+    if (visible && renderer != nullptr)
+        timer->start();
+    else
+        timer->stop();
+}
+
+/// Reloads after a change of the file, or when a lost one has come back.
+void DashboardEditorVM::followFile()
+{
+    // Watched first and loaded then, so that no change falls between the two.
+    watchFile();
+    const bool found = !watcher->files().isEmpty();
+    if (!reloadPending && !found)
+        return;
+    reloadPending = false;
+    load();
+    updateDash();
+}
+
+/// Watches the file that stands at `path` now, which may be another than before although its name
+/// is the same: many programs save by replacing. While there is none, waits for it.
+void DashboardEditorVM::watchFile()
+{
+    fileTimer->stop();
+    const QStringList files = watcher->files();
+    if (!files.isEmpty())
+        watcher->removePaths(files);
+    // No file has a null in its name, and Qt would warn of it at every look.
+    if (path.isEmpty() || path.contains(QChar(QChar::Null)))
+        return;
+    if (QFileInfo(path).isFile())
+        watcher->addPath(path);
+    if (watcher->files().isEmpty())
+        fileTimer->start();
+}
+
+void DashboardEditorVM::load()
+{
+    if (renderer != nullptr)
+        renderer->load(path, DesignWidth, DesignHeight);
+}

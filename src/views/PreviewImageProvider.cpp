@@ -1,0 +1,60 @@
+#include "views/PreviewImageProvider.h"
+
+#include "plugin/IDashboardRenderer.h"
+
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+constexpr int DesignWidth = 480;
+constexpr int DesignHeight = 272;
+
+} // namespace
+
+PreviewImageProvider::PreviewImageProvider(std::shared_ptr<LentRenderer> lent)
+    : QQuickImageProvider(QQmlImageProviderBase::Image)
+    , lent(std::move(lent))
+{
+}
+
+PreviewImageProvider::~PreviewImageProvider() = default;
+
+QImage PreviewImageProvider::requestImage(const QString & /*id*/, QSize *size,
+                                          const QSize &requestedSize)
+{
+    int width = DesignWidth;
+    int height = DesignHeight;
+    if (requestedSize.width() > 0) {
+        width = requestedSize.width();
+        height = static_cast<int>(static_cast<float>(width) * 272.0F / 480.0F);
+    }
+    if (size != nullptr)
+        *size = QSize(DesignWidth, DesignHeight);
+
+    // Held while rendering, so that the renderer doesn't end in the middle of it.
+    const LockGuard guard(lent->lock);
+    if (render(width, height)) {
+        image.fill(pixels, width, height);
+    } else {
+        QImage failure(1, 1, QImage::Format_ARGB32_Premultiplied);
+        failure.fill(Qt::transparent);
+        image.replace(failure);
+    }
+    return image.picture();
+}
+
+bool PreviewImageProvider::render(int width, int height)
+{
+    if (lent->renderer == nullptr)
+        return false;
+    try {
+        return lent->renderer->renderFrame(pixels, width, height, false);
+    } catch (const std::bad_alloc &) {
+        pixels = Frame(); // A picture beyond memory, which the document may ask for.
+    } catch (const std::length_error &) {
+        pixels = Frame();
+    }
+    return false;
+}
