@@ -23,8 +23,10 @@ Q_DECL_EXPORT IDashboardEngine *CreateE(bool useMph, bool hardwareAcceleration);
 Q_DECL_EXPORT DashboardAbstractProfilesManager *
 CreatePM(IDashboardEngine *engine, IRecentVehicleNameProvider *vehicleProvider);
 
-/// Registers the QML types that documents need. Must run before the first dashboard is loaded. A
-/// null pointer is logged, and then nothing is registered.
+/// Tells `navigation` of the views "DashboardEditor" and "DashboardWindow", in this order, and
+/// registers the QML type that documents need. Must run before the first dashboard is loaded. The
+/// caller owns what the factories make, each call a new view model; both arguments are borrowed and
+/// must outlive every one of them. A null pointer is logged, and then nothing is registered.
 Q_DECL_EXPORT void Init(INavigationService *navigation, IDashboardEngine *engine);
 }
 

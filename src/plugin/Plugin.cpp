@@ -1,8 +1,11 @@
 #include "plugin/Exports.h"
 
 #include "engine/DashboardEngine.h"
+#include "plugin/INavigationService.h"
 #include "profiles/DashboardProfilesManager.h"
+#include "views/DashboardEditorVM.h"
 #include "views/DashboardFadeInOut.h"
+#include "views/DashboardWindowVM.h"
 
 #include <QtCore/QDebug>
 
@@ -27,5 +30,15 @@ void Init(INavigationService *navigation, IDashboardEngine *engine)
         qCritical().noquote() << "DASHUI: Null pointer";
         return;
     }
+    navigation->registerView(
+        QStringLiteral("DashboardEditor"), QStringLiteral(":/dash/qml/DashboardEditor.qml"),
+        [engine, navigation]() -> IViewModel * {
+            return std::make_unique<DashboardEditorVM>(engine, navigation).release();
+        });
+    navigation->registerView(QStringLiteral("DashboardWindow"),
+                             QStringLiteral(":/dash/qml/DashboardWindow.qml"),
+                             [engine]() -> IViewModel * {
+                                 return std::make_unique<DashboardWindowVM>(engine).release();
+                             });
     DashboardFadeInOut::registerType();
 }

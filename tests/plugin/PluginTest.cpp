@@ -3,12 +3,15 @@
 #include "plugin/IDashboardEngine.h"
 #include "plugin/IDashboardRenderer.h"
 #include "plugin/INavigationService.h"
+#include "plugin/IViewModel.h"
 #include "plugin/TelemetryRecords.h"
 #include "support/FakeConsumer.h"
 #include "support/LogCapture.h"
+#include "support/TemporaryHome.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QLibrary>
+#include <QtCore/QPointer>
 #include <QtCore/QProcess>
 #include <QtGui/QImage>
 #include <QtQml/QQmlComponent>
@@ -17,11 +20,24 @@
 
 namespace {
 
-class NoNavigation final : public INavigationService
+/// A registry of views that copies the factories, as a host must.
+class Registry final : public INavigationService
 {
 public:
+    struct View
+    {
+        QString name;
+        QString document;
+        ViewModelFactory factory;
+    };
+    std::vector<View> views;
+
     void showView(void *, const QString &, const QVariant &) override {}
-    void registerView(const QString &, const QString &, const ViewModelFactory &) override {}
+    void registerView(const QString &name, const QString &documentPath,
+                      const ViewModelFactory &factory) override
+    {
+        views.push_back({name, documentPath, factory});
+    }
 };
 
 bool fadeCompiles()
@@ -127,7 +143,7 @@ private Q_SLOTS:
         QFETCH(bool, engine);
         if (createEngine == nullptr || init == nullptr)
             QFAIL("the exports are missing");
-        NoNavigation service;
+        Registry service;
         const std::unique_ptr<IDashboardEngine> real(createEngine(false, false));
         QVERIFY(!fadeCompiles());
         {
@@ -136,17 +152,57 @@ private Q_SLOTS:
             QCOMPARE(log.lines, QStringList({QStringLiteral("critical: DASHUI: Null pointer")}));
         }
         QVERIFY(!fadeCompiles());
+        QVERIFY(service.views.empty());
     }
 
-    void initRegistersTheFade()
+    void initRegistersTheViewsInOrderAndTheFade()
     {
         if (createEngine == nullptr || init == nullptr)
             QFAIL("the exports are missing");
-        NoNavigation service;
+        Registry service;
         const std::unique_ptr<IDashboardEngine> engine(createEngine(false, false));
         QVERIFY(!fadeCompiles());
         init(&service, engine.get());
         QVERIFY(fadeCompiles());
+
+        QCOMPARE(service.views.size(), 2U);
+        QCOMPARE(service.views[0].name, QStringLiteral("DashboardEditor"));
+        QCOMPARE(service.views[0].document, QStringLiteral(":/dash/qml/DashboardEditor.qml"));
+        QCOMPARE(service.views[1].name, QStringLiteral("DashboardWindow"));
+        QCOMPARE(service.views[1].document, QStringLiteral(":/dash/qml/DashboardWindow.qml"));
+        for (const Registry::View &view : service.views)
+            QVERIFY(QFile::exists(view.document));
+        QVERIFY(!engine->hasConsumers());
+    }
+
+    void eachCallOfAFactoryMakesAViewModelOfItsOwn()
+    {
+        if (createEngine == nullptr || init == nullptr)
+            QFAIL("the exports are missing");
+        const TemporaryHome home;
+        Registry service;
+        const std::unique_ptr<IDashboardEngine> engine(createEngine(false, false));
+        init(&service, engine.get());
+        QCOMPARE(service.views.size(), 2U);
+        const char *const classes[] = {"DashboardEditorVM", "DashboardWindowVM"};
+        for (std::size_t i = 0; i < 2; ++i) {
+            const ViewModelFactory &factory = service.views[i].factory;
+            std::unique_ptr<IViewModel> first(factory());
+            const std::unique_ptr<IViewModel> second(factory());
+            QVERIFY(first != second);
+            for (IViewModel *model : {first.get(), second.get()}) {
+                QCOMPARE(model->asQObject()->metaObject()->className(), classes[i]);
+                QVERIFY(model->asQObject()->parent() == nullptr);
+                QCOMPARE(engine->hasConsumers(), i == 1);
+            }
+            const QPointer<QObject> gone(first->asQObject());
+            const QPointer<QObject> left(second->asQObject());
+            first.reset();
+            QVERIFY(gone.isNull());
+            QVERIFY(!left.isNull());
+            QCOMPARE(engine->hasConsumers(), i == 1);
+        }
+        QVERIFY(!engine->hasConsumers());
     }
 
 private:
