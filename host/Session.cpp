@@ -11,6 +11,7 @@
 #include "VehicleNames.h"
 #include "ViewRegistry.h"
 #include "telemetry/DemoCars.h"
+#include "telemetry/TelemetryMonitor.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QStandardPaths>
@@ -71,10 +72,11 @@ int showDashboards(const Options &options, IDashboardEngine &engine,
         QObject::connect(&vehicles, &VehicleNames::vehicleChanged, &store,
                          &DashboardAbstractProfilesManager::activateRecentProfileForVehicle);
     }
+    TelemetryMonitor monitor;
     const StartTelemetry startTelemetry = [&] {
         return std::make_unique<TelemetryFeeder>(
             std::make_unique<DemoCars>(DemoSeed, options.demoCars), options.startAt, engine,
-            vehicles);
+            vehicles, monitor);
     };
     return options.mode == Options::Mode::Frames
                ? recordFrames(options, engine, log, startTelemetry)

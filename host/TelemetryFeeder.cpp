@@ -2,6 +2,7 @@
 
 #include "IDashboardEngine.h"
 #include "VehicleNames.h"
+#include "telemetry/TelemetryMonitor.h"
 #include "telemetry/TelemetrySource.h"
 
 #include <algorithm>
@@ -9,11 +10,13 @@
 #include <utility>
 
 TelemetryFeeder::TelemetryFeeder(std::unique_ptr<TelemetrySource> source, double startAt,
-                                 IDashboardEngine &engine, VehicleNames &vehicles)
+                                 IDashboardEngine &engine, VehicleNames &vehicles,
+                                 TelemetryMonitor &monitor)
     : source(std::move(source))
     , startAt(startAt)
     , engine(engine)
     , vehicles(vehicles)
+    , monitor(monitor)
     , thread([this] { run(); })
 {
 }
@@ -44,6 +47,7 @@ void TelemetryFeeder::run()
         const TelemetrySample sample = source->sampleAt(moment);
         engine.updateTelemetry(sample.vehicle, sample.limits, sample.extended, sample.paused);
         ++sent;
+        monitor.update(sample.paused, Clock::now());
         // After a hold-up the rhythm starts over: a burst of old moments would help nobody.
         next = std::max(next + std::chrono::duration_cast<Clock::duration>(Period), Clock::now());
         lock.lock();

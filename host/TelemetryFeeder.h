@@ -7,6 +7,7 @@
 #include <thread>
 
 class IDashboardEngine;
+class TelemetryMonitor;
 class TelemetrySource;
 class VehicleNames;
 
@@ -14,9 +15,9 @@ class VehicleNames;
 class TelemetryFeeder
 {
 public:
-    /// Starts feeding, `startAt` seconds into the telemetry. `engine` and `vehicles` are borrowed.
+    /// Starts feeding, `startAt` seconds into the telemetry. The last three are borrowed.
     TelemetryFeeder(std::unique_ptr<TelemetrySource> source, double startAt,
-                    IDashboardEngine &engine, VehicleNames &vehicles);
+                    IDashboardEngine &engine, VehicleNames &vehicles, TelemetryMonitor &monitor);
 
     /// Ends the feeding; no update follows.
     ~TelemetryFeeder();
@@ -33,6 +34,7 @@ private:
     const double startAt;
     IDashboardEngine &engine;
     VehicleNames &vehicles;
+    TelemetryMonitor &monitor;
     std::atomic<int> sent{0};
     std::mutex mutex;
     std::condition_variable stopRequested;
