@@ -1,3 +1,4 @@
+#include "docs/examples/LatestFrame.h"
 #include "plugin/Exports.h"
 #include "plugin/IDashboardConsumer.h"
 #include "plugin/IDashboardEngine.h"
@@ -115,8 +116,11 @@ private Q_SLOTS:
         QCOMPARE(log.lines, QStringList());
 
         FakeConsumer consumer(120, 40);
+        LatestFrame latest; // The example of the integrator's guide.
+        QVERIFY(latest.picture().isNull());
         QVERIFY(!engine->hasConsumers());
         engine->addConsumer(&consumer);
+        engine->addConsumer(&latest);
         QVERIFY(engine->hasConsumers());
         engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
         engine->setMotionProfileName(QStringLiteral("Calm"));
@@ -124,7 +128,9 @@ private Q_SLOTS:
         engine->updateTelemetry({}, {}, {}, false);
         QTRY_COMPARE_WITH_TIMEOUT(consumer.deliveries.size(), 1U, 30'000);
         QCOMPARE(consumer.deliveries[0].frame.size(), 120U * 40 * 4);
+        QCOMPARE(latest.picture().size(), QSize(480, 272));
         engine->shutdown();
+        engine->removeConsumer(&latest);
         engine->removeConsumer(&consumer);
         QVERIFY(!engine->hasConsumers());
     }
