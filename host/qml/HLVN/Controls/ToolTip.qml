@@ -1,0 +1,28 @@
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+
+T.ToolTip {
+    id: root
+
+    x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
+    y: parent ? parent.height + ux.spacing / 2 : 0
+    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
+    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+    margins: ux.spacing / 2
+    padding: ux.spacing * 0.75
+    delay: ux.toolTipDelay
+    timeout: 10000
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+
+    contentItem: Label {
+        text: root.text
+        font.pixelSize: ux.h5FontSize
+        wrapMode: Text.WordWrap
+    }
+
+    background: Rectangle {
+        color: ux.itemBackgroundColor2
+        radius: ux.radius
+        border.color: ux.itemBorderColor
+    }
+}

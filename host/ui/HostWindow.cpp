@@ -1,0 +1,140 @@
+#include "ui/HostWindow.h"
+
+#include "ui/Navigation.h"
+#include "ui/UiEngine.h"
+
+#include <QtCore/QEvent>
+#include <QtCore/QUrl>
+#include <QtGui/QCursor>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
+#include <QtQml/QQmlContext>
+
+#include <memory>
+
+HostWindow::HostWindow(const QString &name, Navigation &navigation)
+    : QQuickView(std::make_unique<UiEngine>().release(), nullptr)
+    , name(name)
+    , place(WindowPlace::load(name))
+    , sizeRemembered(!place.geometry.isNull() && place.isOnAScreen())
+{
+    engine()->setParent(this);
+    setResizeMode(SizeRootObjectToView);
+    rootContext()->setContextProperty(QStringLiteral("qt_window"), this);
+    rootContext()->setContextProperty(QStringLiteral("qt_navigation"), &navigation);
+    connect(engine(), &QQmlEngine::quit, this, &QWindow::close, Qt::QueuedConnection);
+    setFlag(Qt::WindowStaysOnTopHint, place.stayOnTop);
+}
+
+HostWindow::~HostWindow()
+{
+    if (isVisible())
+        rememberPlace();
+}
+
+void HostWindow::open(const QUrl &document)
+{
+    setSource(document);
+    if (sizeRemembered)
+        setGeometry(place.geometry);
+    else
+        placeFirstTime();
+    if (place.fullScreen)
+        restoreFullScreen();
+    else
+        show();
+    requestActivate();
+}
+
+void HostWindow::present()
+{
+    if (windowStates().testFlag(Qt::WindowMinimized))
+        setWindowStates(windowStates() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    requestActivate();
+}
+
+void HostWindow::setInitialSize(qreal width, qreal height)
+{
+    if (!sizeRemembered)
+        resize(qRound(width), qRound(height));
+}
+
+void HostWindow::move(qreal x, qreal y)
+{
+    setPosition(qRound(x), qRound(y));
+}
+
+QPoint HostWindow::cursorPosGlobal()
+{
+    return QCursor::pos();
+}
+
+void HostWindow::setAboutToBeMoved(bool moving)
+{
+    // There a program can't place its windows, but it can ask for the user's own move.
+    if (moving && QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+        startSystemMove();
+    if (!moving)
+        rememberPlace();
+}
+
+void HostWindow::toggleStayOnTop()
+{
+    setFlag(Qt::WindowStaysOnTopHint, !isStayOnTop());
+    place.stayOnTop = isStayOnTop();
+    place.save(name);
+    Q_EMIT stayOnTopChanged();
+}
+
+void HostWindow::showFullScreen()
+{
+    if (!place.fullScreen)
+        rememberPlace();
+    QQuickView::showFullScreen();
+    place.fullScreen = true;
+    place.save(name);
+}
+
+void HostWindow::showNormal()
+{
+    QQuickView::showNormal();
+    place.fullScreen = false;
+    place.save(name);
+}
+
+bool HostWindow::event(QEvent *event)
+{
+    if (event->type() != QEvent::Close || closing)
+        return QQuickView::event(event);
+    // The document's answer to the request may close the window once more.
+    closing = true;
+    rememberPlace();
+    Q_EMIT closeRequested();
+    const bool handled = QQuickView::event(event);
+    closing = false;
+    Q_EMIT closed();
+    return handled;
+}
+
+void HostWindow::restoreFullScreen()
+{
+    showFullScreen();
+}
+
+void HostWindow::placeFirstTime()
+{
+    QRect geometry(QPoint(), size());
+    geometry.moveCenter(screen()->availableGeometry().center());
+    setGeometry(geometry.intersected(screen()->availableGeometry()));
+}
+
+void HostWindow::rememberPlace()
+{
+    const bool ordinary = windowStates() == Qt::WindowNoState && isVisible();
+    if (ordinary)
+        place.geometry = geometry();
+    place.stayOnTop = isStayOnTop();
+    place.save(name);
+}

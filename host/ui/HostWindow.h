@@ -1,0 +1,78 @@
+#pragma once
+
+#include "ui/WindowPlace.h"
+
+#include <QtCore/QPoint>
+#include <QtCore/QString>
+#include <QtQuick/QQuickView>
+
+class Navigation;
+class QUrl;
+
+/// A window of the host: one QML document in a QML engine of its own, so that `Qt.quit()` there
+/// closes the window and not the program. The document knows it as `qt_window`, and the navigation
+/// as `qt_navigation`.
+///
+/// Position, size, full screen and stay-on-top are remembered under the window's name. GUI thread.
+class HostWindow : public QQuickView
+{
+    Q_OBJECT
+    Q_PROPERTY(bool isStayOnTop READ isStayOnTop NOTIFY stayOnTopChanged)
+
+public:
+    /// `navigation` is borrowed. Nothing is shown before `open`.
+    HostWindow(const QString &name, Navigation &navigation);
+    ~HostWindow() override;
+
+    /// Loads the document and shows the window where it was seen last; at first in the middle of
+    /// the screen. A document that fails is logged and shown as its errors.
+    void open(const QUrl &document);
+
+    /// Brings an open window to the user's eyes.
+    void present();
+
+    bool isStayOnTop() const { return flags().testFlag(Qt::WindowStaysOnTopHint); }
+
+    /// The size at the first time; a remembered one goes before it.
+    Q_INVOKABLE void setInitialSize(qreal width, qreal height);
+
+    /// Moves the window, without its frame, in logical pixels.
+    Q_INVOKABLE void move(qreal x, qreal y);
+
+    /// The mouse's position on the desktop, in logical pixels.
+    Q_INVOKABLE static QPoint cursorPosGlobal();
+
+    /// Tells that a move by dragging begins or ends.
+    Q_INVOKABLE void setAboutToBeMoved(bool moving);
+
+    Q_INVOKABLE void toggleStayOnTop();
+
+public Q_SLOTS:
+    // In place of the window's own, which don't end a move by dragging.
+    void showFullScreen();
+    void showNormal();
+
+Q_SIGNALS:
+    void stayOnTopChanged();
+
+    /// The user has asked for the end by the window's frame. The window closes right after.
+    void closeRequested();
+
+    /// The window is closed; whoever owns it may delete it later.
+    void closed();
+
+protected:
+    bool event(QEvent *event) override;
+
+    /// Whether the last session left the window in full screen.
+    virtual void restoreFullScreen();
+
+private:
+    void placeFirstTime();
+    void rememberPlace();
+
+    const QString name;
+    WindowPlace place;
+    bool sizeRemembered = false;
+    bool closing = false;
+};

@@ -1,0 +1,74 @@
+#include "ui/Navigation.h"
+
+#include "IViewModel.h"
+#include "ui/ViewWindow.h"
+
+#include <QtCore/QDebug>
+
+#include <memory>
+
+Navigation::~Navigation()
+{
+    closeViews();
+}
+
+void Navigation::addTarget(const QString &name, const Target &target)
+{
+    targets.insert(name, target);
+}
+
+void Navigation::showView(const QString &name, const QVariant &argument)
+{
+    const auto view = views.find(name);
+    if (view != views.end())
+        openView(name, *view, argument);
+    else if (targets.contains(name))
+        targets.value(name)(argument);
+    else
+        qWarning().noquote() << "There is no view named" << name;
+}
+
+void Navigation::showView(void * /*context*/, const QString &target, const QVariant &argument)
+{
+    showView(target, argument);
+}
+
+void Navigation::registerView(const QString &name, const QString &documentPath,
+                              const ViewModelFactory &factory)
+{
+    views.insert(name, {documentPath, factory, nullptr});
+}
+
+QStringList Navigation::openViews() const
+{
+    QStringList names;
+    for (auto view = views.begin(); view != views.end(); ++view) {
+        if (view->window != nullptr && view->window->isVisible())
+            names += view.key();
+    }
+    return names;
+}
+
+void Navigation::closeViews()
+{
+    for (const View &view : qAsConst(views))
+        delete view.window;
+}
+
+void Navigation::openView(const QString &name, View &view, const QVariant &argument)
+{
+    if (view.window != nullptr && view.window->isVisible()) {
+        if (argument.isValid())
+            view.window->setArgument(argument);
+        view.window->present();
+        return;
+    }
+    // One that has just closed still waits for its end.
+    delete view.window;
+    const bool frameless = name == QLatin1String("DashboardWindow");
+    view.window = std::make_unique<ViewWindow>(
+                      name, *this, std::unique_ptr<IViewModel>(view.makeViewModel()), frameless)
+                      .release();
+    connect(view.window, &HostWindow::closed, view.window, &QObject::deleteLater);
+    view.window->openView(view.documentPath, argument);
+}

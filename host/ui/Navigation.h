@@ -1,0 +1,57 @@
+#pragma once
+
+#include "INavigationService.h"
+
+#include <QtCore/QMap>
+#include <QtCore/QObject>
+#include <QtCore/QPointer>
+#include <QtCore/QStringList>
+#include <QtCore/QVariant>
+
+#include <functional>
+
+class ViewWindow;
+
+/// What the windows ask for by name: the library's views, each in a window of its own, and the
+/// host's targets. Documents know it as `qt_navigation`. GUI thread.
+class Navigation final : public QObject, public INavigationService
+{
+    Q_OBJECT
+
+public:
+    using Target = std::function<void(const QVariant &argument)>;
+
+    Navigation() = default;
+    /// Closes the views that are still open.
+    ~Navigation() override;
+
+    /// Has `target` called for requests to show the view `name`.
+    void addTarget(const QString &name, const Target &target);
+
+    /// Shows a view or calls a target. A view that is open comes to the front, with the new
+    /// argument. An unknown name is logged.
+    Q_INVOKABLE void showView(const QString &name, const QVariant &argument = {});
+
+    void showView(void *context, const QString &target, const QVariant &argument) override;
+    void registerView(const QString &name, const QString &documentPath,
+                      const ViewModelFactory &factory) override;
+
+    /// The names of the library's views that are on screen.
+    QStringList openViews() const;
+
+    /// Ends all views at once. They must end before the engine.
+    void closeViews();
+
+private:
+    struct View
+    {
+        QString documentPath;
+        ViewModelFactory makeViewModel;
+        QPointer<ViewWindow> window;
+    };
+
+    void openView(const QString &name, View &view, const QVariant &argument);
+
+    QMap<QString, View> views;
+    QMap<QString, Target> targets;
+};
