@@ -15,6 +15,7 @@
 HostWindow::HostWindow(const QString &name, Navigation &navigation)
     : QQuickView(std::make_unique<UiEngine>().release(), nullptr)
     , name(name)
+    , navigator(navigation)
     , place(WindowPlace::load(name))
     , sizeRemembered(!place.geometry.isNull() && place.isOnAScreen())
 {
@@ -53,6 +54,16 @@ void HostWindow::present()
     show();
     raise();
     requestActivate();
+}
+
+void HostWindow::setCanBeMinimized(bool can)
+{
+    minimizable = can;
+    // The hints count only together: those that aren't named are off.
+    const Qt::WindowFlags hints = Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                  Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
+                                  Qt::WindowCloseButtonHint;
+    setFlags(can ? flags() & ~hints : flags() | hints);
 }
 
 void HostWindow::setInitialSize(qreal width, qreal height)

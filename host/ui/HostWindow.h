@@ -18,6 +18,7 @@ class HostWindow : public QQuickView
 {
     Q_OBJECT
     Q_PROPERTY(bool isStayOnTop READ isStayOnTop NOTIFY stayOnTopChanged)
+    Q_PROPERTY(bool canBeMinimized READ canBeMinimized WRITE setCanBeMinimized)
 
 public:
     /// `navigation` is borrowed. Nothing is shown before `open`.
@@ -30,6 +31,11 @@ public:
 
     /// Brings an open window to the user's eyes.
     void present();
+
+    Navigation &navigation() const { return navigator; }
+
+    bool canBeMinimized() const { return minimizable; }
+    void setCanBeMinimized(bool can);
 
     bool isStayOnTop() const { return flags().testFlag(Qt::WindowStaysOnTopHint); }
 
@@ -72,7 +78,9 @@ private:
     void rememberPlace();
 
     const QString name;
+    Navigation &navigator;
     WindowPlace place;
+    bool minimizable = true;
     bool sizeRemembered = false;
     bool closing = false;
 };

@@ -1,5 +1,7 @@
 #include "ui/UiEngine.h"
 
+#include "ui/ClassicUIBridge.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDebug>
 #include <QtCore/QEvent>
@@ -15,6 +17,7 @@ UiEngine::UiEngine()
 {
     // A static library's resources are left out unless something names them.
     Q_INIT_RESOURCE(host);
+    ClassicUIBridge::registerType();
     addImportPath(QStringLiteral("qrc:/qml/modules"));
     rootContext()->setContextProperty(QStringLiteral("qt_scale"), scale());
     QQmlComponent component(this, QUrl(QStringLiteral("qrc:/qml/Theme.qml")));

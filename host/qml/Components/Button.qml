@@ -1,0 +1,40 @@
+import QtQuick 2.15
+import "../HLVN/Controls"
+
+// A flat button for an icon. Children are placed inside.
+Rectangle {
+    id: root
+
+    property string toolTip
+    readonly property alias containsMouse: area.containsMouse
+
+    signal clicked
+
+    activeFocusOnTab: true
+    color: area.pressed ? ux.pressedColor : area.containsMouse ? ux.hoverColor
+                                                                : ux.itemBackgroundColor
+    Accessible.role: Accessible.Button
+    Accessible.name: toolTip
+    Accessible.onPressAction: clicked()
+    Keys.onSpacePressed: clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    // Hears the mouse even in the moment when the button itself has just been hidden.
+    MouseArea {
+        id: area
+
+        anchors.fill: parent
+        hoverEnabled: true
+        onClicked: root.clicked()
+    }
+
+    FocusFrame {
+        visible: root.activeFocus
+    }
+
+    ToolTip {
+        text: root.toolTip
+        visible: area.containsMouse && root.visible && root.toolTip !== ""
+    }
+}

@@ -1,0 +1,238 @@
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+import Qt.labs.folderlistmodel 2.15
+import "HLVN/Controls"
+
+// Chooses an existing file: places to the left, the folder in the middle, its path above. Typing
+// finds a name, Enter opens, Backspace goes up, Escape gives up.
+Rectangle {
+    id: root
+
+    property string typedName
+
+    color: ux.windowBackground
+
+    function goTo(folder) {
+        files.folder = folder
+        list.currentIndex = 0
+        list.forceActiveFocus()
+    }
+
+    function open(index) {
+        if (index < 0 || index >= files.count)
+            return
+        const address = files.get(index, "fileURL")
+        if (files.isFolder(index))
+            goTo(address)
+        else
+            qt_window.accept(address)
+    }
+
+    function goUp() {
+        if (files.parentFolder.toString() !== "")
+            goTo(files.parentFolder)
+    }
+
+    // The next entry that begins with what has been typed.
+    function find(text) {
+        for (let i = 0; i < files.count; ++i) {
+            if (files.get(i, "fileName").toLowerCase().startsWith(text.toLowerCase())) {
+                list.currentIndex = i
+                return
+            }
+        }
+    }
+
+    FolderListModel {
+        id: files
+
+        folder: qt_window.startFolder
+        nameFilters: qt_window.namePatterns
+        showDirsFirst: true
+        showOnlyReadable: true
+        caseSensitive: false
+        onStatusChanged: {
+            if (status === FolderListModel.Ready && folder === qt_window.startFolder)
+                root.find(qt_window.startName)
+        }
+    }
+
+    Timer {
+        id: typing
+
+        interval: 1000
+        onTriggered: root.typedName = ""
+    }
+
+    Row {
+        id: pathBar
+
+        x: ux.spacing
+        y: ux.spacing
+        width: parent.width - 2 * ux.spacing
+        spacing: ux.spacing
+
+        RoundedButton {
+            id: upButton
+
+            text: qsTr("Up")
+            toolTip: qsTr("Go to the folder above (Backspace)")
+            enabled: files.parentFolder.toString() !== ""
+            onClicked: root.goUp()
+        }
+
+        TextField {
+            id: path
+
+            width: parent.width - upButton.width - parent.spacing
+            text: qt_window.nativePath(files.folder)
+            Accessible.name: qsTr("Path")
+            onAccepted: {
+                const address = qt_window.typed(text, files.folder)
+                if (qt_window.isFolder(address))
+                    root.goTo(address)
+                else
+                    qt_window.accept(address)
+                text = Qt.binding(() => qt_window.nativePath(files.folder))
+            }
+        }
+    }
+
+    Column {
+        id: places
+
+        anchors.top: pathBar.bottom
+        anchors.left: parent.left
+        anchors.margins: ux.spacing
+        width: Math.round(150 * qt_scale)
+        spacing: ux.spacing / 2
+
+        Repeater {
+            model: qt_window.places
+
+            RoundedButton {
+                width: places.width
+                text: modelData.name
+                onClicked: root.goTo(modelData.folder)
+            }
+        }
+    }
+
+    Rectangle {
+        anchors.top: pathBar.bottom
+        anchors.left: places.right
+        anchors.right: parent.right
+        anchors.bottom: bottomBar.top
+        anchors.margins: ux.spacing
+        color: ux.popupInnerBackground
+        radius: ux.radius
+        border.width: list.activeFocus ? ux.focusWidth : 1
+        border.color: list.activeFocus ? ux.focusColor : ux.itemBorderColor
+
+        ListView {
+            id: list
+
+            anchors.fill: parent
+            anchors.margins: ux.focusWidth
+            clip: true
+            focus: true
+            activeFocusOnTab: true
+            boundsBehavior: Flickable.StopAtBounds
+            model: files
+            T.ScrollBar.vertical: ScrollBar {
+            }
+
+            Keys.onReturnPressed: root.open(currentIndex)
+            Keys.onEnterPressed: root.open(currentIndex)
+            Keys.onPressed: {
+                if (event.key === Qt.Key_Backspace) {
+                    root.goUp()
+                    event.accepted = true
+                } else if (event.text.length === 1 && event.text >= " ") {
+                    root.typedName += event.text
+                    typing.restart()
+                    root.find(root.typedName)
+                    event.accepted = true
+                }
+            }
+
+            delegate: Rectangle {
+                width: list.width
+                height: Math.round(28 * qt_scale)
+                radius: ux.radius
+                color: ListView.isCurrentItem ? ux.hoverColor : "transparent"
+
+                Label {
+                    anchors.fill: parent
+                    anchors.leftMargin: ux.spacing
+                    anchors.rightMargin: 2 * ux.spacing
+                    verticalAlignment: Text.AlignVCenter
+                    elide: Text.ElideMiddle
+                    color: fileIsDir ? ux.textDarkColor : ux.textLightColor
+                    text: fileIsDir ? fileName + "/" : fileName
+                }
+
+                TapHandler {
+                    onTapped: {
+                        list.currentIndex = index
+                        list.forceActiveFocus()
+                    }
+                    onDoubleTapped: root.open(index)
+                }
+            }
+
+            Label {
+                anchors.centerIn: parent
+                visible: files.status === FolderListModel.Ready && files.count === 0
+                color: ux.textDarkColor
+                text: qsTr("Nothing to choose here")
+            }
+        }
+    }
+
+    Item {
+        id: bottomBar
+
+        width: parent.width
+        height: ux.controlHeight + 2 * ux.spacing
+        anchors.bottom: parent.bottom
+
+        Label {
+            anchors.left: parent.left
+            anchors.leftMargin: ux.spacing
+            anchors.verticalCenter: parent.verticalCenter
+            color: ux.textDarkColor
+            text: qt_window.filter
+        }
+
+        Row {
+            anchors.right: parent.right
+            anchors.rightMargin: ux.spacing
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: ux.spacing
+
+            RoundedButton {
+                text: qsTr("Cancel")
+                onClicked: qt_window.close()
+            }
+
+            RoundedButton {
+                primary: true
+                enabled: list.currentIndex >= 0 && files.count > 0
+                text: qsTr("Open")
+                onClicked: root.open(list.currentIndex)
+            }
+        }
+    }
+
+    Shortcut {
+        sequence: StandardKey.Cancel
+        onActivated: qt_window.close()
+    }
+
+    Component.onCompleted: {
+        qt_window.minimumWidth = 480 * qt_scale
+        qt_window.minimumHeight = 320 * qt_scale
+        qt_window.setInitialSize(720 * qt_scale, 480 * qt_scale)
+    }
+}
