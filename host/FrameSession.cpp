@@ -1,11 +1,10 @@
 #include "FrameSession.h"
 
+#include "Cluster.h"
 #include "FrameRecorder.h"
-#include "IDashboardEngine.h"
 #include "MessageLog.h"
 #include "Options.h"
 #include "ProgressBar.h"
-#include "TelemetryFeeder.h"
 #include "Terminal.h"
 
 #include <QtCore/QDir>
@@ -28,8 +27,8 @@ struct Course
     int updatesSent = 0;
 };
 
-Course record(FrameRecorder &recorder, int count, IDashboardEngine &engine, const MessageLog &log,
-              const std::function<std::unique_ptr<TelemetryFeeder>()> &startTelemetry)
+/// Telemetry starts when the consumer is in place.
+Course record(FrameRecorder &recorder, int count, Cluster &cluster, const MessageLog &log)
 {
     Course course;
     const ProgressBar bar(count);
@@ -61,21 +60,25 @@ Course record(FrameRecorder &recorder, int count, IDashboardEngine &engine, cons
         },
         Qt::QueuedConnection);
 
-    engine.addConsumer(&recorder);
+    cluster.engine->addConsumer(&recorder);
     stall.start();
-    const std::unique_ptr<TelemetryFeeder> feeder = startTelemetry();
+    cluster.startTelemetry();
     loop.exec();
-    course.updatesSent = feeder->updatesSent();
-    engine.removeConsumer(&recorder);
+    course.updatesSent = cluster.updatesSent();
+    cluster.engine->removeConsumer(&recorder);
     recorder.flush();
     return course;
 }
 
 } // namespace
 
-int recordFrames(const Options &options, IDashboardEngine &engine, const MessageLog &log,
-                 const std::function<std::unique_ptr<TelemetryFeeder>()> &startTelemetry)
+int recordFrames(const Options &options, const GaugeLibrary &library, const MessageLog &log)
 {
+    Cluster cluster(options, library, options.units == Options::Units::Mph);
+    if (!cluster.chooseDashboard()) {
+        printError(QStringLiteral("There are no dashboards beside the program, nor of your own."));
+        return 1;
+    }
     if (!QDir().mkpath(options.framesDirectory)) {
         printError(QStringLiteral("Could not make the directory '%1'.")
                        .arg(QDir::toNativeSeparators(options.framesDirectory)));
@@ -83,7 +86,7 @@ int recordFrames(const Options &options, IDashboardEngine &engine, const Message
     }
     const QSize size = options.size.value_or(QSize(480, 272)); // What dashboards are drawn for.
     FrameRecorder recorder(options.framesDirectory, options.frameCount, size, options.upsideDown);
-    const Course course = record(recorder, options.frameCount, engine, log, startTelemetry);
+    const Course course = record(recorder, options.frameCount, cluster, log);
     if (course.stalled)
         printError(QStringLiteral("No frame came for %1 seconds.").arg(StallMs / 1000));
     if (!recorder.error().isEmpty())

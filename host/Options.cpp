@@ -14,14 +14,26 @@ namespace {
 constexpr int MaximumFrames = 1'000'000;
 constexpr int MaximumSide = 16'384;
 
+// The views of the library.
+constexpr QLatin1String WindowView("DashboardWindow");
+constexpr QLatin1String EditorView("DashboardEditor");
+
 struct Declared
 {
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")},
                             QStringLiteral("Show this help.")};
     QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
                                QStringLiteral("Show the version.")};
-    QCommandLineOption window{QStringLiteral("window"),
-                              QStringLiteral("Show the live dashboard in a window (the default).")};
+    QCommandLineOption window{
+        QStringLiteral("window"),
+        QStringLiteral("Show the live dashboard alone; the same as --view DashboardWindow.")};
+    QCommandLineOption view{
+        QStringLiteral("view"),
+        QStringLiteral("Show one view alone: DashboardWindow or DashboardEditor."),
+        QStringLiteral("name")};
+    QCommandLineOption path{QStringLiteral("path"),
+                            QStringLiteral("With --view DashboardEditor: the QML file to edit."),
+                            QStringLiteral("file")};
     QCommandLineOption frames{
         QStringLiteral("frames"),
         QStringLiteral("Write the frames as PNG files into <dir>, which is made if missing."),
@@ -35,12 +47,13 @@ struct Declared
                        "of the window at first (default: 960x544)."),
         QStringLiteral("WxH")};
     QCommandLineOption upsideDown{QStringLiteral("upside-down"),
-                                  QStringLiteral("Turn the picture by 180 degrees.")};
+                                  QStringLiteral("Turn the frames by 180 degrees.")};
     QCommandLineOption dashboard{
         QStringLiteral("dashboard"),
         QStringLiteral(
             "Show this one, whatever vehicle is driven: a QML file, or the name or id of "
-            "a dashboard. Without it the collection decides."),
+            "a dashboard. Without it the collection decides. Goes with --window, which it implies, "
+            "and --frames."),
         QStringLiteral("file|name|id")};
     QCommandLineOption telemetry{
         QStringLiteral("telemetry"),
@@ -55,8 +68,11 @@ struct Declared
                                               "(default: 180, in the demo's third lap; 0 is "
                                               "its start from the grid)."),
                                QStringLiteral("seconds")};
-    QCommandLineOption mph{QStringLiteral("mph"),
-                           QStringLiteral("Ask dashboards for miles per hour.")};
+    QCommandLineOption mph{
+        QStringLiteral("mph"),
+        QStringLiteral("Ask dashboards for miles per hour (default: as set; km/h for frames).")};
+    QCommandLineOption kmh{QStringLiteral("kmh"),
+                           QStringLiteral("Ask dashboards for kilometres per hour.")};
     QCommandLineOption noAcceleration{
         QStringLiteral("no-acceleration"),
         QStringLiteral("Run without OpenGL: consumers get a message instead of dashboards.")};
@@ -67,14 +83,15 @@ struct Declared
 
     std::vector<const QCommandLineOption *> pictureAndTelemetry() const
     {
-        return {&window,    &frames,   &count,   &size, &upsideDown,    &dashboard,
-                &telemetry, &demoCars, &startAt, &mph,  &noAcceleration};
+        return {&window,    &view,      &path,     &frames,  &count, &size, &upsideDown,
+                &dashboard, &telemetry, &demoCars, &startAt, &mph,   &kmh,  &noAcceleration};
     }
 
     QList<QCommandLineOption> all() const
     {
-        return {window,  frames, count,          size, upsideDown, dashboard, telemetry, demoCars,
-                startAt, mph,    noAcceleration, json, verbose,    help,      version};
+        return {window,     view,           path,      frames,   count,   size,
+                upsideDown, dashboard,      telemetry, demoCars, startAt, mph,
+                kmh,        noAcceleration, json,      verbose,  help,    version};
     }
 };
 
@@ -105,7 +122,7 @@ std::optional<int> parseCount(const QString &text, int largest)
 // Each of these reads a part of the command line into `options`. The result says what is wrong, or
 // is empty.
 
-QString readMode(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readCommand(const QCommandLineParser &parser, const Declared &declared, Options &options)
 {
     const QStringList words = parser.positionalArguments();
     if (!words.isEmpty()) {
@@ -129,12 +146,53 @@ QString readMode(const QCommandLineParser &parser, const Declared &declared, Opt
                        options.command.verb == ProfileCommand::Verb::List;
     if (parser.isSet(declared.json) && !lists)
         return QStringLiteral("--json goes with 'profiles list'.");
-    if (!parser.isSet(declared.frames)) {
-        return parser.isSet(declared.count) ? QStringLiteral("--count goes with --frames.")
-                                            : QString();
+    return {};
+}
+
+QString readView(const QCommandLineParser &parser, const Declared &declared, Options &options)
+{
+    if (parser.isSet(declared.view)) {
+        options.view = parser.value(declared.view);
+        if (options.view != WindowView && options.view != EditorView) {
+            return QStringLiteral("--view knows %1 and %2, not '%3'.")
+                .arg(WindowView, EditorView, options.view);
+        }
     }
-    if (parser.isSet(declared.window))
-        return QStringLiteral("--window and --frames exclude each other.");
+    if (parser.isSet(declared.window)) {
+        if (options.view == EditorView)
+            return QStringLiteral("--window and --view DashboardEditor exclude each other.");
+        options.view = WindowView;
+    }
+    if (parser.isSet(declared.dashboard) && !parser.isSet(declared.frames)) {
+        if (options.view == EditorView)
+            return QStringLiteral("--dashboard goes with no editor; name the file with --path.");
+        options.view = WindowView;
+    }
+    if (parser.isSet(declared.path)) {
+        options.viewPath = parser.value(declared.path);
+        if (options.view != EditorView)
+            return QStringLiteral("--path goes with --view DashboardEditor.");
+        if (options.viewPath.isEmpty())
+            return QStringLiteral("--path needs a file.");
+    }
+    if (!options.view.isEmpty())
+        options.mode = Options::Mode::View;
+    return {};
+}
+
+QString readFrames(const QCommandLineParser &parser, const Declared &declared, Options &options)
+{
+    if (!parser.isSet(declared.frames)) {
+        for (const QCommandLineOption *option : {&declared.count, &declared.upsideDown}) {
+            if (parser.isSet(*option))
+                return QStringLiteral("--%1 goes with --frames.").arg(option->names().constFirst());
+        }
+        if (parser.isSet(declared.size) && options.mode == Options::Mode::Gallery)
+            return QStringLiteral("--size goes with --frames, --window or --view.");
+        return {};
+    }
+    if (!options.view.isEmpty())
+        return QStringLiteral("--frames shows no window, so it excludes --window and --view.");
     options.mode = Options::Mode::Frames;
     options.framesDirectory = parser.value(declared.frames);
     return options.framesDirectory.isEmpty() ? QStringLiteral("--frames needs a directory.")
@@ -199,6 +257,17 @@ QString readTelemetry(const QCommandLineParser &parser, const Declared &declared
     return {};
 }
 
+QString readUnits(const QCommandLineParser &parser, const Declared &declared, Options &options)
+{
+    const bool mph = parser.isSet(declared.mph);
+    const bool kmh = parser.isSet(declared.kmh);
+    if (mph && kmh)
+        return QStringLiteral("--mph and --kmh exclude each other.");
+    if (mph || kmh)
+        options.units = mph ? Options::Units::Mph : Options::Units::Kmh;
+    return {};
+}
+
 QString helpText(const QCommandLineParser &parser)
 {
     return parser.helpText() +
@@ -220,7 +289,8 @@ ParsedOptions parseOptions(const QStringList &arguments)
     const Declared declared;
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QStringLiteral("Shows a dashboard of GAUGE64, driven by a simulator's telemetry."));
+        QStringLiteral("Shows dashboards of GAUGE64, driven by a simulator's telemetry. Without "
+                       "arguments it opens the gallery."));
     parser.addOptions(declared.all());
     parser.addPositionalArgument(QStringLiteral("command"),
                                  QStringLiteral("'profiles ...' or 'vehicle ...', see below."),
@@ -240,12 +310,12 @@ ParsedOptions parseOptions(const QStringList &arguments)
     }
 
     Options options;
-    for (const auto read : {readMode, readPicture, readTelemetry}) {
+    for (const auto read :
+         {readCommand, readView, readPicture, readFrames, readTelemetry, readUnits}) {
         const QString error = read(parser, declared, options);
         if (!error.isEmpty())
             return failure(error);
     }
-    options.useMph = parser.isSet(declared.mph);
     options.hardwareAcceleration = !parser.isSet(declared.noAcceleration);
     options.verbose = parser.isSet(declared.verbose);
     return {ParsedOptions::Outcome::Run, options, {}};

@@ -11,18 +11,27 @@
 /// What the command line asks for.
 struct Options
 {
-    enum class Mode { Window, Frames, Command };
+    enum class Mode {
+        Gallery, ///< The collection of dashboards, and from there everything else.
+        View,    ///< One view of the library alone.
+        Frames,  ///< Pictures into files.
+        Command, ///< No window and no picture.
+    };
 
-    Mode mode = Mode::Window;
+    enum class Units { AsSet, Kmh, Mph };
+
+    Mode mode = Mode::Gallery;
+    QString view;              ///< Name of the view in mode `View`.
+    QString viewPath;          ///< A file for that view; empty for none.
     QString framesDirectory;   ///< Where the PNG files go.
     int frameCount = 250;      ///< Ten seconds at the engine's full rate.
-    std::optional<QSize> size; ///< Of the frames, or of the window at first, in pixels.
+    std::optional<QSize> size; ///< Of the frames, or of the view's window at first, in pixels.
     bool upsideDown = false;
-    QString dashboard; ///< A QML file, or a profile's name or id; empty leaves it to the store.
-    QString telemetry = QStringLiteral("demo");
+    QString dashboard;    ///< A QML file, or a profile's name or id; empty leaves it to the store.
+    QString telemetry;    ///< Empty leaves it to the settings.
     int demoCars = 1;     ///< Cars that the demo drives in turn.
     double startAt = 180; ///< Seconds into the telemetry.
-    bool useMph = false;
+    Units units = Units::AsSet;
     bool hardwareAcceleration = true;
     ProfileCommand command; ///< In mode `Command`.
     bool verbose = false;   ///< Progress messages of the library, too.

@@ -3,28 +3,18 @@
 #include "FrameSession.h"
 #include "GaugeLibrary.h"
 #include "IDashboardEngine.h"
-#include "LiveWindow.h"
 #include "MessageLog.h"
-#include "ProfileLookup.h"
-#include "TelemetryFeeder.h"
+#include "Options.h"
+#include "ProfileCommands.h"
 #include "Terminal.h"
 #include "VehicleNames.h"
-#include "ViewRegistry.h"
-#include "telemetry/DemoCars.h"
-#include "telemetry/TelemetryMonitor.h"
+#include "WindowSession.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QStandardPaths>
-#include <QtGui/QGuiApplication>
-
-#include <functional>
-#include <memory>
 
 namespace {
-
-constexpr quint32 DemoSeed = 64;
-
-using StartTelemetry = std::function<std::unique_ptr<TelemetryFeeder>()>;
 
 /// What an installation would have done: the place where a user's own dashboards go.
 void makeUserFolder()
@@ -39,48 +29,15 @@ void makeUserFolder()
     }
 }
 
-int showWindow(const Options &options, IDashboardEngine &engine,
-               const DashboardAbstractProfilesManager &store, const StartTelemetry &startTelemetry)
+/// A command shows nothing, so it needs no renderer.
+int runCommand(const Options &options, const GaugeLibrary &library)
 {
-    LiveWindow window(engine, options.upsideDown);
-    if (options.size)
-        window.resize(*options.size);
-    const auto nameWindow = [&] {
-        const auto active = store.profileHeader(store.activeProfileId());
-        const bool chosen = !options.dashboard.isEmpty() || active == nullptr;
-        window.setTitle(
-            QStringLiteral("%1 - GAUGE64").arg(chosen ? options.dashboard : active->name));
-    };
-    nameWindow();
-    QObject::connect(&store, &DashboardAbstractProfilesManager::newProfileActivated, &window,
-                     nameWindow);
-    window.show();
-    const std::unique_ptr<TelemetryFeeder> feeder = startTelemetry();
-    return QGuiApplication::exec();
-}
-
-int showDashboards(const Options &options, IDashboardEngine &engine,
-                   DashboardAbstractProfilesManager &store, VehicleNames &vehicles,
-                   const MessageLog &log)
-{
-    if (!options.dashboard.isEmpty()) {
-        engine.setDashboardFile(findDocument(store, options.dashboard));
-    } else if (store.activeProfileId() == DashboardProfileHeader::NoId) {
-        printError(QStringLiteral("There are no dashboards beside the program, nor of your own."));
-        return 1;
-    } else {
-        QObject::connect(&vehicles, &VehicleNames::vehicleChanged, &store,
-                         &DashboardAbstractProfilesManager::activateRecentProfileForVehicle);
-    }
-    TelemetryMonitor monitor;
-    const StartTelemetry startTelemetry = [&] {
-        return std::make_unique<TelemetryFeeder>(
-            std::make_unique<DemoCars>(DemoSeed, options.demoCars), options.startAt, engine,
-            vehicles, monitor);
-    };
-    return options.mode == Options::Mode::Frames
-               ? recordFrames(options, engine, log, startTelemetry)
-               : showWindow(options, engine, store, startTelemetry);
+    VehicleNames vehicles;
+    const auto engine = library.createEngine(false, false);
+    const auto store = library.createProfiles(*engine, vehicles);
+    const int result = runProfileCommand(options.command, *store, vehicles);
+    engine->shutdown();
+    return result;
 }
 
 } // namespace
@@ -94,19 +51,14 @@ int runSession(const Options &options)
         return 1;
     }
     makeUserFolder();
-
-    // A command shows nothing, so it needs no renderer.
-    const bool shows = options.mode != Options::Mode::Command;
-    ViewRegistry views;
-    VehicleNames vehicles;
-    const std::unique_ptr<IDashboardEngine> engine =
-        library.createEngine(options.useMph, options.hardwareAcceleration && shows);
-    const std::unique_ptr<DashboardAbstractProfilesManager> store =
-        library.createProfiles(*engine, vehicles);
-    library.init(views, *engine);
-
-    const int result = shows ? showDashboards(options, *engine, *store, vehicles, log)
-                             : runProfileCommand(options.command, *store, vehicles);
-    engine->shutdown();
-    return result;
+    switch (options.mode) {
+    case Options::Mode::Command:
+        return runCommand(options, library);
+    case Options::Mode::Frames:
+        return recordFrames(options, library, log);
+    case Options::Mode::Gallery:
+    case Options::Mode::View:
+        break;
+    }
+    return runWindows(options, library);
 }

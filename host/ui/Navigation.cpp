@@ -49,6 +49,11 @@ QStringList Navigation::openViews() const
     return names;
 }
 
+ViewWindow *Navigation::window(const QString &name) const
+{
+    return views.value(name).window;
+}
+
 void Navigation::closeViews()
 {
     for (const View &view : qAsConst(views))

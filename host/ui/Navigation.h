@@ -39,6 +39,9 @@ public:
     /// The names of the library's views that are on screen.
     QStringList openViews() const;
 
+    /// The window of a view, or null while it isn't open.
+    ViewWindow *window(const QString &name) const;
+
     /// Ends all views at once. They must end before the engine.
     void closeViews();
 

@@ -17,14 +17,15 @@ class OptionsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void withoutArgumentsTheStoresChoiceIsShownInAWindow()
+    void withoutArgumentsTheGalleryOpensAsSet()
     {
         const ParsedOptions parsed = parse(QString());
         QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
-        QCOMPARE(parsed.options.mode, Options::Mode::Window);
+        QCOMPARE(parsed.options.mode, Options::Mode::Gallery);
         QVERIFY(parsed.options.dashboard.isEmpty());
         QCOMPARE(parsed.options.demoCars, 1);
-        QCOMPARE(parsed.options.useMph, false);
+        QCOMPARE(parsed.options.units, Options::Units::AsSet);
+        QVERIFY(parsed.options.telemetry.isEmpty());
         QCOMPARE(parsed.options.hardwareAcceleration, true);
     }
 
@@ -44,9 +45,24 @@ private Q_SLOTS:
         QCOMPARE(options.dashboard, QStringLiteral("my.qml"));
         QCOMPARE(options.demoCars, 3);
         QCOMPARE(options.startAt, 12.5);
-        QVERIFY(options.useMph);
+        QCOMPARE(options.units, Options::Units::Mph);
         QVERIFY(!options.hardwareAcceleration);
         QVERIFY(options.verbose);
+    }
+
+    void oneViewAloneIsNamedOrImplied()
+    {
+        for (const char *line : {"--window", "--view DashboardWindow", "--dashboard my.qml",
+                                 "--window --dashboard my.qml --size 480x272 --kmh"}) {
+            const ParsedOptions parsed = parse(QString::fromLatin1(line));
+            QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
+            QCOMPARE(parsed.options.mode, Options::Mode::View);
+            QCOMPARE(parsed.options.view, QStringLiteral("DashboardWindow"));
+        }
+        const ParsedOptions editor = parse(QStringLiteral("--view DashboardEditor --path my.qml"));
+        QCOMPARE(editor.options.mode, Options::Mode::View);
+        QCOMPARE(editor.options.view, QStringLiteral("DashboardEditor"));
+        QCOMPARE(editor.options.viewPath, QStringLiteral("my.qml"));
     }
 
     void helpAndVersionArePrinted()
@@ -70,6 +86,15 @@ private Q_SLOTS:
         row("stray", "stray");
         row("--frames", "frames");
         row("--frames out --window", "--window");
+        row("--frames out --view DashboardEditor", "--view");
+        row("--view Cockpit", "'Cockpit'");
+        row("--view DashboardWindow --path my.qml", "--path");
+        row("--view DashboardEditor --dashboard my.qml", "--path");
+        row("--view DashboardEditor --window", "--window");
+        row("--path my.qml", "--view");
+        row("--mph --kmh", "--kmh");
+        row("--size 480x272", "--window");
+        row("--upside-down", "--frames");
         row("--count 5", "--frames");
         row("--frames out --count 0", "'0'");
         row("--frames out --count -3", "'-3'");

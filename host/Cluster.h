@@ -1,0 +1,46 @@
+#pragma once
+
+#include "DashboardAbstractProfilesManager.h"
+#include "IDashboardEngine.h"
+#include "TelemetryFeeder.h"
+#include "VehicleNames.h"
+#include "telemetry/TelemetryMonitor.h"
+#include "ui/Navigation.h"
+
+#include <memory>
+
+class GaugeLibrary;
+struct Options;
+
+/// An engine of the library with all that it needs to live: store, views, telemetry. GUI thread.
+class Cluster
+{
+public:
+    /// `options` and `library` are borrowed. `useMph` is what dashboards show.
+    Cluster(const Options &options, const GaugeLibrary &library, bool useMph);
+
+    /// Ends from the outside in: telemetry, views, store, engine.
+    ~Cluster();
+    Cluster(const Cluster &) = delete;
+    Cluster &operator=(const Cluster &) = delete;
+
+    /// Takes the dashboard that the options name, or lets the store follow the vehicles. False if
+    /// there is none to show.
+    bool chooseDashboard();
+
+    /// Starts to feed the engine from the source of this name.
+    void startTelemetry();
+
+    /// Updates that the engine got. 0 before `startTelemetry`.
+    int updatesSent() const { return feeder != nullptr ? feeder->updatesSent() : 0; }
+
+    VehicleNames vehicles;
+    TelemetryMonitor monitor;
+    Navigation navigation;
+    const std::unique_ptr<IDashboardEngine> engine;
+    std::unique_ptr<DashboardAbstractProfilesManager> store;
+
+private:
+    const Options &options;
+    std::unique_ptr<TelemetryFeeder> feeder;
+};
