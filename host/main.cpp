@@ -46,6 +46,7 @@ int main(int argc, char *argv[])
         qputenv("QSG_DISTANCEFIELD_ANTIALIASING", "gray");
 
     const QGuiApplication application(argc, argv);
+    QGuiApplication::setOrganizationName(QStringLiteral("GAUGE64"));
     QGuiApplication::setApplicationName(QStringLiteral("gauge-host"));
     return runSession(parsed.options);
 }

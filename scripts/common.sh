@@ -7,11 +7,11 @@ run_packages=(
   qtbase5-dev qtdeclarative5-dev qtquickcontrols2-5-dev
   qml-module-qtqml qml-module-qtquick2 qml-module-qtquick-controls2
   qml-module-qtquick-templates2 qml-module-qtquick-window2 qml-module-qtquick-layouts
-  qml-module-qtquick-shapes
+  qml-module-qtquick-shapes qml-module-qt-labs-folderlistmodel
   qtwayland5 libgl1-mesa-dri libgl-dev fonts-dejavu-core xvfb xauth imagemagick
 )
 test_packages=(
-  clang clang-format clang-tidy clazy qtdeclarative5-dev-tools binutils git
+  clang clang-format clang-tidy clazy qtdeclarative5-dev-tools binutils git openbox xdotool
 )
 bench_packages=(libbenchmark-dev)
 

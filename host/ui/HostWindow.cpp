@@ -7,6 +7,7 @@
 #include <QtCore/QUrl>
 #include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
 #include <QtQml/QQmlContext>
 
@@ -127,6 +128,15 @@ bool HostWindow::event(QEvent *event)
     closing = false;
     Q_EMIT closed();
     return handled;
+}
+
+void HostWindow::keyPressEvent(QKeyEvent *event)
+{
+    QQuickView::keyPressEvent(event);
+    if (!event->isAccepted() && event->matches(QKeySequence::Close)) {
+        event->accept();
+        close();
+    }
 }
 
 void HostWindow::restoreFullScreen()

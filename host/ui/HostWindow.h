@@ -13,7 +13,8 @@ class QUrl;
 /// closes the window and not the program. The document knows it as `qt_window`, and the navigation
 /// as `qt_navigation`.
 ///
-/// Position, size, full screen and stay-on-top are remembered under the window's name. GUI thread.
+/// Position, size, full screen and stay-on-top are remembered under the window's name. Ctrl+W
+/// closes it. GUI thread.
 class HostWindow : public QQuickView
 {
     Q_OBJECT
@@ -26,7 +27,7 @@ public:
     ~HostWindow() override;
 
     /// Loads the document and shows the window where it was seen last; at first in the middle of
-    /// the screen. A document that fails is logged and shown as its errors.
+    /// the screen. What fails in the document is logged.
     void open(const QUrl &document);
 
     /// Brings an open window to the user's eyes.
@@ -69,8 +70,9 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
-    /// Whether the last session left the window in full screen.
+    /// Shows the window in full screen, where the last session left it.
     virtual void restoreFullScreen();
 
 private:

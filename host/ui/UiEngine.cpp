@@ -12,6 +12,7 @@
 #include <QtQml/QQmlContext>
 
 #include <algorithm>
+#include <cmath>
 
 UiEngine::UiEngine()
 {
@@ -21,22 +22,22 @@ UiEngine::UiEngine()
     addImportPath(QStringLiteral("qrc:/qml/modules"));
     rootContext()->setContextProperty(QStringLiteral("qt_scale"), scale());
     QQmlComponent component(this, QUrl(QStringLiteral("qrc:/qml/Theme.qml")));
-    theme.reset(component.create());
+    QObject *theme = component.create();
     if (theme == nullptr)
         qCritical().noquote() << component.errorString();
-    rootContext()->setContextProperty(QStringLiteral("ux"), theme.get());
+    else
+        theme->setParent(this); // Ends after the documents and singletons that are bound to it.
+    rootContext()->setContextProperty(QStringLiteral("ux"), theme);
     // Language changes reach only the application object by themselves.
     QCoreApplication::instance()->installEventFilter(this);
 }
-
-UiEngine::~UiEngine() = default;
 
 qreal UiEngine::scale()
 {
     constexpr qreal DotsPerInchAtScale1 = 96;
     const QScreen *screen = QGuiApplication::primaryScreen();
     const qreal dots = screen != nullptr ? screen->logicalDotsPerInch() : DotsPerInchAtScale1;
-    return std::clamp(dots / DotsPerInchAtScale1, 0.75, 4.0);
+    return std::clamp(std::round(4 * dots / DotsPerInchAtScale1) / 4, 0.75, 4.0);
 }
 
 bool UiEngine::eventFilter(QObject *watched, QEvent *event)

@@ -2,8 +2,6 @@
 
 #include <QtQml/QQmlEngine>
 
-#include <memory>
-
 /// A QML engine as all windows of the host use it: it knows the theme as `ux`, the scale of the
 /// user interface as `qt_scale`, and the host's modules. Texts follow a change of the language.
 class UiEngine final : public QQmlEngine
@@ -12,14 +10,10 @@ class UiEngine final : public QQmlEngine
 
 public:
     UiEngine();
-    ~UiEngine() override;
 
-    /// Pixels per pixel at scale 1, from the screen's dots per inch; 0.75 to 4.
+    /// Pixels per pixel at scale 1, from the screen's dots per inch: 0.75 to 4 in quarters.
     static qreal scale();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
-
-private:
-    std::unique_ptr<QObject> theme;
 };

@@ -1,14 +1,42 @@
 #include "ui/ViewWindow.h"
 
 #include "IViewModel.h"
+#include "ui/UiEngine.h"
 
 #include <QtCore/QUrl>
 #include <QtCore/QVariant>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QScreen>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
 
 #include <utility>
+
+namespace {
+
+QScreen *secondScreen()
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    return screens.size() > 1 ? screens.at(1) : nullptr;
+}
+
+Qt::CursorShape cursorFor(Qt::Edges edges)
+{
+    const bool sideways = edges & (Qt::LeftEdge | Qt::RightEdge);
+    const bool upright = edges & (Qt::TopEdge | Qt::BottomEdge);
+    if (!sideways)
+        return Qt::SizeVerCursor;
+    if (!upright)
+        return Qt::SizeHorCursor;
+    const bool falling =
+        edges == (Qt::TopEdge | Qt::LeftEdge) || edges == (Qt::BottomEdge | Qt::RightEdge);
+    return falling ? Qt::SizeFDiagCursor : Qt::SizeBDiagCursor;
+}
+
+} // namespace
 
 ViewWindow::ViewWindow(const QString &name, Navigation &navigation,
                        std::unique_ptr<IViewModel> viewModel, bool frameless)
@@ -16,6 +44,10 @@ ViewWindow::ViewWindow(const QString &name, Navigation &navigation,
     , viewModel(std::move(viewModel))
 {
     setFlag(Qt::FramelessWindowHint, frameless);
+    if (frameless) {
+        if (QScreen *second = secondScreen())
+            setScreen(second);
+    }
     QObject *object = this->viewModel->asQObject();
     QQmlEngine::setObjectOwnership(object, QQmlEngine::CppOwnership);
     rootContext()->setContextProperty(QStringLiteral("cpp_viewModel"), object);
@@ -41,10 +73,67 @@ void ViewWindow::setArgument(const QVariant &argument)
     viewModel->setArgument(nullptr, 0, argument);
 }
 
-/// The document of the live dashboard keeps a state of its own.
 void ViewWindow::restoreFullScreen()
 {
+    switchFullScreen(true);
+}
+
+void ViewWindow::keyPressEvent(QKeyEvent *event)
+{
+    HostWindow::keyPressEvent(event);
+    if (event->isAccepted() || !isFrameless())
+        return;
+    const bool plain = event->modifiers() == Qt::NoModifier;
+    if (plain && (event->key() == Qt::Key_F11 || event->key() == Qt::Key_F))
+        switchFullScreen(!isFullScreen());
+    else if (plain && event->key() == Qt::Key_Escape && isFullScreen())
+        switchFullScreen(false);
+    else if (plain && event->key() == Qt::Key_Escape)
+        close();
+}
+
+void ViewWindow::mousePressEvent(QMouseEvent *event)
+{
+    const Qt::Edges edges = edgesAt(event->pos());
+    const bool resizes =
+        event->button() == Qt::LeftButton && edges != Qt::Edges() && startSystemResize(edges);
+    if (!resizes)
+        HostWindow::mousePressEvent(event);
+}
+
+void ViewWindow::mouseMoveEvent(QMouseEvent *event)
+{
+    HostWindow::mouseMoveEvent(event);
+    if (event->buttons() != Qt::NoButton || !isFrameless())
+        return;
+    const Qt::Edges edges = edgesAt(event->pos());
+    if (edges != Qt::Edges())
+        setCursor(cursorFor(edges));
+    else
+        unsetCursor();
+}
+
+/// The document of the live dashboard keeps a state of its own.
+void ViewWindow::switchFullScreen(bool on)
+{
     if (rootObject() != nullptr)
-        rootObject()->setProperty("fullScreen", true);
-    HostWindow::restoreFullScreen();
+        rootObject()->setProperty("fullScreen", on);
+    if (on)
+        showFullScreen();
+    else
+        showNormal();
+}
+
+/// The edges that are within the mouse's reach; none where the window can't be resized by them.
+Qt::Edges ViewWindow::edgesAt(const QPoint &position) const
+{
+    const int reach = qRound(5 * UiEngine::scale());
+    Qt::Edges edges;
+    if (!isFrameless() || isFullScreen())
+        return edges;
+    edges.setFlag(Qt::LeftEdge, position.x() < reach);
+    edges.setFlag(Qt::RightEdge, position.x() >= width() - reach);
+    edges.setFlag(Qt::TopEdge, position.y() < reach);
+    edges.setFlag(Qt::BottomEdge, position.y() >= height() - reach);
+    return edges;
 }

@@ -8,6 +8,10 @@ class IViewModel;
 class QVariant;
 
 /// A view of the library in a window: the document, and behind it the view model.
+///
+/// A frameless window, such as the live dashboard's, is resized at its edges, switched to and from
+/// full screen with F or F11, and closed with Escape, which ends full screen first. It opens on a
+/// second screen if there is one, and nothing is remembered.
 class ViewWindow final : public HostWindow
 {
     Q_OBJECT
@@ -26,7 +30,15 @@ public:
 
 protected:
     void restoreFullScreen() override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
 
 private:
+    bool isFrameless() const { return flags().testFlag(Qt::FramelessWindowHint); }
+    bool isFullScreen() const { return windowStates().testFlag(Qt::WindowFullScreen); }
+    void switchFullScreen(bool on);
+    Qt::Edges edgesAt(const QPoint &position) const;
+
     std::unique_ptr<IViewModel> viewModel;
 };

@@ -1,0 +1,218 @@
+#include "IDashboardEngine.h"
+#include "ViewBench.h"
+#include "support/LogCapture.h"
+
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+#include <QtGui/QGuiApplication>
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+#include <QtTest/QtTest>
+
+namespace {
+
+const QString View = QStringLiteral("DashboardEditor");
+const QByteArray Red =
+    "import QtQuick 2.15\nRectangle { width: 480; height: 272; color: '#ff0000' }\n";
+const QByteArray Blue =
+    "import QtQuick 2.15\nRectangle { width: 480; height: 272; color: '#0000ff' }\n";
+
+} // namespace
+
+class EditorWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { bench = std::make_unique<ViewBench>(); }
+    void cleanup() { bench.reset(); }
+
+    void itOpensWithTheFileAndWithoutAWarning()
+    {
+        const LogCapture log;
+        ViewWindow *window = bench->open(View, bench->makeDocument(Red));
+        QVERIFY(window != nullptr);
+        QCOMPARE(window->title(), QStringLiteral("Dashboard Editor"));
+        QCOMPARE(window->minimumSize(), QSize(900, 765));
+        QCOMPARE(window->size(), QSize(900, 765));
+        QTRY_COMPARE(previewColour(window), QColor(Qt::red));
+        QCOMPARE(log.lines, QStringList());
+
+        // A saved change shows, also one that replaces the file.
+        bench->makeDocument(Blue);
+        QTRY_COMPARE(previewColour(window), QColor(Qt::blue));
+    }
+
+    void everythingFitsInItsWindow()
+    {
+        ViewWindow *window = bench->open(View, bench->makeDocument(Red));
+        QVERIFY(window != nullptr);
+        for (const QSize size : {QSize(900, 765), QSize(1270, 765), QSize(900, 860)}) {
+            window->resize(size);
+            QTRY_COMPARE(window->rootObject()->size().toSize(), size);
+            const QQuickItem *ok = button(window, "OK");
+            const QQuickItem *note = ViewBench::find(window->rootObject(), "wrapMode", 4);
+            QVERIFY(ok != nullptr && note != nullptr);
+            const qreal noteEnd = note->mapToScene({0, note->height()}).y();
+            QVERIFY2(noteEnd <= ok->mapToScene({0, 0}).y(), qPrintable(QString::number(noteEnd)));
+        }
+    }
+
+    void slidersStepByKeysAndKeepTheirStart()
+    {
+        ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        QQuickItem *rpm = ViewBench::find(window->rootObject(), "value", 700.0);
+        QQuickItem *maxRpm = ViewBench::find(window->rootObject(), "value", 13000.0);
+        QVERIFY(rpm != nullptr && maxRpm != nullptr);
+        QCOMPARE(rpm->property("maximumValue").toReal(), 13000.0);
+        rpm->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(window, Qt::Key_Right);
+        QCOMPARE(rpm->property("value").toReal(), 701.0);
+
+        // Between two steps lies nothing, wherever the mouse lets go.
+        QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier,
+                          rpm->mapToScene({rpm->width() * 0.611, rpm->height() / 2}).toPoint());
+        const qreal value = rpm->property("value").toReal();
+        QVERIFY(value > 5000);
+        QCOMPARE(value, qreal(qRound(value)));
+
+        // Lowering the limit lowers what is above it.
+        maxRpm->setProperty("value", 4000);
+        QCOMPARE(rpm->property("maximumValue").toReal(), 4000.0);
+        QVERIFY(rpm->property("value").toReal() <= 4000);
+    }
+
+    void theFileDialogWorksByKeys()
+    {
+        const QString chosen = bench->makeDocument(Red);
+        QDir(bench->home.path()).mkdir(QStringLiteral("folder"));
+        ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        const QQuickItem *code = button(window, "Code");
+        QVERIFY(code != nullptr && !code->isEnabled());
+        QCOMPARE(window->rootContext()->contextProperty(QStringLiteral("cpp_viewModel")).isNull(),
+                 false);
+
+        // Escape gives up, and changes nothing.
+        answerDialog([](QWindow *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+        press(button(window, "..."));
+        QVERIFY(!code->isEnabled());
+
+        answerDialog([&chosen](QWindow *dialog) {
+            auto *view = qobject_cast<QQuickView *>(dialog);
+            QQuickItem *path = ViewBench::find(view->rootObject(), "selectByMouse", true);
+            path->forceActiveFocus();
+            path->setProperty("text", QFileInfo(chosen).absolutePath());
+            QTest::keyClick(dialog, Qt::Key_Return);
+            const QQuickItem *list = ViewBench::find(view->rootObject(), "currentIndex", 0);
+            QTRY_COMPARE(list->property("count").toInt(), 4); // Three folders and the file.
+            QTest::keyClick(dialog, Qt::Key_D);
+            QTest::keyClick(dialog, Qt::Key_A);
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        press(button(window, "..."));
+        QVERIFY(code->isEnabled());
+        QVERIFY(ViewBench::find(window->rootObject(), "text", chosen) != nullptr);
+    }
+
+    void everyRoadClosesItAlone()
+    {
+        const QSignalSpy quit(QCoreApplication::instance(), &QCoreApplication::aboutToQuit);
+        for (const char *road : {"OK", "frame", "quit"}) {
+            const QPointer<ViewWindow> window = bench->open(View, bench->makeDocument(Red));
+            QVERIFY(window != nullptr);
+            if (qstrcmp(road, "OK") == 0)
+                press(button(window, "OK"));
+            else if (qstrcmp(road, "frame") == 0)
+                window->close();
+            else
+                Q_EMIT window->engine()->quit();
+            QTRY_VERIFY2(window == nullptr, road);
+            QCOMPARE(bench->navigation->openViews(), QStringList());
+        }
+        QCOMPARE(quit.count(), 0);
+    }
+
+    void aSecondRequestBringsTheNewFile()
+    {
+        ViewWindow *window = bench->open(View, bench->makeDocument(Red));
+        QVERIFY(window != nullptr);
+        QFile other(bench->home.path("/Other.qml"));
+        QVERIFY(other.open(QIODevice::WriteOnly));
+        other.write(Blue);
+        other.close();
+        QCOMPARE(bench->open(View, other.fileName()), window);
+        QTRY_COMPARE(previewColour(window), QColor(Qt::blue));
+    }
+
+    void withoutAccelerationItSaysSo()
+    {
+        bench->start(false);
+        const LogCapture log;
+        ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        QVERIFY(ViewBench::find(window->rootObject(), "text",
+                                QStringLiteral("Not available without hardware acceleration")) !=
+                nullptr);
+        QCOMPARE(log.lines, QStringList());
+    }
+
+private:
+    static QQuickItem *button(const ViewWindow *window, const char *text)
+    {
+        for (QQuickItem *item : buttons(window->rootObject())) {
+            if (item->property("text").toString() == QLatin1String(text))
+                return item;
+        }
+        return nullptr;
+    }
+
+    static QList<QQuickItem *> buttons(const QQuickItem *root)
+    {
+        QList<QQuickItem *> found;
+        const QList<QQuickItem *> children = root->childItems();
+        for (QQuickItem *child : children) {
+            if (child->inherits("QQuickButton"))
+                found += child;
+            found += buttons(child);
+        }
+        return found;
+    }
+
+    static void press(QQuickItem *button)
+    {
+        button->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(button->window(), Qt::Key_Space);
+    }
+
+    /// Acts on the next dialog once it is there; it runs an event loop of its own.
+    static void answerDialog(const std::function<void(QWindow *)> &answer)
+    {
+        auto *look = new QTimer(QCoreApplication::instance());
+        QObject::connect(look, &QTimer::timeout, look, [look, answer] {
+            QWindow *dialog = QGuiApplication::modalWindow();
+            if (dialog == nullptr || QGuiApplication::focusWindow() != dialog)
+                return;
+            look->stop();
+            look->deleteLater();
+            answer(dialog);
+        });
+        look->start(10);
+    }
+
+    static QColor previewColour(ViewWindow *window)
+    {
+        const QQuickItem *preview = ViewBench::find(window->rootObject(), "fillMode", 1);
+        if (preview == nullptr)
+            return {};
+        const QPointF middle = preview->mapToScene({preview->width() / 2, preview->height() / 2});
+        return window->grabWindow().pixelColor(middle.toPoint());
+    }
+
+    WindowManager windowManager;
+    std::unique_ptr<ViewBench> bench;
+};
+
+QTEST_MAIN(EditorWindowTest)
+#include "EditorWindowTest.moc"

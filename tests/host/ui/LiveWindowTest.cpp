@@ -1,0 +1,254 @@
+#include "IDashboardEngine.h"
+#include "RealMouse.h"
+#include "ViewBench.h"
+#include "support/FakeConsumer.h"
+#include "support/LogCapture.h"
+
+#include <QtCore/QPointer>
+#include <QtGui/QGuiApplication>
+#include <QtTest/QtTest>
+
+namespace {
+
+const QString View = QStringLiteral("DashboardWindow");
+
+/// Four fields of one colour each, which survive smooth scaling.
+const QByteArray FourFields = R"(import QtQuick 2.15
+Grid {
+    width: 480; height: 272; columns: 2
+    Repeater { model: ["#c02020", "#20c020", "#2020c0", "#c0c020"]
+        Rectangle { width: 240; height: 136; color: modelData } }
+})";
+
+} // namespace
+
+class LiveWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        bench = std::make_unique<ViewBench>();
+        bench->engine->setDashboardFile(bench->makeDocument(FourFields));
+        bench->startTelemetry();
+        // The mouse is nowhere near the window.
+        QVERIFY(RealMouse::moveTo({5, 5}));
+    }
+    void cleanup()
+    {
+        QVERIFY(RealMouse::release());
+        bench.reset();
+    }
+
+    void itOpensInTheMiddleWithoutAWarning()
+    {
+        const LogCapture log;
+        const ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        QCOMPARE(window->title(), QStringLiteral("Dashboard"));
+        QCOMPARE(window->size(), QSize(480, 272));
+        QCOMPARE(window->minimumSize(), QSize(480, 272));
+        QVERIFY(window->flags() & Qt::FramelessWindowHint);
+        QTRY_VERIFY((window->geometry().center() - QPoint(640, 450)).manhattanLength() < 40);
+        QCOMPARE(log.lines, QStringList());
+    }
+
+    void itShowsTheFrameThatTheEngineDelivers()
+    {
+        ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        FakeConsumer consumer(480, 272);
+        bench->engine->addConsumer(&consumer);
+        QTRY_VERIFY(consumer.deliveries.size() > 3);
+        bench->engine->removeConsumer(&consumer);
+        const Frame &frame = consumer.deliveries.back().frame;
+        const QImage delivered(frame.data(), 480, 272, QImage::Format_ARGB32_Premultiplied);
+        QTRY_COMPARE(window->grabWindow().pixelColor(100, 60), QColor(0xc0, 0x20, 0x20));
+        const QImage shown = window->grabWindow();
+        QCOMPARE(shown.size(), delivered.size());
+        // Between the fields smoothing may differ, not inside of them.
+        for (const QPoint point :
+             {QPoint(4, 4), QPoint(470, 10), QPoint(10, 260), QPoint(470, 262)})
+            QCOMPARE(shown.pixelColor(point), delivered.pixelColor(point));
+    }
+
+    void controlsShowWhileTheMouseIsOverTheWindow()
+    {
+        ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        const QQuickItem *close =
+            ViewBench::find(window->rootObject(), "toolTip", QStringLiteral("Close this window"));
+        QVERIFY(close != nullptr);
+        QVERIFY(!close->isVisible());
+        QVERIFY(RealMouse::moveTo(window->geometry().center()));
+        QTRY_VERIFY(close->isVisible());
+        // Over the button itself, too, which covers the area that had shown it.
+        QVERIFY(RealMouse::moveTo(ViewBench::middle(close)));
+        QTRY_VERIFY(close->property("containsMouse").toBool());
+        QVERIFY(close->isVisible());
+        QVERIFY(RealMouse::moveTo({5, 5}));
+        QTRY_VERIFY(!close->isVisible());
+    }
+
+    void aDragMovesTheWindowByTheCursorsWay()
+    {
+        ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        const QPoint before = window->position();
+        const QPoint grip = window->geometry().center();
+        QVERIFY(pressAt(window, grip));
+        QVERIFY(RealMouse::moveTo(grip + QPoint(50, 20)));
+        QVERIFY(RealMouse::moveTo(grip + QPoint(120, -70)));
+        QTRY_COMPARE(window->position(), before + QPoint(120, -70));
+        QVERIFY(RealMouse::release());
+        QTRY_VERIFY(!dragArea(window)->property("pressed").toBool());
+        QVERIFY(RealMouse::moveTo(grip + QPoint(100, -60)));
+        QTRY_COMPARE(dragArea(window)->property("mouseX").toInt(),
+                     (grip + QPoint(100, -60) - window->position()).x());
+        QCOMPARE(window->position(), before + QPoint(120, -70));
+
+        // The place outlives the window.
+        QTRY_COMPARE(WindowPlace::load(View).geometry.topLeft(), before + QPoint(120, -70));
+        window->close();
+        window = bench->open(View);
+        QVERIFY(window != nullptr);
+        QTRY_COMPARE(window->position(), before + QPoint(120, -70));
+    }
+
+    void aDoubleClickSwitchesFullScreenWhichNothingMoves()
+    {
+        ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        const QRect before = window->geometry();
+        QVERIFY(RealMouse::moveTo(before.center()) && RealMouse::doubleClick());
+        QTRY_COMPARE(window->geometry(), QRect(0, 0, 1280, 900));
+        QVERIFY(window->rootObject()->property("fullScreen").toBool());
+
+        QVERIFY(pressAt(window, {300, 300}));
+        QVERIFY(RealMouse::moveTo({500, 500}));
+        QTRY_COMPARE(dragArea(window)->property("mouseX").toInt(), 500);
+        QVERIFY(RealMouse::release());
+        QTRY_VERIFY(!dragArea(window)->property("pressed").toBool());
+        QCOMPARE(window->geometry(), QRect(0, 0, 1280, 900));
+
+        // It comes back in full screen, and from there to its old place.
+        window->close();
+        window = bench->open(View);
+        QVERIFY(window != nullptr);
+        QTRY_COMPARE(window->geometry(), QRect(0, 0, 1280, 900));
+        QVERIFY(RealMouse::moveTo({640, 450}) && RealMouse::doubleClick());
+        QTRY_VERIFY(!window->windowStates().testFlag(Qt::WindowFullScreen));
+        QTRY_COMPARE(window->geometry(), before);
+    }
+
+    void keysSwitchFullScreenAndClose()
+    {
+        QPointer<ViewWindow> window = bench->open(View);
+        QVERIFY(window != nullptr);
+        QTest::keyClick(window.data(), Qt::Key_F11);
+        QTRY_VERIFY(window->windowStates().testFlag(Qt::WindowFullScreen));
+        QVERIFY(window->rootObject()->property("fullScreen").toBool());
+        QTest::keyClick(window.data(), Qt::Key_Escape);
+        QTRY_VERIFY(!window->windowStates().testFlag(Qt::WindowFullScreen));
+        QVERIFY(!window->rootObject()->property("fullScreen").toBool());
+        QTest::keyClick(window.data(), Qt::Key_Escape);
+        QTRY_VERIFY(window == nullptr);
+        QVERIFY(!bench->engine->hasConsumers());
+    }
+
+    void stayOnTopIsRememberedAndMovesNothing()
+    {
+        ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        const QRect before = window->geometry();
+        QVERIFY(!window->isStayOnTop());
+        window->toggleStayOnTop();
+        QVERIFY(window->isStayOnTop());
+        QTest::qWait(50);
+        QVERIFY(window->isVisible());
+        QCOMPARE(window->geometry(), before);
+        window->close();
+        window = bench->open(View);
+        QVERIFY(window != nullptr);
+        QVERIFY(window->isStayOnTop());
+    }
+
+    void theCloseButtonClosesTheWindowAndNotTheProgram()
+    {
+        const QPointer<ViewWindow> window = bench->open(View);
+        QVERIFY(window != nullptr);
+        const QSignalSpy quit(QCoreApplication::instance(), &QCoreApplication::aboutToQuit);
+        const QQuickItem *close =
+            ViewBench::find(window->rootObject(), "toolTip", QStringLiteral("Close this window"));
+        QVERIFY(RealMouse::moveTo(ViewBench::middle(close)));
+        QTRY_VERIFY(close->isVisible());
+        QVERIFY(RealMouse::press() && RealMouse::release());
+        QTRY_VERIFY(window == nullptr);
+        QCOMPARE(quit.count(), 0);
+        QCOMPARE(bench->navigation->openViews(), QStringList());
+    }
+
+    void aHiddenWindowCostsNoFrames()
+    {
+        ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        QVERIFY(bench->engine->hasConsumers());
+        window->hide();
+        QVERIFY(!bench->engine->hasConsumers());
+        window->show();
+        QVERIFY(bench->engine->hasConsumers());
+    }
+
+    void aPlaceThatIsOnNoScreenIsForgotten()
+    {
+        WindowPlace place;
+        place.geometry = QRect(9000, 9000, 500, 300);
+        place.save(View);
+        const ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        QTRY_VERIFY(QRect(0, 0, 1280, 900).contains(window->geometry()));
+        QCOMPARE(window->size(), QSize(480, 272));
+    }
+
+    void sizesFollowInStepsAndEveryOrderOfTheEndIsSafe()
+    {
+        for (int round = 0; round < 4; ++round) {
+            QPointer<ViewWindow> window = bench->open(View);
+            QVERIFY(window != nullptr);
+            for (int step = 0; step < 12; ++step) {
+                window->resize(480 + 31 * step, 272 + 17 * step);
+                QCoreApplication::processEvents();
+            }
+            QTRY_VERIFY(!window->grabWindow().isNull());
+            if (round == 0)
+                bench->navigation->closeViews();
+            else if (round == 1)
+                window->close();
+            else if (round == 2)
+                delete window;
+            else
+                bench->stop();
+        }
+    }
+
+private:
+    static const QQuickItem *dragArea(const ViewWindow *window)
+    {
+        return ViewBench::find(window->rootObject(), "acceptedButtons", Qt::LeftButton);
+    }
+
+    /// The document asks for the cursor when it hears of the press, so the mouse must wait.
+    static bool pressAt(const ViewWindow *window, const QPoint &position)
+    {
+        const QQuickItem *area = dragArea(window);
+        return RealMouse::moveTo(position) && RealMouse::press() &&
+               QTest::qWaitFor([area] { return area->property("pressed").toBool(); });
+    }
+
+    WindowManager windowManager;
+    std::unique_ptr<ViewBench> bench;
+};
+
+QTEST_MAIN(LiveWindowTest)
+#include "LiveWindowTest.moc"

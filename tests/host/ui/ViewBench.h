@@ -1,0 +1,63 @@
+#pragma once
+
+#include "GaugeLibrary.h"
+#include "support/TemporaryHome.h"
+#include "ui/Navigation.h"
+#include "ui/ViewWindow.h"
+
+#include <QtCore/QProcess>
+#include <QtQuick/QQuickItem>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+/// A window manager on the test's screen while it lives.
+class WindowManager
+{
+public:
+    WindowManager();
+    ~WindowManager();
+    WindowManager(const WindowManager &) = delete;
+    WindowManager &operator=(const WindowManager &) = delete;
+
+private:
+    QProcess process;
+};
+
+/// The library's views in windows of the host, with telemetry as long as
+/// a test wants it.
+class ViewBench
+{
+public:
+    ViewBench();
+    ~ViewBench();
+
+    /// A dashboard of its own in the home: the document's text.
+    QString makeDocument(const QByteArray &text) const;
+
+    /// Makes the engine anew.
+    void start(bool hardwareAcceleration = true);
+    void stop();
+
+    void startTelemetry();
+    void stopTelemetry();
+
+    /// Opens a view and waits until its window is on the screen.
+    ViewWindow *open(const QString &view, const QVariant &argument = {});
+
+    /// The middle of an item, on the screen.
+    static QPoint middle(const QQuickItem *item);
+
+    /// The item below `root` whose property has this value; null if there is none.
+    static QQuickItem *find(const QQuickItem *root, const char *property, const QVariant &value);
+
+    TemporaryHome home;
+    std::unique_ptr<IDashboardEngine> engine;
+    std::unique_ptr<Navigation> navigation;
+
+private:
+    GaugeLibrary library{QStringLiteral(GAUGE64_DIRECTORY)};
+    std::atomic<bool> feeding{false};
+    std::thread feeder;
+};
