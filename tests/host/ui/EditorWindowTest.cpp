@@ -5,7 +5,6 @@
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
-#include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtTest/QtTest>
 
@@ -85,14 +84,15 @@ private Q_SLOTS:
 
     void theFileDialogWorksByKeys()
     {
-        const QString chosen = bench->makeDocument(Red);
-        QDir(bench->home.path()).mkdir(QStringLiteral("folder"));
+        const QDir folder(bench->home.path("/folder"));
+        QVERIFY(folder.mkpath(QStringLiteral("deeper")));
+        const QString chosen = folder.filePath(QStringLiteral("Dash.qml"));
+        QVERIFY(QFile::copy(bench->makeDocument(Red), chosen));
+        QVERIFY(QFile::copy(chosen, folder.filePath(QStringLiteral("Dash.txt"))));
         ViewWindow *window = bench->open(View);
         QVERIFY(window != nullptr);
         const QQuickItem *code = button(window, "Code");
         QVERIFY(code != nullptr && !code->isEnabled());
-        QCOMPARE(window->rootContext()->contextProperty(QStringLiteral("cpp_viewModel")).isNull(),
-                 false);
 
         // Escape gives up, and changes nothing.
         answerDialog([](QWindow *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
@@ -103,10 +103,10 @@ private Q_SLOTS:
             auto *view = qobject_cast<QQuickView *>(dialog);
             QQuickItem *path = ViewBench::find(view->rootObject(), "selectByMouse", true);
             path->forceActiveFocus();
-            path->setProperty("text", QFileInfo(chosen).absolutePath());
+            path->setProperty("text", QFileInfo(chosen).path());
             QTest::keyClick(dialog, Qt::Key_Return);
             const QQuickItem *list = ViewBench::find(view->rootObject(), "currentIndex", 0);
-            QTRY_COMPARE(list->property("count").toInt(), 4); // Three folders and the file.
+            QTRY_COMPARE(list->property("count").toInt(), 2); // The folder in it and the document.
             QTest::keyClick(dialog, Qt::Key_D);
             QTest::keyClick(dialog, Qt::Key_A);
             QTest::keyClick(dialog, Qt::Key_Return);
@@ -197,6 +197,7 @@ private:
             look->stop();
             look->deleteLater();
             answer(dialog);
+            dialog->close(); // In case the answer failed half-way.
         });
         look->start(10);
     }

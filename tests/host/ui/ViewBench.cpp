@@ -12,8 +12,9 @@ WindowManager::WindowManager()
 {
     process.start(QStringLiteral("openbox"), QStringList());
     const auto manages = [] {
-        return QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("get_num_desktops")}) ==
-               0;
+        QProcess question;
+        question.start(QStringLiteral("xdotool"), {QStringLiteral("get_num_desktops")});
+        return question.waitForFinished() && question.exitCode() == 0;
     };
     if (!process.waitForStarted() || !QTest::qWaitFor(manages, 20'000))
         qFatal("There is no window manager.");
