@@ -1,0 +1,108 @@
+#pragma once
+
+#include <QtCore/QFlags>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <vector>
+
+class QSettings;
+
+/// A source of telemetry that the settings offer.
+struct TelemetrySourceChoice
+{
+    QString name;      ///< As `--telemetry` takes it.
+    const char *title; ///< English, marked with QT_TRANSLATE_NOOP("TelemetrySources", ...).
+};
+
+/// What the user has set, kept in the program's QSettings; organisation and application must be
+/// set before. A value that can't be read counts as its default, and `problem` says so. What can't
+/// be saved holds for this run. GUI thread.
+class HostSettings final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool useMph READ useMph WRITE setUseMph NOTIFY useMphChanged)
+    Q_PROPERTY(QString startupDashboard READ startupDashboard WRITE setStartupDashboard NOTIFY
+                   startupDashboardChanged)
+    Q_PROPERTY(QString telemetrySource READ telemetrySource WRITE setTelemetrySource NOTIFY
+                   telemetrySourceChanged)
+    Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
+    Q_PROPERTY(bool restartNeeded READ restartNeeded NOTIFY restartNeededChanged)
+    Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
+
+public:
+    /// `sources` holds "demo", the default.
+    explicit HostSettings(std::vector<TelemetrySourceChoice> sources);
+
+    bool useMph() const { return mph; }
+    void setUseMph(bool useMph);
+
+    /// A profile's name, or empty for the one used last.
+    QString startupDashboard() const { return dashboard; }
+    void setStartupDashboard(const QString &name);
+
+    /// The start-up dashboard if it is one of `profiles`, else empty; one that is gone becomes a
+    /// problem.
+    QString startupDashboardAmong(const QStringList &profiles);
+
+    /// One of the sources' names.
+    QString telemetrySource() const { return source; }
+    void setTelemetrySource(const QString &name);
+    const std::vector<TelemetrySourceChoice> &telemetrySources() const { return sources; }
+
+    /// "en", "de", or empty for the system's.
+    QString language() const { return chosenLanguage; }
+    void setLanguage(const QString &language);
+
+    /// Whether a setting has changed that the running session was built with.
+    bool restartNeeded() const;
+
+    /// The session that is being built takes the settings as they are.
+    void sessionStarted();
+
+    /// What the user should know, a sentence a line; empty if all is well.
+    QString problem() const;
+
+Q_SIGNALS:
+    void useMphChanged();
+    void startupDashboardChanged();
+    void telemetrySourceChanged();
+    void languageChanged();
+    void restartNeededChanged();
+    void problemChanged();
+
+private:
+    enum Problem {
+        DamagedFile = 1,
+        Units = 2,
+        Dashboard = 4,
+        Source = 8,
+        Language = 16,
+        NotSaved = 32,
+        DashboardGone = 64,
+    };
+    Q_DECLARE_FLAGS(Problems, Problem)
+
+    struct SessionPart
+    {
+        bool mph = false;
+        QString source;
+    };
+
+    void load();
+    QString read(const QSettings &settings, const QString &key, const QString &fallback,
+                 Problem problem);
+    void save(const QString &key, const QString &value);
+    void setProblem(Problem problem, bool present);
+    bool isSource(const QString &name) const;
+    void changeSessionPart(bool useMph, const QString &sourceName);
+
+    const std::vector<TelemetrySourceChoice> sources;
+    bool mph = false;
+    QString dashboard;
+    QString source;
+    QString chosenLanguage;
+    SessionPart session;
+    Problems problems;
+};
