@@ -8,6 +8,7 @@ run_packages=(
   qml-module-qtqml qml-module-qtquick2 qml-module-qtquick-controls2
   qml-module-qtquick-templates2 qml-module-qtquick-window2 qml-module-qtquick-layouts
   qml-module-qtquick-shapes qml-module-qt-labs-folderlistmodel
+  qttools5-dev-tools qttranslations5-l10n
   qtwayland5 libgl1-mesa-dri libgl-dev fonts-dejavu-core xvfb xauth imagemagick
 )
 test_packages=(

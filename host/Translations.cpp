@@ -1,0 +1,76 @@
+#include "Translations.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QLibraryInfo>
+#include <QtCore/QLocale>
+
+#include <utility>
+
+/// The linker drops a static library's resources unless they are asked for, outside of namespaces.
+static void initResources()
+{
+    Q_INIT_RESOURCE(i18n);
+}
+
+namespace {
+
+bool isKnown(const QString &language)
+{
+    return language == QLatin1String("en") || language == QLatin1String("de");
+}
+
+} // namespace
+
+Translations::Translations()
+    : Translations(QLocale::system().uiLanguages())
+{
+}
+
+Translations::Translations(QStringList systemLanguages)
+    : systemLanguages(std::move(systemLanguages))
+{
+    initResources();
+}
+
+Translations::~Translations()
+{
+    use(QStringLiteral("en"));
+}
+
+void Translations::use(const QString &language)
+{
+    const QString wanted = isKnown(language) ? language : systemLanguage();
+    if (wanted == used)
+        return;
+    used = wanted;
+    for (const std::unique_ptr<QTranslator> &translator : translators)
+        QCoreApplication::removeTranslator(translator.get());
+    translators.clear();
+    if (used == QLatin1String("en"))
+        return; // What the sources are written in.
+    const QString qtFolder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+    for (const char *name : {"qtbase", "qtdeclarative"})
+        install(QLatin1String(name), qtFolder);
+    install(QStringLiteral("gauge-host"), QStringLiteral(":/i18n"));
+}
+
+QString Translations::systemLanguage() const
+{
+    for (const QString &name : systemLanguages) {
+        // A name is a language, perhaps with a script and a country behind it.
+        QString language = name.section(QLatin1Char('-'), 0, 0);
+        if (isKnown(language))
+            return language;
+    }
+    return QStringLiteral("en");
+}
+
+/// Goes without a translation that isn't there: Qt's own come with a package that may be missing.
+void Translations::install(const QString &name, const QString &folder)
+{
+    auto translator = std::make_unique<QTranslator>();
+    if (!translator->load(name + QLatin1Char('_') + used, folder))
+        return;
+    QCoreApplication::installTranslator(translator.get());
+    translators.push_back(std::move(translator));
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QTranslator>
+
+#include <memory>
+#include <vector>
+
+/// The language of the program, its library and Qt's own texts: installs and takes out translators
+/// on the application object. Windows hear of a change by QEvent::LanguageChange. GUI thread; must
+/// end before the application object.
+class Translations final
+{
+public:
+    Translations();
+
+    /// `systemLanguages` holds what the system's user wants, like "de-AT", the best first.
+    explicit Translations(QStringList systemLanguages);
+
+    ~Translations();
+
+    Translations(const Translations &) = delete;
+    Translations &operator=(const Translations &) = delete;
+
+    /// "en", "de", or empty for the first language of the system's that there is; else English.
+    void use(const QString &language);
+
+    /// What is in use: "en" or "de".
+    QString language() const { return used; }
+
+private:
+    QString systemLanguage() const;
+    void install(const QString &name, const QString &folder);
+
+    const QStringList systemLanguages;
+    QString used = QStringLiteral("en");
+    std::vector<std::unique_ptr<QTranslator>> translators;
+};
