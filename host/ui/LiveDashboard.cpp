@@ -1,0 +1,154 @@
+#include "ui/LiveDashboard.h"
+
+#include "IDashboardEngine.h"
+
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGSimpleTextureNode>
+
+#include <algorithm>
+
+namespace {
+
+constexpr QSize DesignSize(480, 272);
+
+/// A texture that reads its pixels from the node's own vector: the upload happens later on the
+/// thread that renders, when the item already takes the next frame.
+class FrameNode final : public QSGSimpleTextureNode
+{
+public:
+    FrameNode()
+    {
+        setOwnsTexture(true);
+        setFiltering(QSGTexture::Linear);
+    }
+
+    void show(QQuickWindow &window, const QImage &image)
+    {
+        setTexture(window.createTextureFromImage(image, QQuickWindow::TextureIsOpaque));
+    }
+
+    Frame pixels;
+};
+
+} // namespace
+
+LiveDashboard::LiveDashboard(QQuickItem *parent)
+    : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+    watch(window()); // That of a parent has been taken before this class could hear of it.
+}
+
+LiveDashboard::~LiveDashboard()
+{
+    if (joined)
+        engine->removeConsumer(this);
+}
+
+void LiveDashboard::attach(IDashboardEngine &newEngine)
+{
+    engine = &newEngine;
+    showWaiting();
+    joinOrLeave();
+}
+
+void LiveDashboard::showWaiting()
+{
+    if (engine == nullptr)
+        return;
+    constexpr int LargestScale = 4;
+    const int scale = std::clamp(
+        (frameSize().width() + DesignSize.width() - 1) / DesignSize.width(), 1, LargestScale);
+    const std::unique_ptr<QImage> image = engine->createWaitingImage(scale);
+    waiting = image != nullptr ? *image : QImage();
+    content = Content::Waiting;
+    update();
+}
+
+void LiveDashboard::deliverFrame(Frame &buffer, int bufferWidth)
+{
+    // The engine may hand over a vector that no picture fitted into.
+    if (bufferWidth < 1 || buffer.size() < frameBytes(bufferWidth, 1))
+        return;
+    frame.swap(buffer);
+    width = bufferWidth;
+    content = Content::Frame;
+    update();
+}
+
+QSGNode *LiveDashboard::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData * /*data*/)
+{
+    auto *node = static_cast<FrameNode *>(oldNode);
+    if (node == nullptr) {
+        if (waiting.isNull())
+            return nullptr;
+        // The scene owns it from here on. One that was lost takes its frame along.
+        node = std::make_unique<FrameNode>().release();
+        if (content == Content::Shown)
+            content = Content::Waiting;
+    }
+    if (content == Content::Waiting) {
+        node->show(*window(), waiting);
+    } else if (content == Content::Frame) {
+        const int rowBytes = static_cast<int>(frameBytes(width, 1));
+        node->pixels.swap(frame);
+        node->show(*window(), QImage(node->pixels.data(), width,
+                                     static_cast<int>(node->pixels.size()) / rowBytes, rowBytes,
+                                     QImage::Format_ARGB32_Premultiplied));
+    }
+    content = Content::Shown;
+    const QSizeF size = QSizeF(DesignSize).scaled(boundingRect().size(), Qt::KeepAspectRatio);
+    QRectF box(QPointF(), size);
+    box.moveCenter(boundingRect().center());
+    node->setRect(box);
+    return node;
+}
+
+void LiveDashboard::itemChange(ItemChange change, const ItemChangeData &value)
+{
+    if (change == ItemSceneChange)
+        watch(value.window);
+    QQuickItem::itemChange(change, value);
+    if (change == ItemSceneChange || change == ItemVisibleHasChanged)
+        joinOrLeave();
+}
+
+void LiveDashboard::geometryChanged(const QRectF &newGeometry, const QRectF &oldGeometry)
+{
+    QQuickItem::geometryChanged(newGeometry, oldGeometry);
+    if (newGeometry.size() != oldGeometry.size())
+        update();
+}
+
+void LiveDashboard::watch(QQuickWindow *place)
+{
+    disconnect(windowWatch);
+    if (place == nullptr)
+        return;
+    windowWatch = connect(place, &QWindow::visibilityChanged, this, &LiveDashboard::joinOrLeave);
+}
+
+/// In pixels of the screen.
+QSize LiveDashboard::frameSize() const
+{
+    const qreal ratio = window() != nullptr ? window()->effectiveDevicePixelRatio() : 1.0;
+    return DesignSize.scaled((boundingRect().size() * ratio).toSize(), Qt::KeepAspectRatio);
+}
+
+bool LiveDashboard::canBeSeen() const
+{
+    const QQuickWindow *const place = window();
+    return isVisible() && place != nullptr && place->isVisible() &&
+           place->visibility() != QWindow::Minimized;
+}
+
+void LiveDashboard::joinOrLeave()
+{
+    if (engine == nullptr || joined == canBeSeen())
+        return;
+    joined = !joined;
+    if (joined)
+        engine->addConsumer(this);
+    else
+        engine->removeConsumer(this);
+}

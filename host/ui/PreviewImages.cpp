@@ -1,0 +1,45 @@
+#include "ui/PreviewImages.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QFileInfo>
+#include <QtGui/QImageReader>
+
+namespace {
+
+constexpr QSize LargestPicture(4096, 4096); ///< In pixels; 64 MB in memory.
+
+/// Safe in an address whatever the path's characters.
+constexpr QByteArray::Base64Options Encoding =
+    QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals;
+
+} // namespace
+
+QString PreviewImages::address(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!file.isFile())
+        return {};
+    return QStringLiteral("image://%1/%2/%3-%4")
+        .arg(QLatin1String(Name), QString::fromLatin1(path.toUtf8().toBase64(Encoding)))
+        .arg(file.lastModified().toMSecsSinceEpoch())
+        .arg(file.size());
+}
+
+QImage PreviewImages::requestImage(const QString &id, QSize *size, const QSize &requestedSize)
+{
+    const QByteArray encoded = id.section(QLatin1Char('/'), 0, 0).toLatin1();
+    QImageReader reader(QString::fromUtf8(QByteArray::fromBase64(encoded, Encoding)));
+    reader.setDecideFormatFromContent(true);
+    const QSize whole = reader.size();
+    if (!whole.isValid() || whole.boundedTo(LargestPicture) != whole)
+        return {};
+    if (requestedSize.isValid() && !requestedSize.isEmpty()) {
+        const QSize fitting = whole.scaled(requestedSize, Qt::KeepAspectRatio);
+        if (fitting.width() < whole.width())
+            reader.setScaledSize(fitting.expandedTo(QSize(1, 1)));
+    }
+    QImage image = reader.read();
+    if (size != nullptr)
+        *size = image.size();
+    return image;
+}

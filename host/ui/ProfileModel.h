@@ -1,0 +1,117 @@
+#pragma once
+
+#include "DashboardProfile.h"
+
+#include <QtCore/QAbstractListModel>
+#include <QtCore/QThreadPool>
+#include <QtCore/QVariantMap>
+
+#include <vector>
+
+class DashboardAbstractProfilesManager;
+
+/// The dashboards of the store as a list for the gallery: sorted by name, narrowed by a search, and
+/// changed row by row, so that a view keeps its place. The built-in dashboard named "Template" is
+/// no row. Belongs to the GUI thread; the store is read on another one, since it may be busy with
+/// files for long.
+class ProfileModel final : public QAbstractListModel
+{
+    Q_OBJECT
+    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(int total READ total NOTIFY countChanged)
+    Q_PROPERTY(QVariantMap activeProfile READ activeProfile NOTIFY activeProfileChanged)
+    Q_PROPERTY(int templateId READ templateId NOTIFY countChanged)
+
+public:
+    using Id = DashboardProfileHeader::Id;
+
+    enum Role {
+        ProfileIdRole = Qt::UserRole,
+        NameRole,
+        PreviewRole,
+        BuiltInRole,
+        ActiveRole,
+        VehicleCountRole
+    };
+
+    /// What is shown of one dashboard.
+    struct Card
+    {
+        Id id = DashboardProfileHeader::NoId;
+        QString name;
+        QString preview; ///< Address for `Image`; another one when the file has changed.
+        bool builtIn = false;
+        bool active = false;
+        QStringList vehicles; ///< Sorted.
+        QString document;     ///< Absolute path.
+        QString folder;       ///< Path as the system writes it.
+    };
+
+    /// Reads the store at once and follows its signals, from whatever thread they come. The store
+    /// is borrowed.
+    explicit ProfileModel(const DashboardAbstractProfilesManager &store);
+    ~ProfileModel() override;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// What rows must match: each of its words the name or a vehicle, in any case and without
+    /// regard to accents.
+    QString searchText() const { return search; }
+    void setSearchText(const QString &text);
+
+    int count() const { return static_cast<int>(rows.size()); }
+
+    /// Rows there would be without a search.
+    int total() const;
+
+    /// The active dashboard as in `profile`, empty if there is none.
+    QVariantMap activeProfile() const;
+
+    /// The dashboard that new ones are copied from, or `NoId`.
+    Id templateId() const;
+
+    /// The dashboard with the keys profileId, name, preview, builtIn, active, vehicles,
+    /// document and folder, whether it matches the search or not; empty if it is gone.
+    Q_INVOKABLE QVariantMap profile(int id) const;
+
+    /// The row of a dashboard, or -1 if it isn't shown.
+    Q_INVOKABLE int rowOf(int id) const;
+
+    /// The dashboard at a row, or `NoId`.
+    Q_INVOKABLE int idAt(int row) const;
+
+    /// The name of the dashboard that a vehicle goes with; empty if there is none.
+    Q_INVOKABLE QString dashboardOf(const QString &vehicle) const;
+
+    /// Reads the store and the dates of the previews again, some time soon.
+    Q_INVOKABLE void refresh();
+
+Q_SIGNALS:
+    void searchTextChanged();
+    void countChanged();
+    void activeProfileChanged();
+
+    /// A dashboard is no longer in the store.
+    void profileGone(int id);
+
+private:
+    void take(std::vector<Card> newCards);
+    void takeActive();
+    void show(const std::vector<Card> &wanted);
+    void removeRowsNotIn(const std::vector<Card> &wanted);
+    void placeRow(std::size_t row, const std::vector<Card> &wanted);
+    void moveRow(std::size_t from, std::size_t to);
+    std::vector<Card> matching() const;
+    const Card *find(Id id) const;
+
+    const DashboardAbstractProfilesManager &store;
+    std::vector<Card> cards; ///< All dashboards, sorted.
+    std::vector<Card> rows;  ///< What views see.
+    QString search;
+    bool reading = false;   ///< A reading of the store is under way.
+    bool readAgain = false; ///< Something has changed since that reading began.
+    QThreadPool reader;     ///< Ends, and so finishes its reading, before anything above.
+};

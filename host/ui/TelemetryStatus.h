@@ -1,0 +1,57 @@
+#pragma once
+
+#include "telemetry/TelemetryMonitor.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtCore/QTimer>
+
+#include <functional>
+
+class VehicleNames;
+
+/// How the telemetry goes, in words for a window: read four times a second, told when it changes.
+class TelemetryStatus final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString source READ source CONSTANT)
+    Q_PROPERTY(State state READ state NOTIFY changed)
+    Q_PROPERTY(QString text READ text NOTIFY changed)
+    Q_PROPERTY(QString vehicle READ vehicle NOTIFY vehicleChanged)
+
+public:
+    enum State { Waiting, Live, Paused, Lost };
+    Q_ENUM(State)
+
+    using Clock = std::function<TelemetryMonitor::TimePoint()>;
+
+    /// `monitor` and `vehicles` are borrowed. `source` names where the telemetry comes from, for
+    /// people.
+    TelemetryStatus(const TelemetryMonitor &monitor, VehicleNames &vehicles, QString source,
+                    Clock clock = &std::chrono::steady_clock::now);
+
+    QString source() const { return sourceName; }
+    State state() const { return shownState; }
+
+    /// The state in a few words, with the rate in Hz while it is live.
+    QString text() const;
+
+    /// The vehicle that is driven; empty before one has been reported.
+    QString vehicle() const { return vehicleName; }
+
+    /// Reads the state now instead of at the next quarter of a second.
+    void refresh();
+
+Q_SIGNALS:
+    void changed();
+    void vehicleChanged();
+
+private:
+    const TelemetryMonitor &monitor;
+    const QString sourceName;
+    const Clock clock;
+    QTimer timer;
+    State shownState = Waiting;
+    int rate = 0; ///< Hz, as shown.
+    QString vehicleName;
+};
