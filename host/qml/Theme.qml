@@ -37,6 +37,7 @@ QtObject {
     readonly property color goodColor: "#62C088"
     readonly property color warningColor: "#E9B04A"
     readonly property color dangerColor: "#E2645C"
+    readonly property color shadeColor: "#A0000000" // Over what a dialog keeps out of reach.
 
     readonly property real spacing: 8 * qt_scale
     readonly property real controlHeight: Math.round(30 * qt_scale)

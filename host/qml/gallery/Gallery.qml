@@ -1,0 +1,162 @@
+import QtQuick 2.15
+import "qrc:/qml/HLVN/Controls" as HLVN
+
+FocusScope {
+    id: root
+
+    readonly property bool narrow: width < 900 * qt_scale
+    readonly property bool low: height < 640 * qt_scale
+
+    function openWindow() {
+        qt_navigation.showView("DashboardWindow")
+    }
+
+    function openHelp() {
+        qt_navigation.showView("HelpBrowser", "dashboards")
+    }
+
+    // A built-in dashboard stays as it came: what is edited is a copy.
+    function edit(id) {
+        const profile = gallery_model.profile(id)
+        if (profile.builtIn)
+            nameDialog.askForCopy(profile, qsTr("%1 copy").arg(profile.name), true)
+        else if (profile.document)
+            qt_navigation.showView("DashboardEditor", profile.document)
+    }
+
+    function copy(id) {
+        const profile = gallery_model.profile(id)
+        if (profile.name)
+            nameDialog.askForCopy(profile, qsTr("%1 copy").arg(profile.name), false)
+    }
+
+    function makeNew() {
+        const profile = gallery_model.profile(gallery_model.templateId)
+        if (profile.name)
+            nameDialog.askForCopy(profile, qsTr("New dashboard"), true)
+    }
+
+    function rename(id) {
+        const profile = gallery_model.profile(id)
+        if (profile.name && !profile.builtIn)
+            nameDialog.askForRename(profile)
+    }
+
+    function remove(id) {
+        const profile = gallery_model.profile(id)
+        if (profile.name && !profile.builtIn)
+            removeDialog.ask(profile)
+    }
+
+    function showVehicles(id) {
+        const profile = gallery_model.profile(id)
+        if (profile.name)
+            vehiclesDialog.show(profile)
+    }
+
+    focus: true
+
+    Rectangle {
+        anchors.fill: parent
+        color: ux.windowBackground
+    }
+
+    GalleryHeader {
+        id: header
+
+        anchors { left: parent.left; right: parent.right; top: parent.top }
+        height: (root.low ? 168 : 252) * qt_scale
+        actions: root
+    }
+
+    GalleryToolBar {
+        id: toolBar
+
+        anchors { left: parent.left; right: parent.right; top: header.bottom }
+        actions: root
+        onFinished: grid.forceActiveFocus()
+    }
+
+    ProfileGrid {
+        id: grid
+
+        anchors { left: parent.left; right: parent.right; top: toolBar.bottom; bottom: statusBar.top }
+        actions: root
+    }
+
+    GalleryStatusBar {
+        id: statusBar
+
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+    }
+
+    NameDialog {
+        id: nameDialog
+
+        onMade: {
+            grid.showProfile(id)
+            if (edits)
+                qt_navigation.showView("DashboardEditor", document)
+        }
+        onClosed: grid.forceActiveFocus()
+    }
+
+    RemoveDialog {
+        id: removeDialog
+
+        onClosed: grid.forceActiveFocus()
+    }
+
+    VehiclesDialog {
+        id: vehiclesDialog
+
+        onClosed: grid.forceActiveFocus()
+    }
+
+    MessageDialog {
+        id: messageDialog
+
+        onClosed: grid.forceActiveFocus()
+    }
+
+    Connections {
+        target: gallery_actions
+        function onFailed(message) {
+            // A dialog that waits for its own action tells the failure itself.
+            if (!nameDialog.waiting && !removeDialog.waiting)
+                messageDialog.show(qsTr("That didn't work"), message)
+        }
+    }
+
+    Connections {
+        target: qt_window
+        function onActiveChanged() {
+            // Pictures may have been drawn anew meanwhile.
+            if (qt_window.active)
+                gallery_model.refresh()
+        }
+    }
+
+    Shortcut {
+        sequence: StandardKey.Find
+        onActivated: toolBar.startSearch()
+    }
+
+    Shortcut {
+        sequence: StandardKey.HelpContents
+        onActivated: root.openHelp()
+    }
+
+    Shortcut {
+        sequence: StandardKey.New
+        enabled: gallery_model.templateId >= 0
+        onActivated: root.makeNew()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+,"
+        onActivated: qt_navigation.showView("SoftwareConfiguration")
+    }
+
+    Component.onCompleted: grid.forceActiveFocus()
+}

@@ -1,0 +1,26 @@
+import QtQuick 2.15
+import "qrc:/qml/HLVN/Controls" as HLVN
+
+/// Tells one thing.
+HLVN.Dialog {
+    id: root
+
+    property string message
+
+    function show(newTitle, newMessage) {
+        title = newTitle
+        message = newMessage
+        open()
+    }
+
+    objectName: "messageDialog"
+    rejectText: qsTr("Close")
+
+    HLVN.Label {
+        objectName: "messageText"
+        width: parent.width
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+        text: root.message
+    }
+}

@@ -1,0 +1,152 @@
+import QtQuick 2.15
+import "qrc:/qml/HLVN/Controls" as HLVN
+
+/// One dashboard. Two hundred of these scroll by, so each is made of little.
+Item {
+    id: root
+
+    // The roles of the model.
+    required property int index
+    required property int profileId
+    required property string name
+    required property string preview
+    required property bool builtIn
+    required property bool active
+    required property int vehicleCount
+
+    property bool focused: false
+    readonly property bool pictureReady: image.status === Image.Ready
+    readonly property string kind: builtIn ? qsTr("Built-in") : qsTr("Yours")
+    readonly property string vehicles: vehicleCount === 0 ? qsTr("no vehicle")
+                                    : vehicleCount === 1 ? qsTr("1 vehicle")
+                                    : qsTr("%1 vehicles").arg(vehicleCount)
+
+    signal activated
+    signal menuRequested(real x, real y)
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: active ? qsTr("%1, active, %2, %3").arg(name).arg(kind).arg(vehicles)
+                            : qsTr("%1, %2, %3").arg(name).arg(kind).arg(vehicles)
+    Accessible.focusable: true
+    Accessible.focused: focused
+    Accessible.selected: active
+    Accessible.onPressAction: activated()
+
+    Rectangle {
+        id: card
+
+        anchors { fill: parent; margins: ux.spacing }
+        radius: ux.radius
+        color: area.containsMouse ? ux.itemBackgroundColor2 : ux.itemBackgroundColor
+        border {
+            width: root.focused ? ux.focusWidth : 1
+            color: root.focused ? ux.focusColor : ux.itemBorderColor
+        }
+    }
+
+    Rectangle {
+        id: picture
+
+        anchors { left: card.left; right: card.right; top: card.top; margins: ux.spacing / 2 }
+        height: Math.round(width * 272 / 480)
+        color: "black"
+
+        Image {
+            id: image
+
+            anchors.fill: parent
+            asynchronous: true
+            source: root.preview
+            sourceSize { width: 360 * qt_scale; height: 204 * qt_scale }
+            fillMode: Image.PreserveAspectFit
+        }
+
+        HLVN.Label {
+            anchors.centerIn: parent
+            visible: root.preview === "" || image.status === Image.Error
+            text: qsTr("No preview")
+            color: ux.textDarkColor
+        }
+    }
+
+    Rectangle {
+        anchors { right: picture.right; top: picture.top; margins: ux.spacing / 2 }
+        width: activeLabel.implicitWidth + 1.5 * ux.spacing
+        height: activeLabel.implicitHeight + 0.5 * ux.spacing
+        radius: height / 2
+        color: ux.accentColor
+        visible: root.active
+
+        HLVN.Label {
+            id: activeLabel
+
+            anchors.centerIn: parent
+            text: qsTr("Active")
+            color: ux.accentTextColor
+            font { pixelSize: ux.h5FontSize; weight: Font.Bold }
+        }
+    }
+
+    HLVN.Label {
+        id: nameLabel
+
+        anchors {
+            left: card.left
+            leftMargin: ux.spacing
+            right: more.left
+            top: picture.bottom
+            topMargin: ux.spacing * 0.75
+        }
+        text: root.name
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        maximumLineCount: 1
+        font.weight: Font.Bold
+    }
+
+    HLVN.Label {
+        anchors { left: nameLabel.left; right: nameLabel.right; top: nameLabel.bottom; topMargin: 2 * qt_scale }
+        text: root.kind + "  \u00b7  " + root.vehicles
+        color: ux.textDarkColor
+        elide: Text.ElideRight
+        font.pixelSize: ux.h5FontSize
+    }
+
+    MouseArea {
+        id: area
+
+        anchors.fill: card
+        hoverEnabled: true
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        onClicked: {
+            if (mouse.button === Qt.RightButton)
+                root.menuRequested(mouse.x, mouse.y)
+            else
+                root.activated()
+        }
+    }
+
+    HLVN.Label {
+        id: more
+
+        anchors { right: card.right; bottom: card.bottom; margins: ux.spacing / 2 }
+        width: 32 * qt_scale
+        height: 32 * qt_scale
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        text: "\u00b7\u00b7\u00b7"
+        font.pixelSize: ux.h3FontSize
+        color: moreArea.containsMouse ? ux.textLightColor : ux.textDarkColor
+        Accessible.role: Accessible.ButtonMenu
+        Accessible.name: qsTr("Actions for %1").arg(root.name)
+        Accessible.onPressAction: root.menuRequested(more.x, more.y)
+
+        MouseArea {
+            id: moreArea
+
+            anchors.fill: parent
+            hoverEnabled: true
+            onClicked: root.menuRequested(more.x + more.width / 2, more.y + more.height / 2)
+        }
+    }
+}

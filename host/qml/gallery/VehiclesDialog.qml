@@ -1,0 +1,65 @@
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+import "qrc:/qml/HLVN/Controls" as HLVN
+
+/// The vehicles that a dashboard goes with.
+HLVN.Dialog {
+    id: root
+
+    property var profile: ({ name: "", vehicles: [] })
+
+    function show(newProfile) {
+        profile = newProfile
+        open()
+        list.forceActiveFocus()
+    }
+
+    objectName: "vehiclesDialog"
+    title: qsTr("Vehicles of \u201c%1\u201d").arg(profile.name)
+    rejectText: qsTr("Close")
+
+    Column {
+        width: parent.width
+        spacing: ux.spacing
+
+        HLVN.Label {
+            width: parent.width
+            wrapMode: Text.Wrap
+            color: ux.textDarkColor
+            text: root.profile.vehicles.length > 0
+                  ? qsTr("When one of these is driven, this dashboard comes on.")
+                  : qsTr("It goes with no vehicle yet. A vehicle joins the dashboard that is active when it is driven for the first time, or that you activate while driving.")
+        }
+
+        ListView {
+            id: list
+
+            width: parent.width
+            height: Math.min(contentHeight, 280 * qt_scale)
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            model: root.profile.vehicles
+            keyNavigationEnabled: false
+            Keys.onUpPressed: flick(0, 600)
+            Keys.onDownPressed: flick(0, -600)
+            delegate: HLVN.Label {
+                width: ListView.view.width - ux.spacing * 2
+                height: 28 * qt_scale
+                verticalAlignment: Text.AlignVCenter
+                elide: Text.ElideMiddle
+                textFormat: Text.PlainText
+                text: modelData
+            }
+            T.ScrollBar.vertical: HLVN.ScrollBar { }
+        }
+    }
+
+    Connections {
+        target: gallery_model
+        enabled: root.visible
+        function onProfileGone(id) {
+            if (id === root.profile.profileId)
+                root.close()
+        }
+    }
+}

@@ -1,0 +1,65 @@
+#include "ui/GalleryWindow.h"
+
+#include "ui/LiveDashboard.h"
+#include "ui/Navigation.h"
+#include "ui/PreviewImages.h"
+#include "ui/UiEngine.h"
+
+#include <QtCore/QUrl>
+#include <QtQml/QQmlContext>
+#include <QtQuick/QQuickItem>
+
+#include <memory>
+
+namespace {
+
+constexpr QSize SmallestSize(720, 540); ///< At scale 1, as the one below.
+constexpr QSize FirstSize(1200, 800);
+
+void registerTypes()
+{
+    constexpr const char *Module = "Gauge.Host";
+    qmlRegisterType<LiveDashboard>(Module, 1, 0, "LiveDashboard");
+    qmlRegisterUncreatableType<TelemetryStatus>(Module, 1, 0, "TelemetryStatus",
+                                                QStringLiteral("It is only read"));
+}
+
+} // namespace
+
+GalleryWindow::GalleryWindow(Navigation &navigation, IDashboardEngine &engine,
+                             DashboardAbstractProfilesManager &store, VehicleNames &vehicles,
+                             const TelemetryMonitor &monitor, const QString &telemetrySource)
+    : HostWindow(QStringLiteral("Gallery"), navigation)
+    , dashboards(engine)
+    , model(store)
+    , actions(store)
+    , telemetry(monitor, vehicles, telemetrySource)
+{
+    // A static library's resources are left out unless something names them.
+    Q_INIT_RESOURCE(gallery);
+    registerTypes();
+    rootContext()->setContextProperty(QStringLiteral("gallery_model"), &model);
+    rootContext()->setContextProperty(QStringLiteral("gallery_actions"), &actions);
+    rootContext()->setContextProperty(QStringLiteral("gallery_telemetry"), &telemetry);
+    this->engine()->addImageProvider(QLatin1String(PreviewImages::Name),
+                                     std::make_unique<PreviewImages>().release());
+
+    setTitle(QStringLiteral("GAUGE64"));
+    setMinimumSize(SmallestSize * UiEngine::scale());
+    setInitialSize(FirstSize.width() * UiEngine::scale(), FirstSize.height() * UiEngine::scale());
+}
+
+/// The document goes before what it reads.
+GalleryWindow::~GalleryWindow()
+{
+    setSource({});
+}
+
+void GalleryWindow::openGallery()
+{
+    open(QUrl(QStringLiteral("qrc:/qml/gallery/Gallery.qml")));
+    auto *const live =
+        rootObject() != nullptr ? rootObject()->findChild<LiveDashboard *>() : nullptr;
+    if (live != nullptr)
+        live->attach(dashboards);
+}
