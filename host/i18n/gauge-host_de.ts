@@ -211,6 +211,28 @@
     </message>
 </context>
 <context>
+    <name>HelpPage</name>
+    <message>
+        <source>There is no help about this.</source>
+        <translation>Dazu gibt es keine Hilfe.</translation>
+    </message>
+</context>
+<context>
+    <name>HelpWindow</name>
+    <message>
+        <source>Find (Ctrl+F)</source>
+        <translation>Suchen (Strg+F)</translation>
+    </message>
+    <message>
+        <source>Find in the page</source>
+        <translation>Auf der Seite suchen</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+</context>
+<context>
     <name>HostSettings</name>
     <message>
         <source>Settings can&apos;t be saved in &apos;%1&apos;; they hold until the program ends.</source>
@@ -239,6 +261,61 @@
     <message>
         <source>The saved language is not known; the system&apos;s is used.</source>
         <translation>Die gespeicherte Sprache ist unbekannt; es gilt die des Systems.</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsWindow</name>
+    <message>
+        <source>Units</source>
+        <translation>Einheiten</translation>
+    </message>
+    <message>
+        <source>Kilometres per hour (km/h)</source>
+        <translation>Kilometer pro Stunde (km/h)</translation>
+    </message>
+    <message>
+        <source>Miles per hour (mph)</source>
+        <translation>Meilen pro Stunde (mph)</translation>
+    </message>
+    <message>
+        <source>Telemetry from</source>
+        <translation>Telemetrie von</translation>
+    </message>
+    <message>
+        <source>Dashboard at start-up</source>
+        <translation>Dashboard beim Start</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>As the system</source>
+        <translation>Wie das System</translation>
+    </message>
+    <message>
+        <source>Applies after a restart</source>
+        <translation>Gilt nach einem Neustart</translation>
+    </message>
+    <message>
+        <source>Restart now</source>
+        <translation>Jetzt neu starten</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>The one used last</source>
+        <translation>Das zuletzt verwendete</translation>
+    </message>
+    <message>
+        <source>%1 (no longer there)</source>
+        <translation>%1 (nicht mehr da)</translation>
     </message>
 </context>
 </TS>

@@ -1,0 +1,81 @@
+#include "ui/HelpPage.h"
+
+#include "ui/MarkdownStyle.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextCursor>
+#include <QtGui/QTextDocument>
+#include <QtQuick/QQuickTextDocument>
+
+namespace {
+
+/// As web sites make it of a title: small letters and digits, with a hyphen for each space.
+QString anchorOf(const QString &title)
+{
+    static const QRegularExpression others(QStringLiteral("[^\\w\\- ]"),
+                                           QRegularExpression::UseUnicodePropertiesOption);
+    QString anchor = title.toLower();
+    anchor.remove(others);
+    return anchor.replace(QLatin1Char(' '), QLatin1Char('-'));
+}
+
+} // namespace
+
+bool HelpPage::show(const QString &path, QQuickTextDocument *target, QObject *theme, qreal width)
+{
+    if (target == nullptr || theme == nullptr)
+        return false;
+    QFile file(path);
+    const bool opened = file.open(QIODevice::ReadOnly);
+    found.clear(); // Their positions mean nothing from here on.
+    Q_EMIT laidOut();
+    document = target->textDocument();
+    document->setUndoRedoEnabled(false);
+    document->setMarkdown(opened ? QString::fromUtf8(file.readAll())
+                                 : tr("There is no help about this."),
+                          QTextDocument::MarkdownDialectGitHub);
+    MarkdownStyle(*theme, QFileInfo(path).path(), width).apply(*document);
+    collectHeadings();
+    Q_EMIT laidOut();
+    return opened;
+}
+
+void HelpPage::collectHeadings()
+{
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        const int level = block.blockFormat().headingLevel();
+        if (level == 0)
+            continue;
+        found += QVariantMap{{QStringLiteral("title"), block.text()},
+                             {QStringLiteral("level"), level},
+                             {QStringLiteral("anchor"), anchorOf(block.text())},
+                             {QStringLiteral("position"), block.position()}};
+    }
+}
+
+int HelpPage::positionOf(const QString &anchor) const
+{
+    for (const QVariant &heading : found) {
+        const QVariantMap map = heading.toMap();
+        if (map.value(QStringLiteral("anchor")) == anchor)
+            return map.value(QStringLiteral("position")).toInt();
+    }
+    return -1;
+}
+
+QVariantMap HelpPage::find(const QString &text, int position, bool backward) const
+{
+    if (document == nullptr || text.isEmpty())
+        return {};
+    const auto flags = backward ? QTextDocument::FindBackward : QTextDocument::FindFlags();
+    QTextCursor cursor = document->find(text, position, flags);
+    if (cursor.isNull())
+        cursor = document->find(text, backward ? document->characterCount() - 1 : 0, flags);
+    if (cursor.isNull())
+        return {};
+    return {{QStringLiteral("start"), cursor.selectionStart()},
+            {QStringLiteral("end"), cursor.selectionEnd()}};
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "ui/HelpPage.h"
+#include "ui/HostWindow.h"
+
+/// The window of the help. GUI thread.
+class HelpWindow final : public HostWindow
+{
+    Q_OBJECT
+    /// The path of the page's file.
+    Q_PROPERTY(QString page READ page NOTIFY requested)
+    /// The anchor of the heading to show; empty for the page's beginning.
+    Q_PROPERTY(QString anchor READ anchor NOTIFY requested)
+
+public:
+    /// `navigation` is borrowed. `topic` as for `showTopic`.
+    HelpWindow(const QString &topic, Navigation &navigation);
+    ~HelpWindow() override;
+
+    /// A page's name, perhaps with an anchor: "dashboards#the-editor". Empty is the guide of
+    /// dashboards; a page that doesn't exist says so.
+    void showTopic(const QString &topic);
+
+    QString page() const { return pagePath; }
+    QString anchor() const { return pageAnchor; }
+
+Q_SIGNALS:
+    void requested();
+
+private:
+    HelpPage text;
+    QString pagePath;
+    QString pageAnchor;
+};
