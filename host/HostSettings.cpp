@@ -1,5 +1,6 @@
 #include "HostSettings.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QSettings>
@@ -147,6 +148,15 @@ QString HostSettings::startupDashboardAmong(const QStringList &profiles)
     const bool found = profiles.contains(dashboard);
     setProblem(DashboardGone, !found && !dashboard.isEmpty());
     return found ? dashboard : QString();
+}
+
+QString HostSettings::telemetrySourceTitle() const
+{
+    for (const TelemetrySourceChoice &choice : sources) {
+        if (choice.name == source)
+            return QCoreApplication::translate("TelemetrySources", choice.title);
+    }
+    return source;
 }
 
 void HostSettings::setTelemetrySource(const QString &name)

@@ -1,37 +1,162 @@
 #include "WindowSession.h"
 
 #include "Cluster.h"
+#include "HostSettings.h"
 #include "Options.h"
+#include "ProfileLookup.h"
 #include "Terminal.h"
+#include "Termination.h"
+#include "Translations.h"
+#include "ui/GalleryWindow.h"
+#include "ui/MessageWindow.h"
+#include "ui/ToolWindows.h"
 #include "ui/ViewWindow.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
+
+#include <chrono>
+#include <memory>
+
+using namespace std::chrono_literals;
 
 namespace {
 
-void showView(const Options &options, Cluster &cluster)
+constexpr int RestartCode = 64; ///< Of the event loop, never of the program.
+
+/// Windows around one engine.
+class WindowSession final : public QObject
 {
-    const QString path = options.viewPath;
-    const QVariant argument =
-        path.isEmpty() ? QVariant() : QVariant(QDir::current().absoluteFilePath(path));
-    cluster.navigation.showView(options.view, argument);
-    HostWindow *window = cluster.navigation.window(options.view);
-    if (window != nullptr && options.size)
-        window->resize(*options.size);
+public:
+    WindowSession(const Options &options, const GaugeLibrary &library, HostSettings &settings);
+
+    /// Shows what the options ask for. False if there is nothing to show.
+    bool start();
+
+    /// Shows what they ask for, and the views that were open before.
+    void resume(const QStringList &views);
+
+    QStringList openViews() const { return cluster.navigation.openViews(); }
+
+private:
+    bool activateStartupDashboard();
+    void show();
+
+    const Options &options;
+    HostSettings &settings;
+    Cluster cluster;
+    ToolWindows tools;
+    MessageWindow message;
+    std::unique_ptr<GalleryWindow> gallery;
+};
+
+bool useMph(const Options &options, const HostSettings &settings)
+{
+    return options.units == Options::Units::AsSet ? settings.useMph()
+                                                  : options.units == Options::Units::Mph;
+}
+
+WindowSession::WindowSession(const Options &options, const GaugeLibrary &library,
+                             HostSettings &settings)
+    : options(options)
+    , settings(settings)
+    , cluster(options, library, useMph(options, settings))
+    , tools(settings, *cluster.store, cluster.navigation)
+    , message(cluster.navigation)
+{
+    settings.sessionStarted();
+    connect(&tools, &ToolWindows::restartRequested, this,
+            [] { QCoreApplication::exit(RestartCode); });
+    connect(&tools, &ToolWindows::failed, &message, &MessageWindow::tell);
+}
+
+bool WindowSession::start()
+{
+    // An activation tells the store that a vehicle which comes soon belongs to that dashboard. The
+    // settings mean no such thing, so vehicles wait until that time is over.
+    constexpr auto JoiningTime = 8s;
+    bool dashboardThere = true;
+    if (options.dashboard.isEmpty() && activateStartupDashboard()) {
+        QTimer::singleShot(JoiningTime, this, [this] {
+            cluster.chooseDashboard();
+            cluster.store->activateRecentProfileForVehicle(cluster.vehicles.recentVehicleName());
+        });
+    } else {
+        dashboardThere = cluster.chooseDashboard();
+    }
+    if (!dashboardThere && options.mode == Options::Mode::View && options.viewPath.isEmpty()) {
+        printError(QStringLiteral("There are no dashboards beside the program, nor of your own."));
+        return false;
+    }
+    show();
+    return true;
+}
+
+void WindowSession::resume(const QStringList &views)
+{
+    cluster.chooseDashboard();
+    show();
+    for (const QString &view : views)
+        cluster.navigation.showView(view);
+}
+
+/// False if there is none in the settings, or if it is active already.
+bool WindowSession::activateStartupDashboard()
+{
+    QStringList names;
+    const std::vector<DashboardProfileHeader> headers = cluster.store->profileHeaders();
+    for (const DashboardProfileHeader &header : headers)
+        names += header.name;
+    const QString wanted = settings.startupDashboardAmong(names);
+    const DashboardProfileHeader::Id id = findProfile(*cluster.store, wanted);
+    return !wanted.isEmpty() && id != cluster.store->activeProfileId() &&
+           cluster.store->performAction(id, DashboardProfileAction::Activate, {}).ok;
+}
+
+void WindowSession::show()
+{
+    if (options.mode == Options::Mode::Gallery) {
+        gallery = std::make_unique<GalleryWindow>(cluster.navigation, *cluster.engine,
+                                                  *cluster.store, cluster.vehicles, cluster.monitor,
+                                                  settings.telemetrySourceTitle());
+        connect(&settings, &HostSettings::languageChanged, gallery.get(),
+                [this] { gallery->setTelemetrySource(settings.telemetrySourceTitle()); });
+        gallery->openGallery();
+    } else {
+        const QString path = options.viewPath;
+        const QVariant argument =
+            path.isEmpty() ? QVariant() : QVariant(QDir::current().absoluteFilePath(path));
+        cluster.navigation.showView(options.view, argument);
+        HostWindow *window = cluster.navigation.window(options.view);
+        if (window != nullptr && options.size)
+            window->resize(*options.size);
+    }
+    cluster.startTelemetry();
 }
 
 } // namespace
 
 int runWindows(const Options &options, const GaugeLibrary &library)
 {
-    Cluster cluster(options, library, options.units == Options::Units::Mph);
-    const bool dashboardThere = cluster.chooseDashboard();
-    if (!dashboardThere && options.mode == Options::Mode::View) {
-        printError(QStringLiteral("There are no dashboards beside the program, nor of your own."));
+    const Termination termination;
+    Translations translations;
+    HostSettings settings(
+        {{QStringLiteral("demo"), QT_TRANSLATE_NOOP("TelemetrySources", "Demo lap")}});
+    translations.use(settings.language());
+    QObject::connect(&settings, &HostSettings::languageChanged, &settings,
+                     [&] { translations.use(settings.language()); });
+
+    auto session = std::make_unique<WindowSession>(options, library, settings);
+    if (!session->start())
         return 1;
+    int code = QGuiApplication::exec();
+    while (code == RestartCode && !Termination::requested()) {
+        const QStringList views = session->openViews();
+        session.reset();
+        session = std::make_unique<WindowSession>(options, library, settings);
+        session->resume(views);
+        code = QGuiApplication::exec();
     }
-    showView(options, cluster);
-    cluster.startTelemetry();
-    return QGuiApplication::exec();
+    return code;
 }

@@ -24,6 +24,9 @@ public:
     /// Shows the window.
     void openGallery();
 
+    /// Names anew, in another language perhaps, where telemetry comes from.
+    void setTelemetrySource(const QString &name) { telemetry.setSource(name); }
+
     /// Waits for a copy or a removal that is under way.
     ~GalleryWindow() override;
 

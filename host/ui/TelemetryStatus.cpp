@@ -42,6 +42,12 @@ TelemetryStatus::TelemetryStatus(const TelemetryMonitor &monitor, VehicleNames &
     refresh();
 }
 
+void TelemetryStatus::setSource(const QString &newSource)
+{
+    sourceName = newSource;
+    Q_EMIT sourceChanged();
+}
+
 QString TelemetryStatus::text() const
 {
     switch (shownState) {

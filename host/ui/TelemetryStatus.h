@@ -14,7 +14,7 @@ class VehicleNames;
 class TelemetryStatus final : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QString source READ source CONSTANT)
+    Q_PROPERTY(QString source READ source NOTIFY sourceChanged)
     Q_PROPERTY(State state READ state NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
     Q_PROPERTY(QString vehicle READ vehicle NOTIFY vehicleChanged)
@@ -31,6 +31,8 @@ public:
                     Clock clock = &std::chrono::steady_clock::now);
 
     QString source() const { return sourceName; }
+    void setSource(const QString &newSource);
+
     State state() const { return shownState; }
 
     /// The state in a few words, with the rate in Hz while it is live.
@@ -43,12 +45,13 @@ public:
     void refresh();
 
 Q_SIGNALS:
+    void sourceChanged();
     void changed();
     void vehicleChanged();
 
 private:
     const TelemetryMonitor &monitor;
-    const QString sourceName;
+    QString sourceName;
     const Clock clock;
     QTimer timer;
     State shownState = Waiting;
