@@ -211,6 +211,45 @@
     </message>
 </context>
 <context>
+    <name>FileDialog</name>
+    <message>
+        <source>Up</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>Go to the folder above (Backspace)</source>
+        <translation>In den übergeordneten Ordner (Rücktaste)</translation>
+    </message>
+    <message>
+        <source>Path</source>
+        <translation>Pfad</translation>
+    </message>
+    <message>
+        <source>Nothing to choose here</source>
+        <translation>Hier gibt es nichts auszuwählen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>My dashboards</source>
+        <translation>Meine Dashboards</translation>
+    </message>
+    <message>
+        <source>Documents</source>
+        <translation>Dokumente</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Persönlicher Ordner</translation>
+    </message>
+</context>
+<context>
     <name>HelpPage</name>
     <message>
         <source>There is no help about this.</source>
@@ -261,6 +300,17 @@
     <message>
         <source>The saved language is not known; the system&apos;s is used.</source>
         <translation>Die gespeicherte Sprache ist unbekannt; es gilt die des Systems.</translation>
+    </message>
+</context>
+<context>
+    <name>ICU</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
     </message>
 </context>
 <context>
@@ -316,6 +366,17 @@
     <message>
         <source>%1 (no longer there)</source>
         <translation>%1 (nicht mehr da)</translation>
+    </message>
+</context>
+<context>
+    <name>Window</name>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Open the guide (F1)</source>
+        <translation>Anleitung öffnen (F1)</translation>
     </message>
 </context>
 </TS>
