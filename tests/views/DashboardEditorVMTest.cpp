@@ -1,8 +1,10 @@
+#include "support/LogCapture.h"
 #include "views/EditorBench.h"
 
 #include <QtCore/QMetaType>
 #include <QtTest/QtTest>
 
+#include <cstring>
 #include <limits>
 
 namespace {
@@ -13,6 +15,11 @@ QString loading(const QString &path)
 }
 
 constexpr std::uint32_t Boxes = 0x5150;
+
+template<typename Record> bool sameBytes(const Record &a, const Record &b)
+{
+    return std::memcmp(&a, &b, sizeof(Record)) == 0;
+}
 
 } // namespace
 
@@ -123,12 +130,33 @@ private Q_SLOTS:
         QCOMPARE(bench.model->currentPath(), file);
     }
 
+    void aPathThatNamesNoFileIsLoadedAndDoesNoHarm()
+    {
+        EditorBench bench;
+        bench.run();
+        for (const QString &path :
+             {QString(QChar(QChar::Null)), "/tmp/a\0b.qml"_q, "/"_q, "relative.qml"_q,
+              ":/dash/qml/DashboardWindow.qml"_q, "http://host/Dash.qml"_q, "a\nb"_q,
+              QString(100'000, u'x'), QString(QChar(0xD800))}) {
+            const LogCapture log;
+            bench.model->setPath(path);
+            QCOMPARE(bench.takeCalls(), QStringList({loading(path), "publish"_q}));
+            bench.model->openCode();
+            QVERIFY(bench.navigation.shown.empty());
+            QCOMPARE(log.lines, QStringList());
+        }
+        const QString file = bench.file();
+        bench.model->setPath(file);
+        bench.model->openCode();
+        QCOMPARE(bench.navigation.shown.size(), 1U);
+    }
+
     void anArgumentOfAnyTypeIsItsText()
     {
         EditorBench bench;
         bench.run();
         int texts = 0;
-        for (int type = 0; type <= QMetaType::LastCoreType; ++type) {
+        for (int type = 0; type <= QMetaType::HighestInternalId; ++type) {
             if (!QMetaType::isRegistered(type) || type == QMetaType::Void)
                 continue;
             bench.model->setPath("before"_q);
@@ -218,6 +246,27 @@ private Q_SLOTS:
         QCOMPARE(after.motionProfileName, "Demo Profile"_q);
         QCOMPARE(after.tune.changeCounter, 1U);
         QCOMPARE(int(after.vehicle.tyreWearPercent[0]), int(before.vehicle.tyreWearPercent[0]) + 1);
+    }
+
+    void everyStepIsPublishedWhole()
+    {
+        EditorBench bench;
+        bench.run();
+        EditorTelemetry expected;
+        expected.step(); // The context's.
+        for (int step = 0; step < 600; ++step) {
+            expected.systemPanel = step % 100 < 50;
+            bench.model->setSystemPanel(expected.systemPanel);
+            expected.step();
+            const Publication actual = bench.published();
+            QVERIFY(sameBytes(actual.vehicle, expected.vehicle));
+            QVERIFY(sameBytes(actual.limits, expected.limits));
+            QVERIFY(sameBytes(actual.extended, expected.extended));
+            QCOMPARE(actual.motionProfileName, expected.motionProfileName());
+            QCOMPARE(actual.tune.changeCounter, expected.tune.changeCounter);
+            QCOMPARE(actual.tune.valueCurrent, expected.tune.valueCurrent);
+            QCOMPARE(actual.tune.name, expected.tune.name);
+        }
     }
 
     void eachFlagHasItsBit()
@@ -318,26 +367,6 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 3);
         QCOMPARE(bench.script().calls, QStringList());
         QCOMPARE(bench.request(960).size(), QSize(960, 544));
-    }
-
-    void viewModelAndProvidersEndInAnyOrder()
-    {
-        for (const bool acceleration : {true, false}) {
-            EditorBench bench(acceleration);
-            bench.run();
-            bench.qml.reset();
-            bench.tick();
-            bench.model.reset();
-
-            EditorBench other(acceleration);
-            other.run();
-            QCOMPARE(other.request().size(), QSize(480, 272));
-            other.model.reset();
-            QCOMPARE(other.script().destroyed, acceleration ? 1 : 0);
-            QSize size;
-            QCOMPARE(other.request(0, &size).size(), acceleration ? QSize(1, 1) : QSize(480, 272));
-            QCOMPARE(size, QSize(480, 272));
-        }
     }
 };
 

@@ -62,10 +62,19 @@ private Q_SLOTS:
         QVERIFY(pathChanges.isEmpty());
     }
 
+    void aReplacedFileIsFollowedAgainAndAgain_data()
+    {
+        QTest::addColumn<bool>("held");
+        QTest::newRow("nobody holds the old one open") << false;
+        QTest::newRow("somebody holds the old one open") << true;
+    }
     void aReplacedFileIsFollowedAgainAndAgain()
     {
+        QFETCH(bool, held);
         FollowingBench bench;
         const QString path = bench.model->currentPath();
+        QFile old(path);
+        QVERIFY(!held || old.open(QIODevice::ReadOnly));
         for (const char *content : {"second", "third", "fourth"}) {
             FollowingBench::replaceFile(path, content);
             QTRY_COMPARE_WITH_TIMEOUT(bench.seen, QByteArray(content), Patience);
@@ -74,18 +83,6 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(bench.seen, QByteArray("written in place"), Patience);
         bench.model->openCode();
         QCOMPARE(bench.navigation.shown.size(), 1U);
-    }
-
-    void aReplacedFileThatSomebodyHoldsOpenIsFollowedToo()
-    {
-        FollowingBench bench;
-        const QString path = bench.model->currentPath();
-        QFile held(path);
-        QVERIFY(held.open(QIODevice::ReadOnly));
-        FollowingBench::replaceFile(path, "second");
-        QTRY_COMPARE_WITH_TIMEOUT(bench.seen, QByteArray("second"), Patience);
-        FollowingBench::replaceFile(path, "third");
-        QTRY_COMPARE_WITH_TIMEOUT(bench.seen, QByteArray("third"), Patience);
     }
 
     void aDeletedFileIsMissedAndAwaited()
@@ -154,14 +151,17 @@ private Q_SLOTS:
         const QString path = bench.model->currentPath();
         QElapsedTimer elapsed;
         elapsed.start();
-        for (int save = 1; save <= 1000; ++save) {
-            if (replacing)
-                FollowingBench::replaceFile(path, QByteArray::number(save));
-            else
-                writeFile(path, QByteArray::number(save));
+        const auto save = [&](const QByteArray &content) {
+            replacing ? FollowingBench::replaceFile(path, content) : writeFile(path, content);
             QCoreApplication::processEvents();
-        }
-        QTRY_COMPARE_WITH_TIMEOUT(bench.seen, QByteArray("1000"), Patience);
+        };
+        // What is saved without end is shown all the same.
+        int saves = 0;
+        while ((saves < 1000 || bench.loads < 2) && elapsed.elapsed() < Patience)
+            save(QByteArray::number(++saves));
+        QVERIFY(bench.loads >= 2);
+        save("last");
+        QTRY_COMPARE_WITH_TIMEOUT(bench.seen, QByteArray("last"), Patience);
         QVERIFY2(bench.loads <= elapsed.elapsed() / 90 + 2,
                  qPrintable(QString::number(bench.loads)));
     }
