@@ -1,14 +1,15 @@
 #include "engine/DashboardEngine.h"
 #include "views/EditorBench.h"
 
+#include <QtNetwork/QTcpServer>
 #include <QtTest/QtTest>
 
 namespace {
 
-QByteArray document(const char *colour)
+QByteArray document(const char *colour, const char *child = "")
 {
     return QByteArray("import QtQuick 2.15\nRectangle { width: 480; height: 272; color: \"") +
-           colour + "\"\n Text { text: dash_gear_str } }\n";
+           colour + "\"\n Text { text: dash_gear_str }\n" + child + " }\n";
 }
 
 } // namespace
@@ -55,6 +56,57 @@ private Q_SLOTS:
             static_cast<void>(provider->requestImage({}, nullptr, QSize(width, 0)));
         model.reset();
         QCOMPARE(provider->requestImage({}, nullptr, {}).size(), QSize(1, 1));
+    }
+
+    void aDocumentThatNeverEndsLoadingHoldsNothingUp_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QRgb>("corner");
+        QTest::newRow("import") << QByteArray("import \"%1/parts\"\nRemote {}") << qRgb(0, 0, 0);
+        QTest::newRow("loader") << document("red", "Loader { source: \"%1/Part.qml\" }")
+                                << qRgb(255, 0, 0);
+        QTest::newRow("asynchronous loader")
+            << document("red", "Loader { asynchronous: true; source: \"%1/Part.qml\" }")
+            << qRgb(255, 0, 0);
+        QTest::newRow("asynchronous loader of ten thousand items")
+            << document("red", "Loader { asynchronous: true; sourceComponent: Repeater {"
+                               " model: 10; Loader { asynchronous: true; sourceComponent:"
+                               " Repeater { model: 1000; Item {} } } } }")
+            << qRgb(255, 0, 0);
+    }
+    void aDocumentThatNeverEndsLoadingHoldsNothingUp()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QRgb, corner);
+        QTcpServer server; // Takes connections and never answers.
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        const TemporaryHome home;
+        const QString path = home.path("/Dash.qml");
+        const QString good = home.path("/Good.qml");
+        const QByteArray address = "http://127.0.0.1:" + QByteArray::number(server.serverPort());
+        writeFile(path, text.replace("%1", address));
+        writeFile(good, document("blue"));
+        DashboardEngine engine(false, true);
+        QQmlEngine qml;
+        auto model = std::make_unique<DashboardEditorVM>(&engine, nullptr);
+        model->initContext(qml.rootContext());
+        auto *provider = static_cast<QQuickImageProvider *>(qml.imageProvider("dashEditor"_q));
+        const auto pixel = [provider] {
+            const QImage image = provider->requestImage({}, nullptr, {});
+            return image.pixel(image.width() - 1, image.height() - 1);
+        };
+        const bool remote = text.contains(address);
+        for (int round = 0; round < 2; ++round) {
+            model->setPath(path);
+            QCOMPARE(pixel(), corner);
+            if (remote)
+                QTRY_VERIFY_WITH_TIMEOUT(server.hasPendingConnections(), 30'000);
+            QCOMPARE(pixel(), corner);
+            model->setPath(good);
+            QCOMPARE(pixel(), qRgb(0, 0, 255));
+        }
+        model->setPath(path);
+        model.reset();
     }
 };
 
