@@ -1,4 +1,6 @@
 #include "dash/HostedDocument.h"
+#include "support/Shouter.h"
+#include "views/EditorBench.h"
 
 #include <QtTest/QtTest>
 
@@ -7,13 +9,19 @@
 
 namespace {
 
+const QString Document = QStringLiteral("qrc:/dash/qml/DashboardEditor.qml");
+
 struct EditorDocument : HostedDocument
 {
     explicit EditorDocument(double scale = 1.0)
-        : HostedDocument(QStringLiteral("qrc:/dash/qml/DashboardEditor.qml"),
-                         QStringLiteral("dashEditor"), scale)
+        : HostedDocument(Document, QStringLiteral("dashEditor"), scale)
     {
         root->setSize(QSizeF(900, 765) * scale);
+    }
+    explicit EditorDocument(IViewModel &model)
+        : HostedDocument(Document, model)
+    {
+        root->setSize(QSizeF(900, 765));
     }
 
     QQuickItem *find(const char *text) const
@@ -37,6 +45,11 @@ struct EditorDocument : HostedDocument
     static constexpr const char *FirstRow = "Path to dashboard file:";
 };
 
+QRectF place(const QQuickItem &item)
+{
+    return {item.position(), item.size()};
+}
+
 } // namespace
 
 class EditorDocumentTest : public QObject
@@ -55,6 +68,121 @@ private Q_SLOTS:
         QVERIFY(document.root->property("helpButtonVisible").toBool());
         QVERIFY(!document.root->property("minimizeButtonVisible").toBool());
         QVERIFY(document.find("dash_a\ndash_b")->property("readOnly").toBool());
+        QCOMPARE(document.warnings, QStringList());
+    }
+
+    void everyTextCanBeTranslated()
+    {
+        const QStringList notOurs{"dash_a\ndash_b"_q, "<a href='#'>Configuration</a>"_q};
+        QStringList texts = EditorDocument().texts();
+        QCOMPARE(texts.filter("automatically refreshed"_q),
+                 QStringList({"Below preview is automatically refreshed if the dashboard file is "
+                              "changed in external editor."_q}));
+        for (QString &text : texts) {
+            text = text.toUpper();
+            for (const QString &other : notOurs)
+                text.replace(other.toUpper(), other);
+        }
+        const Shouter shouter("DashboardEditor");
+        EditorDocument document;
+        QCOMPARE(document.texts(), texts);
+        document.takeCalls();
+        QMetaObject::invokeMethod(document.find("..."), "clicked");
+        QCOMPARE(document.takeCalls(), QStringList({"getExistingFile(true, SELECT MAIN DASHBOARD "
+                                                    "QML FILE, MAIN QML FILE (*.QML), )"_q}));
+    }
+
+    void everyPartHasItsPlace()
+    {
+        const EditorDocument document;
+        const QQuickItem &content = *document.previewFrame()->parentItem()->parentItem();
+        QCOMPARE(place(content), QRectF(0, 8, 900, 757));
+        const QQuickItem &panel = *content.childItems().at(1);
+        QCOMPARE(place(panel), QRectF(634, 6, 260, 745));
+        QQuickItem *fields = document.find("dash_a\ndash_b");
+        QCOMPARE(fields->position(), QPointF(8, 8));
+        QCOMPARE(fields->width(), 260.0 - 8 - 16);
+        QCOMPARE(panel.childItems().constFirst()->property("contentHeight").toReal(),
+                 fields->property("paintedHeight").toReal() + 16);
+        QVERIFY(fields->property("selectByMouse").toBool());
+        QVERIFY(fields->clip());
+
+        const QQuickItem &row = *document.find("...")->parentItem();
+        QCOMPARE(row.width(), 634.0);
+        const QSizeF pathSize = row.childItems().constFirst()->size();
+        QCOMPARE(pathSize, QSizeF(0.65 * 634, document.find("...")->height()));
+        const QQuickItem &frame = *document.previewFrame();
+        QVERIFY(qAbs(frame.x() - (634 - frame.width()) / 2) < 1);
+        const QQuickItem &picture = *frame.childItems().constFirst();
+        QCOMPARE(picture.property("fillMode").toInt(), 1); // PreserveAspectFit
+        QVERIFY(!picture.property("cache").toBool());
+        QVERIFY(!picture.property("asynchronous").toBool());
+
+        for (const char *caption : {"Steering rotation:", "Gas pedal:", "Max RPM:"}) {
+            const QQuickItem &value = *document.behind(caption, 2);
+            QCOMPARE(value.size(), QSizeF(50, document.slider(caption)->height()));
+            QCOMPARE(value.property("horizontalAlignment").toInt(), int(Qt::AlignRight));
+        }
+        // Nothing is polished in a window that isn't shown.
+        for (const char *first : {"Gas pedal:", "Pause"})
+            QMetaObject::invokeMethod(document.find(first)->parentItem(), "forceLayout");
+        // Two sliders side by side fill the grid, and three boxes stand in a row.
+        QCOMPARE(document.slider("Steering rotation:")->y(), document.slider("Gas pedal:")->y());
+        QCOMPARE(document.behind("Gas pedal:", 2)->x() + 50, 634.0);
+        QVERIFY(document.slider("Brake pedal:")->y() > document.slider("Gas pedal:")->y());
+        const QPointF step = document.find("Use mph instead of km/h")->position() -
+                             document.find("Show debug markers")->position();
+        QCOMPARE(step, QPointF(0, document.find("Pause")->height() + 8));
+        QCOMPARE(document.find("Show system panel")->x(), 150.0 + 16);
+    }
+
+    void everyControlReachesTheRealViewModel()
+    {
+        EditorBench bench;
+        bench.engine.fields = {"dash_b"_q, "dash_a"_q};
+        EditorBench::storePath(bench.file());
+        bench.make();
+        EditorDocument document(*bench.model);
+        QVERIFY(document.find("dash_a\ndash_b") != nullptr);
+        QVERIFY(document.find(qUtf8Printable(bench.model->currentPath())) != nullptr);
+        QMetaObject::invokeMethod(document.find("Code"), "clicked");
+        QCOMPARE(bench.navigation.shown.size(), 1U);
+        QVERIFY(bench.script().count("render"_q) > 0);
+
+        const std::pair<const char *, int> sliders[] = {
+            {"Steering rotation:", -50}, {"Gas pedal:", 11}, {"Brake pedal:", 12},
+            {"Clutch pedal:", 13},       {"RPM:", 5000},     {"Max RPM:", 8000}};
+        for (const auto &[caption, value] : sliders)
+            document.slider(caption)->setProperty("value", value);
+        const VehicleTelemetry vehicle = bench.published().vehicle;
+        QCOMPARE(QList<int>({int(vehicle.steeringPercent), int(vehicle.gasPedalPercent),
+                             int(vehicle.brakePedalPercent), int(vehicle.clutchPedalPercent),
+                             int(vehicle.rpm), int(vehicle.maxRpm)}),
+                 QList<int>({-50, 11, 12, 13, 5000, 8000}));
+
+        const auto check = [&document](const char *box) {
+            document.find(box)->setProperty("checked", true);
+        };
+        const std::pair<const char *, std::uint32_t> flags[] = {
+            {"Session flag - yellow", 0x1000},
+            {"Session flag - blue", 0x100},
+            {"Session flag - black", 0x40},
+            {"Session flag - black/white", 0x4000},
+            {"DRS Available", 0x10}};
+        for (const auto &[box, bit] : flags) {
+            QCOMPARE(bench.published().vehicle.statusFlags & bit, 0U);
+            check(box);
+            QCOMPARE(bench.published().vehicle.statusFlags & bit, bit);
+        }
+        check("Show debug markers");
+        QVERIFY(bench.published().showMarkers);
+        check("Show system panel");
+        QVERIFY(!bench.published().motionProfileName.isEmpty());
+        check("Pause");
+        QVERIFY(bench.published().paused);
+        check("Use mph instead of km/h");
+        QVERIFY(bench.published().useMph);
+        QMetaObject::invokeMethod(document.root.get(), "closeClicked");
         QCOMPARE(document.warnings, QStringList());
     }
 

@@ -1,5 +1,7 @@
 #include "dash/HostedDocument.h"
 
+#include "plugin/IViewModel.h"
+
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
 #include <QtQuick/QQuickImageProvider>
@@ -42,6 +44,21 @@ std::unique_ptr<QObject> create(QQmlEngine &engine, const QString &address)
 } // namespace
 
 HostedDocument::HostedDocument(const QString &document, const QString &imageProvider, double scale)
+    : HostedDocument()
+{
+    engine.addImageProvider(imageProvider, new ImageProviderDouble(imageRequests));
+    load(document, viewModel(), scale);
+}
+
+HostedDocument::HostedDocument(const QString &document, IViewModel &model)
+    : HostedDocument()
+{
+    model.initContext(engine.rootContext());
+    model.setWindow(&window);
+    load(document, model.asQObject(), 1.0);
+}
+
+HostedDocument::HostedDocument()
 {
     QObject::connect(&engine, &QQmlEngine::warnings, &engine,
                      [this](const QList<QQmlError> &errors) {
@@ -49,12 +66,16 @@ HostedDocument::HostedDocument(const QString &document, const QString &imageProv
                              warnings << error.toString();
                      });
     engine.addImportPath(QStringLiteral("qrc:/doubles/modules"));
-    engine.addImageProvider(imageProvider, new ImageProviderDouble(imageRequests));
     host = create(engine, QStringLiteral("qrc:/doubles/HostDouble.qml"));
+}
 
+HostedDocument::~HostedDocument() = default;
+
+void HostedDocument::load(const QString &document, QObject *model, double scale)
+{
     QQmlContext *context = engine.rootContext();
     context->setContextProperty(QStringLiteral("host_double"), host.get());
-    context->setContextProperty(QStringLiteral("cpp_viewModel"), viewModel());
+    context->setContextProperty(QStringLiteral("cpp_viewModel"), model);
     context->setContextProperty(QStringLiteral("qt_window"), hostWindow());
     context->setContextProperty(QStringLiteral("qt_navigation"), part("navigation"));
     context->setContextProperty(QStringLiteral("ux"), part("ux"));
@@ -63,8 +84,6 @@ HostedDocument::HostedDocument(const QString &document, const QString &imageProv
     root.reset(qobject_cast<QQuickItem *>(create(engine, document).release()));
     root->setParentItem(window.contentItem());
 }
-
-HostedDocument::~HostedDocument() = default;
 
 QStringList HostedDocument::takeCalls() const
 {
@@ -84,6 +103,20 @@ QQuickItem *HostedDocument::withText(const QQuickItem *item, const QString &text
             return found;
     }
     return nullptr;
+}
+
+QStringList HostedDocument::texts(const QQuickItem *item)
+{
+    QStringList found;
+    for (const char *property : {"title", "text", "toolTip"}) {
+        const QString text = item->property(property).toString();
+        if (!text.isEmpty())
+            found += text;
+    }
+    const QList<QQuickItem *> children = item->childItems();
+    for (const QQuickItem *child : children)
+        found += texts(child);
+    return found;
 }
 
 QObject *HostedDocument::part(const char *name) const

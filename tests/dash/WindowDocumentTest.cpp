@@ -1,15 +1,19 @@
 #include "dash/HostedDocument.h"
+#include "support/Shouter.h"
+#include "views/DashboardWindowVM.h"
+#include "views/FakeEngine.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtTest/QtTest>
 
 namespace {
 
+const QString Document = QStringLiteral("qrc:/dash/qml/DashboardWindow.qml");
+
 struct WindowDocument : HostedDocument
 {
     explicit WindowDocument(double scale = 1.0)
-        : HostedDocument(QStringLiteral("qrc:/dash/qml/DashboardWindow.qml"),
-                         QStringLiteral("dashWindow"), scale)
+        : HostedDocument(Document, QStringLiteral("dashWindow"), scale)
     {
         window.contentItem()->setSize(QSizeF(480, 272) * scale);
         window.resize((QSizeF(480, 272) * scale).toSize());
@@ -51,6 +55,57 @@ private Q_SLOTS:
         QCOMPARE(document.hostWindow()->property("minimumWidth").toInt(), 720);
         QCOMPARE(document.hostWindow()->property("minimumHeight").toInt(), 408);
         QCOMPARE(document.root->size(), QSizeF(720, 408));
+        QCOMPARE(document.warnings, QStringList());
+    }
+
+    void everyTextCanBeTranslated()
+    {
+        const QStringList texts{QStringLiteral("Double click to switch to/from fullscreen"),
+                                QStringLiteral("Toggle stay on top"),
+                                QStringLiteral("Close this window")};
+        QCOMPARE(WindowDocument().texts(), texts);
+        const Shouter shouter("DashboardWindow");
+        WindowDocument document;
+        QCOMPARE(document.texts(),
+                 texts.join(QLatin1Char('\n')).toUpper().split(QLatin1Char('\n')));
+        QVERIFY(document.takeCalls().contains(QStringLiteral("setTitle(DASHBOARD)")));
+    }
+
+    void everyPartHasItsPlace()
+    {
+        const WindowDocument document(2.0);
+        const QList<QQuickItem *> parts = document.root->childItems();
+        const QRectF whole(0, 0, 960, 544);
+        QCOMPARE(document.root->property("color").value<QColor>(), QColor(Qt::black));
+        const QQuickItem &picture = *parts[0];
+        QCOMPARE(picture.boundingRect(), whole);
+        QCOMPARE(picture.property("fillMode").toInt(), 1); // PreserveAspectFit
+        QVERIFY(!picture.property("cache").toBool());
+        QVERIFY(!picture.property("asynchronous").toBool());
+        QCOMPARE(parts[1]->boundingRect(), whole);
+        QCOMPARE(parts[1]->property("acceptedButtons").toInt(), int(Qt::LeftButton));
+        const QQuickItem &hint = *parts[2];
+        QCOMPARE(QRectF(hint.position(), hint.size()), QRectF(0, 0, 960, 52 + 8));
+        QCOMPARE(hint.property("color").value<QColor>(), QColor(0xBB, 0, 0, 0xBB));
+        const QQuickItem &text = *hint.childItems().constFirst();
+        QCOMPARE(text.x(), 8.0);
+        QVERIFY(qAbs(text.y() - (hint.height() - text.height()) / 2) < 1);
+        QCOMPARE(text.property("color").value<QColor>(), QColor(Qt::white));
+    }
+
+    void framesOfTheRealViewModelAreShown()
+    {
+        FakeEngine engine;
+        DashboardWindowVM model(&engine);
+        HostedDocument document(Document, model);
+        const QQuickItem &picture = *document.root->childItems().constFirst();
+        QCOMPARE(QSizeF(picture.implicitWidth(), picture.implicitHeight()), QSizeF(480, 272));
+        for (const QSize size : {QSize(300, 100), QSize(20, 30)}) {
+            document.window.resize(size);
+            Frame frame(frameBytes(size.width(), size.height()));
+            engine.last->deliverFrame(frame, size.width());
+            QCOMPARE(QSizeF(picture.implicitWidth(), picture.implicitHeight()), QSizeF(size));
+        }
         QCOMPARE(document.warnings, QStringList());
     }
 

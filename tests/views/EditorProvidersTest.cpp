@@ -1,10 +1,10 @@
 #include "support/FakeRenderer.h"
 #include "support/PaintedText.h"
+#include "support/Shouter.h"
 #include "views/EditorBench.h"
 #include "views/MessageImageProvider.h"
 #include "views/PreviewImageProvider.h"
 
-#include <QtCore/QTranslator>
 #include <QtTest/QtTest>
 
 #include <limits>
@@ -58,17 +58,6 @@ public:
 
 private:
     QStringList none;
-};
-
-class Shouter : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *text, const char *, int) const override
-    {
-        return qstrcmp(context, "DashboardEditorVM") == 0 ? QString::fromLatin1(text).toUpper()
-                                                          : QString();
-    }
 };
 
 } // namespace
@@ -225,11 +214,11 @@ private Q_SLOTS:
 
     void bothMessagesAreTranslated()
     {
-        Shouter shouter;
-        QCoreApplication::installTranslator(&shouter);
         EditorBench bench(false);
-        bench.run();
-        QCoreApplication::removeTranslator(&shouter);
+        {
+            const Shouter shouter("DashboardEditorVM");
+            bench.run();
+        }
         QCOMPARE(bench.model->fieldNames(), "NOT AVAILABLE WITHOUT HARDWARE ACCELERATION"_q);
         QCOMPARE(bench.request(), paintedText(480, 272, Message.toUpper(), 19, Flags));
     }
