@@ -139,7 +139,7 @@ private Q_SLOTS:
     void everyControlReachesTheRealViewModel()
     {
         EditorBench bench;
-        bench.engine.fields = {"dash_b"_q, "dash_a"_q};
+        bench.script().fields = {"dash_b"_q, "dash_a"_q};
         EditorBench::storePath(bench.file());
         bench.make();
         EditorDocument document(*bench.model);

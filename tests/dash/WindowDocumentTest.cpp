@@ -1,7 +1,7 @@
 #include "dash/HostedDocument.h"
+#include "support/FakeEngine.h"
 #include "support/Shouter.h"
 #include "views/DashboardWindowVM.h"
-#include "views/FakeEngine.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtTest/QtTest>

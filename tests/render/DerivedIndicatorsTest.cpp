@@ -22,80 +22,55 @@ class DerivedIndicatorsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void halvesGoTowardsPositiveInfinity_data()
+    void halvesGoUpwardsAndThoseOfTheEngineSpeedAwayFromZero_data()
     {
         QTest::addColumn<float>("value");
-        QTest::addColumn<int>("expected");
-        const auto row = [](const char *name, float value, int expected) {
-            QTest::newRow(name) << value << expected;
+        QTest::addColumn<int>("upwards");
+        QTest::addColumn<int>("awayFromZero");
+        const auto row = [](const char *name, float value, int upwards, int awayFromZero) {
+            QTest::newRow(name) << value << upwards << awayFromZero;
         };
-        row("zero", 0.0F, 0);
-        row("minus zero", -0.0F, 0);
-        row("half", 0.5F, 1);
-        row("minus half", -0.5F, 0);
-        row("beyond minus half", -0.6F, -1);
-        row("below half", 0.4999999F, 0);
+        row("zero", 0.0F, 0, 0);
+        row("minus zero", -0.0F, 0, 0);
+        row("half", 0.5F, 1, 1);
+        row("minus half", -0.5F, 0, -1);
+        row("beyond minus half", -0.6F, -1, -1);
+        row("below half", 0.4999999F, 0, 0);
         // The sum with one half is 1 in single precision.
-        row("largest below half", 0.49999997F, 1);
-        row("2.5", 2.5F, 3);
-        row("-2.5", -2.5F, -2);
-        row("-1.5", -1.5F, -1);
-        row("-1.49", -1.49F, -1);
-        row("-1.51", -1.51F, -2);
-        row("whole", 42.0F, 42);
-        row("minus whole", -42.0F, -42);
+        row("largest below half", 0.49999997F, 1, 0);
+        row("1.5", 1.5F, 2, 2);
+        row("2.4", 2.4F, 2, 2);
+        row("2.5", 2.5F, 3, 3);
+        row("4.5", 4.5F, 5, 5);
+        row("-1.49", -1.49F, -1, -1);
+        row("-1.5", -1.5F, -1, -2);
+        row("-1.51", -1.51F, -2, -2);
+        row("-2.5", -2.5F, -2, -3);
+        row("-2.6", -2.6F, -3, -3);
+        row("whole", 42.0F, 42, 42);
+        row("minus whole", -42.0F, -42, -42);
         // Odd and too large for a half: the sum is rounded to even.
-        row("2^23 + 1", 8388609.0F, 8388610);
-        row("-(2^23 + 1)", -8388609.0F, -8388609);
-        row("largest float in an int", 2147483520.0F, 2147483520);
-        row("smallest int", -2147483648.0F, IntMin);
-        row("next to the smallest int", -2147483520.0F, -2147483520);
-        row("2^31", 2147483648.0F, IntMax);
-        row("huge", 3e38F, IntMax);
-        row("minus huge", -3e38F, IntMin);
-        row("infinity", Inf, IntMax);
-        row("minus infinity", -Inf, IntMin);
-        row("not a number", NaN, 0);
-        row("minus not a number", -NaN, 0);
+        row("2^23 + 1", 8388609.0F, 8388610, 8388609);
+        row("-(2^23 + 1)", -8388609.0F, -8388609, -8388609);
+        row("largest float in an int", 2147483520.0F, 2147483520, 2147483520);
+        row("smallest int", -2147483648.0F, IntMin, IntMin);
+        row("next to the smallest int", -2147483520.0F, -2147483520, -2147483520);
+        row("2^31", 2147483648.0F, IntMax, IntMax);
+        row("huge", 3e38F, IntMax, IntMax);
+        row("minus huge", -3e38F, IntMin, IntMin);
+        row("infinity", Inf, IntMax, IntMax);
+        row("minus infinity", -Inf, IntMin, IntMin);
+        row("not a number", NaN, 0, 0);
+        row("minus not a number", -NaN, 0, 0);
     }
 
-    void halvesGoTowardsPositiveInfinity()
+    void halvesGoUpwardsAndThoseOfTheEngineSpeedAwayFromZero()
     {
         QFETCH(float, value);
-        QFETCH(int, expected);
-        QCOMPARE(di::rounded(value), expected);
-    }
-
-    void halvesOfTheEngineSpeedGoAwayFromZero_data()
-    {
-        QTest::addColumn<float>("value");
-        QTest::addColumn<int>("expected");
-        const auto row = [](const char *name, float value, int expected) {
-            QTest::newRow(name) << value << expected;
-        };
-        row("zero", 0.0F, 0);
-        row("half", 0.5F, 1);
-        row("1.5", 1.5F, 2);
-        row("2.5", 2.5F, 3);
-        row("4.5", 4.5F, 5);
-        row("minus half", -0.5F, -1);
-        row("-2.5", -2.5F, -3);
-        row("2.4", 2.4F, 2);
-        row("-2.6", -2.6F, -3);
-        row("largest below half", 0.49999997F, 0);
-        row("2^23 + 1", 8388609.0F, 8388609);
-        row("huge", 3e38F, IntMax);
-        row("minus huge", -3e38F, IntMin);
-        row("infinity", Inf, IntMax);
-        row("minus infinity", -Inf, IntMin);
-        row("not a number", NaN, 0);
-    }
-
-    void halvesOfTheEngineSpeedGoAwayFromZero()
-    {
-        QFETCH(float, value);
-        QFETCH(int, expected);
-        QCOMPARE(di::roundedAwayFromZero(value), expected);
+        QFETCH(int, upwards);
+        QFETCH(int, awayFromZero);
+        QCOMPARE(di::rounded(value), upwards);
+        QCOMPARE(di::roundedAwayFromZero(value), awayFromZero);
     }
 
     void gearsHaveTheirTexts_data()

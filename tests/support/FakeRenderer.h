@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
+#include <set>
 #include <vector>
 
 struct Publication
@@ -35,8 +37,10 @@ struct RendererScript
 {
     bool loads = true;
     bool renders = true;
-    unsigned char fill = 1; ///< Every byte of the next picture.
+    unsigned char fill = 1;           ///< Every byte of the next picture.
+    std::optional<std::size_t> bytes; ///< Of the next picture, if it has not the size it should.
     QStringList errors;
+    std::set<QString> fields;
     std::function<void()> duringLoad;
     std::function<void()> duringPublish;
     std::function<void()> duringRender;
@@ -89,7 +93,7 @@ public:
             script.duringRender();
         if (!script.renders)
             return false;
-        buffer.resize(std::size_t(width) * std::size_t(height) * 4);
+        buffer.resize(script.bytes.value_or(frameBytes(width, height)));
         std::fill(buffer.begin(), buffer.end(), script.fill);
         return true;
     }
@@ -108,7 +112,7 @@ public:
             script.duringPublish();
     }
 
-    std::set<QString> publishedFields() override { return {}; }
+    std::set<QString> publishedFields() override { return script.fields; }
 
 private:
     RendererScript &script;

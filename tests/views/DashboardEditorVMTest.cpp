@@ -65,7 +65,7 @@ private Q_SLOTS:
     void theContextStartsThePreview()
     {
         EditorBench bench;
-        bench.engine.fields = {"dash_b"_q, "dash_a"_q, "Zeta"_q, "dash_A"_q};
+        bench.script().fields = {"dash_b"_q, "dash_a"_q, "Zeta"_q, "dash_A"_q};
         bench.make();
         const QSignalSpy changes(bench.model.get(), &DashboardEditorVM::previewChanged);
         bench.model->initContext(nullptr);

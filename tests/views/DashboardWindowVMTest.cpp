@@ -1,6 +1,6 @@
 #include "views/DashboardWindowVM.h"
 #include "support/EngineBench.h"
-#include "views/FakeEngine.h"
+#include "support/FakeEngine.h"
 
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "plugin/INavigationService.h"
+#include "support/FakeEngine.h"
 #include "support/TemporaryHome.h"
 #include "support/TestFiles.h"
 #include "views/DashboardEditorVM.h"
-#include "views/FakeEngine.h"
 
 #include <QtCore/QTimer>
 #include <QtCore/QVariant>

@@ -34,32 +34,6 @@ struct Preview
     QImage request(int width) { return provider->requestImage({}, &size, QSize(width, 7)); }
 };
 
-/// Says true and leaves a frame of so many bytes.
-class OddRenderer final : public IDashboardRenderer
-{
-public:
-    std::size_t bytes = 0;
-    QSize asked;
-
-    bool load(const QString &, int, int) override { return true; }
-    bool renderFrame(Frame &buffer, int width, int height, bool) override
-    {
-        asked = QSize(width, height);
-        buffer.assign(bytes, 3);
-        return true;
-    }
-    const QStringList &errors() override { return none; }
-    void publishTelemetry(const VehicleTelemetry &, const DisplayLimits &,
-                          const ExtendedTelemetry &, const QString &, const TuneInfo &, float, bool,
-                          bool, bool) override
-    {
-    }
-    std::set<QString> publishedFields() override { return {}; }
-
-private:
-    QStringList none;
-};
-
 } // namespace
 
 class EditorProvidersTest : public QObject
@@ -86,33 +60,28 @@ private Q_SLOTS:
     {
         QFETCH(int, width);
         QFETCH(QSize, rendered);
-        OddRenderer renderer;
-        const auto lent = std::make_shared<LentRenderer>();
-        lent->renderer = &renderer;
-        PreviewImageProvider provider(lent);
+        Preview preview;
         const bool small = rendered.width() < 1000;
-        renderer.bytes = small ? frameBytes(rendered.width(), rendered.height()) : 4;
-        QSize size;
-        const QImage image = provider.requestImage({}, &size, QSize(width, 7));
-        QCOMPARE(renderer.asked, rendered);
-        QCOMPARE(size, QSize(480, 272));
+        if (!small)
+            preview.script.bytes = 4; // More than that would be too much for a test.
+        const QImage image = preview.request(width);
+        const RenderCall &call = preview.script.renderCalls.back();
+        QCOMPARE(QSize(call.width, call.height), rendered);
+        QCOMPARE(preview.size, QSize(480, 272));
         QCOMPARE(image.size(), small && rendered.height() > 0 ? rendered : QSize(0, 0));
     }
 
     void aTrueResultOfAnotherLengthKeepsThePicture()
     {
-        OddRenderer renderer;
-        const auto lent = std::make_shared<LentRenderer>();
-        lent->renderer = &renderer;
-        PreviewImageProvider provider(lent);
+        Preview preview;
+        preview.script.fill = 3;
         const std::size_t whole = frameBytes(48, 27);
-        renderer.bytes = whole;
-        const QImage image = provider.requestImage({}, nullptr, QSize(48, 0));
+        const QImage image = preview.request(48);
         QCOMPARE(image.size(), QSize(48, 27));
         QCOMPARE(image.pixel(47, 26), 0x03030303U);
         for (const std::size_t bytes : {std::size_t(0), std::size_t(1), whole - 1, whole + 1}) {
-            renderer.bytes = bytes;
-            QCOMPARE(provider.requestImage({}, nullptr, QSize(48, 0)), image);
+            preview.script.bytes = bytes;
+            QCOMPARE(preview.request(48), image);
         }
     }
 
