@@ -115,7 +115,7 @@ private Q_SLOTS:
             }
             bench.tick();
             QCOMPARE(bench.script.publications.size(), 1U);
-            const Publication &published = bench.script.publications.front();
+            const PublishedRecords &published = bench.script.publications.front();
             const RecordBytes newest = patterned(3);
             QCOMPARE(bytesOf(published.vehicle), bytesOf(newest.vehicle));
             QCOMPARE(bytesOf(published.limits), bytesOf(newest.limits));
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(bench.wakeUps.count(), 0);
         bench.tick();
         QCOMPARE(bench.script.publications.size(), 1U);
-        const Publication published = bench.script.publications[0];
+        const PublishedRecords published = bench.script.publications[0];
         QCOMPARE(published.motionProfileName, QStringLiteral("Rough road"));
         QCOMPARE(published.tune.group, QStringLiteral("Motion"));
         QCOMPARE(published.tune.name, QStringLiteral("Heave"));

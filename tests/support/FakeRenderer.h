@@ -11,7 +11,8 @@
 #include <set>
 #include <vector>
 
-struct Publication
+/// What a renderer was told in one publication.
+struct PublishedRecords
 {
     VehicleTelemetry vehicle;
     DisplayLimits limits;
@@ -49,7 +50,7 @@ struct RendererScript
     int made = 0;
     int destroyed = 0;
     QStringList calls; ///< "load PATH WxH", "publish", "render WxH", in order.
-    std::vector<Publication> publications;
+    std::vector<PublishedRecords> publications;
     std::vector<RenderCall> renderCalls;
 
     int count(const QString &prefix) const

@@ -229,7 +229,7 @@ private Q_SLOTS:
     {
         EditorBench bench;
         bench.run();
-        const Publication before = bench.published();
+        const PublishedRecords before = bench.published();
         QCOMPARE(before.steeringSmoothing, 1.0F);
         QVERIFY(!before.useMph && !before.showMarkers && !before.paused);
         QCOMPARE(before.vehicle.statusFlags & Boxes, 0U);
@@ -241,7 +241,7 @@ private Q_SLOTS:
         bench.model->setPaused(true);
         bench.model->setSystemPanel(true);
         QCOMPARE(bench.takeCalls(), QStringList());
-        const Publication after = bench.published();
+        const PublishedRecords after = bench.published();
         QVERIFY(after.useMph && after.showMarkers && after.paused);
         QCOMPARE(after.motionProfileName, "Demo Profile"_q);
         QCOMPARE(after.tune.changeCounter, 1U);
@@ -258,7 +258,7 @@ private Q_SLOTS:
             expected.systemPanel = step % 100 < 50;
             bench.model->setSystemPanel(expected.systemPanel);
             expected.step();
-            const Publication actual = bench.published();
+            const PublishedRecords actual = bench.published();
             QVERIFY(sameBytes(actual.vehicle, expected.vehicle));
             QVERIFY(sameBytes(actual.limits, expected.limits));
             QVERIFY(sameBytes(actual.extended, expected.extended));

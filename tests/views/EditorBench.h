@@ -63,7 +63,7 @@ public:
         QMetaObject::invokeMethod(model.get(), "updateDash", Qt::DirectConnection);
     }
     /// What the next step of the telemetry publishes.
-    Publication published()
+    PublishedRecords published()
     {
         tick();
         return script().publications.back();

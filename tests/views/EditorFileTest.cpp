@@ -3,6 +3,8 @@
 #include <QtCore/QElapsedTimer>
 #include <QtTest/QtTest>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int Patience = 30'000;
@@ -25,6 +27,12 @@ public:
     QByteArray seen;
     int loads = 0;
 
+    bool reloadIsDue() const
+    {
+        const auto timers = model->findChildren<QTimer *>();
+        return std::any_of(timers.begin(), timers.end(),
+                           [](const QTimer *timer) { return timer->isActive(); });
+    }
     void open(const QString &path)
     {
         model->setPath(path);
@@ -115,7 +123,9 @@ private Q_SLOTS:
         const QString first = bench.model->currentPath();
         const QString second = bench.file("/Second.qml", "a");
         writeFile(first, "changed before the other was chosen");
+        QTRY_VERIFY_WITH_TIMEOUT(bench.reloadIsDue(), Patience);
         bench.open(second);
+        QVERIFY(!bench.reloadIsDue());
         writeFile(first, "changed after");
         QVERIFY(QFile::remove(first));
         writeFile(second, "b");
