@@ -31,17 +31,18 @@ private Q_SLOTS:
             QPointer<QWindow> window = std::make_unique<QWindow>().release();
             bench.model->setWindow(window);
             for (const Step step : steps) {
-                if (step == DestroyWindow)
-                    delete window;
+                if (step == DestroyWindow && window != nullptr)
+                    window->deleteLater();
                 else if (step == DestroyModel)
                     bench.model.reset();
                 else if (step == DestroyQml)
                     bench.qml.reset();
                 else if (step == Ok && bench.model != nullptr)
                     bench.model->ok();
-                else if (step != Ok && window != nullptr)
+                else if ((step == Show || step == Hide) && window != nullptr)
                     window->setVisible(step == Show);
                 QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                QVERIFY(step != DestroyWindow || window.isNull());
 
                 if (bench.model != nullptr) {
                     const QSignalSpy changes(bench.model.get(), &DashboardEditorVM::previewChanged);
