@@ -12,6 +12,14 @@ constexpr QSize LargestPicture(4096, 4096); ///< In pixels; 64 MB in memory.
 constexpr QByteArray::Base64Options Encoding =
     QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals;
 
+/// The toolkit would log each null picture, with an address that tells nobody anything.
+QImage noPicture()
+{
+    QImage image(1, 1, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    return image;
+}
+
 } // namespace
 
 QString PreviewImages::address(const QString &path)
@@ -32,13 +40,15 @@ QImage PreviewImages::requestImage(const QString &id, QSize *size, const QSize &
     reader.setDecideFormatFromContent(true);
     const QSize whole = reader.size();
     if (!whole.isValid() || whole.boundedTo(LargestPicture) != whole)
-        return {};
+        return noPicture();
     if (requestedSize.isValid() && !requestedSize.isEmpty()) {
         const QSize fitting = whole.scaled(requestedSize, Qt::KeepAspectRatio);
         if (fitting.width() < whole.width())
             reader.setScaledSize(fitting.expandedTo(QSize(1, 1)));
     }
     QImage image = reader.read();
+    if (image.isNull())
+        return noPicture();
     if (size != nullptr)
         *size = image.size();
     return image;

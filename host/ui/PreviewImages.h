@@ -4,7 +4,8 @@
 #include <QtQuick/QQuickImageProvider>
 
 /// Loads the preview pictures of dashboards, away from the GUI thread and no larger than asked for.
-/// A file that is no picture, or an absurdly large one, gives none.
+/// A
+/// file that is no picture, or an absurdly large one, gives a single transparent pixel.
 class PreviewImages final : public QQuickImageProvider
 {
 public:

@@ -63,7 +63,8 @@ Item {
 
         HLVN.Label {
             anchors.centerIn: parent
-            visible: root.preview === "" || image.status === Image.Error
+            // A single pixel stands for what can't be shown.
+            visible: root.preview === "" || (image.status === Image.Ready && image.implicitWidth <= 1)
             text: qsTr("No preview")
             color: ux.textDarkColor
         }

@@ -60,7 +60,13 @@ class ProgramWindowsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { home = std::make_unique<TemporaryHome>(); }
+    void init()
+    {
+        home = std::make_unique<TemporaryHome>();
+        qputenv("XDG_RUNTIME_DIR", home->path().toLocal8Bit());
+    }
+
+    void cleanup() { home.reset(); }
 
     void everyWindowEndsCleanlyWhenTheSystemAsks_data()
     {
