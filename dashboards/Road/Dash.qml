@@ -1,31 +1,22 @@
 import QtQuick 2.15
+import "Gauges"
+import "Gauges/Theme.js" as Theme
 
 Rectangle {
     id: road
 
     readonly property real speed: Math.abs(dash_useMph ? dash_speed_mph : dash_speed_kmh)
-    // A limit out of this range says that the source knows none.
-    readonly property bool knowsMaxRpm: dash_maxRpm > 500 && dash_maxRpm < 100000
-    readonly property real rpmLimit: knowsMaxRpm ? dash_maxRpm : 10000
-    // A slow engine's scale counts hundreds: few round thousands would tell little about it.
-    readonly property real rpmStep: rpmLimit <= 1000 ? 100
-        : rpmLimit < 2000 ? 200
-        : rpmLimit <= 4000 ? 500 : 1000 * Math.ceil(rpmLimit / 10000)
-    readonly property real rpmUnit: rpmStep < 1000 ? 100 : 1000
-    readonly property bool redline: knowsMaxRpm && dash_rpmRedThreshold_Percent > 0
-        && dash_rpm * 100 >= dash_maxRpm * dash_rpmRedThreshold_Percent
     readonly property bool knowsRaceLength: dash_numberOfLaps_Available && dash_numberOfLaps > 0
     // Without a best lap there is nothing that the lap under way could be compared with.
     readonly property bool hasDelta: dash_currentTime_str_Available && dash_bestTime_ms_Available
-        && dash_bestTime_ms > 0 && !isNaN(dash_deltaTime_s)
-    readonly property Theme theme: Theme {}
+        && dash_bestTime_ms > 0
 
     width: 480
     height: 272
     gradient: Gradient {
-        GradientStop { position: 0.0; color: road.theme.metalDark }
+        GradientStop { position: 0.0; color: Theme.metalDark }
         GradientStop { position: 0.5; color: "#0a0c0f" }
-        GradientStop { position: 1.0; color: road.theme.night }
+        GradientStop { position: 1.0; color: Theme.night }
     }
 
     Row {
@@ -72,7 +63,7 @@ Rectangle {
             opacity: dash_drsAvailable || dash_drsEngaged ? 1 : 0
             text: "DRS"
             lit: dash_drsEngaged
-            litColor: road.theme.good
+            litColor: Theme.good
             armed: dash_drsAvailable
         }
 
@@ -80,7 +71,7 @@ Rectangle {
             opacity: dash_speedLimiter_Available ? 1 : 0
             text: "LIM"
             lit: dash_speedLimiter
-            litColor: road.theme.ink
+            litColor: Theme.ink
         }
     }
 
@@ -103,7 +94,7 @@ Rectangle {
         y: speedDial.y + 125
         width: 80
         height: 42
-        color: road.theme.ink
+        color: Theme.ink
         font.pixelSize: 38
         font.bold: true
         text: road.speed > 999 ? "–" : road.speed
@@ -116,27 +107,16 @@ Rectangle {
         text: dash_useMph ? "mph" : "km/h"
     }
 
-    Dial {
+    RpmDial {
         id: rpmDial
 
         x: 272
         y: 33
         width: 204
-        value: dash_rpm
-        majorStep: road.rpmStep
-        // The bound holds while one of the two already belongs to the next vehicle.
-        majorCount: Math.min(10, Math.ceil(road.rpmLimit / road.rpmStep))
-        minorPerMajor: road.rpmStep === 500 ? 5 : 4
-        numeralUnit: road.rpmUnit
-        numeralSize: 19
-        cautionFrom: road.knowsMaxRpm ? road.rpmLimit * dash_rpmYellowThreshold_Percent / 100 : 0
-        dangerFrom: road.knowsMaxRpm ? road.rpmLimit * dash_rpmRedThreshold_Percent / 100 : 0
-    }
-
-    Label {
-        anchors.horizontalCenter: rpmDial.horizontalCenter
-        y: rpmDial.y + 56
-        text: "×" + road.rpmUnit + " r/min"
+        rpm: dash_rpm
+        maxRpm: dash_maxRpm
+        yellow: dash_rpmYellowThreshold_Percent
+        red: dash_rpmRedThreshold_Percent
     }
 
     FuelGauge {
@@ -157,50 +137,31 @@ Rectangle {
         width: 110
         height: 24
         visible: dash_currentTime_str_Available
-        color: road.theme.ink
-        font.pixelSize: text.length > 9 ? 18 : 23
+        color: Theme.ink
+        fits: true
+        font.pixelSize: 23
         font.bold: true
         text: dash_currentTime_str
     }
 
-    Label {
+    DeltaTime {
         id: delta
 
         anchors.horizontalCenter: parent.horizontalCenter
         y: 63
-        width: 90
-        height: 22
-        visible: road.hasDelta
-        color: dash_deltaTime_s > 0 ? road.theme.danger : dash_deltaTime_s < 0 ? road.theme.good : road.theme.muted
-        font.pixelSize: 19
-        font.bold: true
-        text: (dash_deltaTime_s > 0 ? "+" : "") + dash_deltaTime_str.replace("-", "−")
+        known: road.hasDelta
+        seconds: dash_deltaTime_s
+        digits: dash_deltaTime_str
     }
 
-    Rectangle {
+    GearPlate {
         id: gearPlate
 
         anchors.horizontalCenter: parent.horizontalCenter
         y: 98
-        width: 52
-        height: 74
-        radius: 8
-        antialiasing: true
-        gradient: Gradient {
-            GradientStop { position: 0.0; color: dash_rpmBlink ? road.theme.danger : road.theme.faceTop }
-            GradientStop { position: 1.0; color: dash_rpmBlink ? road.theme.danger : road.theme.faceBottom }
-        }
-        border.width: 1.5
-        border.color: road.redline ? road.theme.danger : road.theme.metal
-
-        Label {
-            anchors.fill: parent
-            visible: !dash_paused
-            color: road.theme.ink
-            font.pixelSize: text.length > 2 ? 30 : text.length > 1 ? 46 : 66
-            font.bold: true
-            text: dash_gear_str
-        }
+        text: dash_gear_str
+        redline: rpmDial.redline
+        flash: dash_rpmBlink
     }
 
     Label {
@@ -211,8 +172,9 @@ Rectangle {
         width: 48
         height: 36
         visible: dash_position_Available && dash_position > 0 && dash_position < 1000
-        color: road.theme.ink
-        font.pixelSize: text.length > 3 ? 20 : 26
+        color: Theme.ink
+        fits: true
+        font.pixelSize: 26
         font.bold: true
         text: "P" + dash_position
     }
@@ -228,19 +190,19 @@ Rectangle {
         PedalBar {
             label: "C"
             percent: dash_clutchPedal_Percent
-            color: road.theme.muted
+            color: Theme.muted
         }
 
         PedalBar {
             label: "B"
             percent: dash_brakePedal_Percent
-            color: road.theme.danger
+            color: Theme.danger
         }
 
         PedalBar {
             label: "T"
             percent: dash_gasPedal_Percent
-            color: road.theme.good
+            color: Theme.good
         }
     }
 
@@ -302,52 +264,12 @@ Rectangle {
         time: dash_bestTime_str
     }
 
-    Rectangle {
-        anchors.fill: parent
-        visible: dash_paused
-        opacity: 0.565
-        color: road.theme.night
+    PauseVeil {
+        shown: dash_paused
+        badge: gearPlate
     }
 
-    // Takes the place of the gear, which means nothing meanwhile.
-    Item {
-        anchors.fill: gearPlate
-        visible: dash_paused
-
-        Rectangle {
-            x: 15
-            y: 18
-            width: 7
-            height: 26
-            antialiasing: true
-            color: road.theme.ink
-        }
-
-        Rectangle {
-            x: 30
-            y: 18
-            width: 7
-            height: 26
-            antialiasing: true
-            color: road.theme.ink
-        }
-
-        Label {
-            y: 51
-            width: parent.width
-            color: road.theme.ink
-            font.pixelSize: 12
-            font.bold: true
-            text: "PAUSED"
-        }
-    }
-
-    Loader {
-        anchors.fill: parent
-        active: dash_showMarkers
-        sourceComponent: Markers {
-            areas: [aids, flags, modes, speedDial, rpmDial, currentTime, delta, gearPlate,
-                    position, pedals, fuel, lastLap, laps, bestLap]
-        }
+    Markers {
+        shown: dash_showMarkers
     }
 }

@@ -1,7 +1,9 @@
 import QtQuick 2.15
+import "Theme.js" as Theme
 
-// The session flags that are out share the width. Each is told by its pattern and its name, not by
-// colour alone.
+// The session flags that are out share the width, and nothing shows without one. Each is told by its
+// pattern and its name, not by colour alone.
+//   yellow, blue, black, blackAndWhite   dash_sessionFlag*
 Item {
     id: band
 
@@ -13,8 +15,11 @@ Item {
     readonly property int count: yellow + blue + black + blackAndWhite
     readonly property real gap: 4
     readonly property real share: count > 0 ? (width - gap * (count - 1)) / count : width
-    readonly property bool roomy: count < 3
-    readonly property Theme theme: Theme {}
+    // Room for a symbol and for whole words.
+    readonly property bool roomy: share >= 130
+
+    implicitWidth: 284
+    implicitHeight: 22
 
     Row {
         anchors.fill: parent
@@ -26,9 +31,9 @@ Item {
             height: band.height
             roomy: band.roomy
             text: "BLACK"
-            cloth: band.theme.black
-            ink: band.theme.white
-            rim: band.theme.white
+            cloth: Theme.black
+            ink: Theme.white
+            rim: Theme.white
         }
 
         SessionFlag {
@@ -36,10 +41,10 @@ Item {
             width: band.share
             height: band.height
             roomy: band.roomy
-            text: band.count < 2 ? "BLACK / WHITE" : "BLK / WHT"
-            cloth: band.theme.black
-            ink: band.theme.white
-            rim: band.theme.white
+            text: band.share >= 180 ? "BLACK / WHITE" : "BLK / WHT"
+            cloth: Theme.black
+            ink: Theme.white
+            rim: Theme.white
             divided: true
         }
 
@@ -49,9 +54,9 @@ Item {
             height: band.height
             roomy: band.roomy
             text: "YELLOW"
-            cloth: band.theme.yellow
-            ink: band.theme.inkOnBright
-            rim: band.theme.yellow
+            cloth: Theme.yellow
+            ink: Theme.inkOnBright
+            rim: Theme.yellow
         }
 
         SessionFlag {
@@ -60,9 +65,9 @@ Item {
             height: band.height
             roomy: band.roomy
             text: "BLUE"
-            cloth: "#1f5fe0"
-            ink: band.theme.white
-            rim: "#5c8ff5"
+            cloth: Theme.blue
+            ink: Theme.white
+            rim: Theme.blueRim
         }
     }
 }

@@ -1,7 +1,8 @@
 import QtQuick 2.15
 
-// Turns about its own origin and points up at 0 degrees. The taper is two bars that meet at the
+// A needle that turns about its own origin and points up at 0 degrees. The taper is two bars that meet at the
 // tip, since only rectangles have smooth edges without a multisampled framebuffer.
+//   length, thickness (at the root), color; turn it with `rotation`
 Item {
     id: needle
 

@@ -1,12 +1,14 @@
 import QtQuick 2.15
+import "Theme.js" as Theme
 
+// The symbol of a fuel pump.
 Item {
     id: pump
 
     property color color: "white"
 
-    width: 12
-    height: 13
+    implicitWidth: 12
+    implicitHeight: 13
 
     Rectangle {
         width: 7

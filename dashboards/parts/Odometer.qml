@@ -1,21 +1,22 @@
 import QtQuick 2.15
+import "Theme.js" as Theme
 
 // A count on drums behind one window. More than the drums can show stands still at nines.
+//   value, drums
 Rectangle {
     id: odometer
 
     property real value: 0
     property int drums: 3
     readonly property string digits: String(Math.max(0, Math.min(Math.pow(10, drums) - 1, value)))
-    readonly property Theme theme: Theme {}
 
     width: row.width + 4
     height: row.height + 4
     radius: 3
     antialiasing: true
-    color: "#020303"
+    color: Theme.bezelEdge
     border.width: 1
-    border.color: "#3a424a"
+    border.color: Theme.metal
 
     Row {
         id: row
@@ -34,14 +35,14 @@ Rectangle {
                 width: 15
                 height: 22
                 gradient: Gradient {
-                    GradientStop { position: 0.0; color: odometer.theme.faceBottom }
-                    GradientStop { position: 0.5; color: "#333b43" }
-                    GradientStop { position: 1.0; color: odometer.theme.faceBottom }
+                    GradientStop { position: 0.0; color: Theme.faceBottom }
+                    GradientStop { position: 0.5; color: Theme.metal }
+                    GradientStop { position: 1.0; color: Theme.faceBottom }
                 }
 
                 Label {
                     anchors.fill: parent
-                    color: parent.leading ? "#6d7680" : odometer.theme.ink
+                    color: parent.leading ? Theme.faint : Theme.ink
                     font.pixelSize: 18
                     font.bold: true
                     text: parent.leading ? "0" : odometer.digits.charAt(parent.place)

@@ -1,7 +1,13 @@
 import QtQuick 2.15
+import "Theme.js" as Theme
 
 // A round instrument over `sweep` degrees, open at the bottom. All that depends on the scale alone
 // is static; the value moves nothing but the needle.
+//   value       where the needle points, in the scale's unit, from 0
+//   majorStep, majorCount, minorPerMajor   the scale: numbered ticks, and the parts between two
+//   numeralUnit, numeralSize   a numeral is the value divided by the unit; pixels
+//   cautionFrom, dangerFrom    marks from a value up to the end of the scale; 0 draws none
+//   needleColor
 Item {
     id: dial
 
@@ -11,17 +17,16 @@ Item {
     property int minorPerMajor: 2
     property real numeralUnit: 1
     property int numeralSize: 15
-    // Marks from a value up to the end of the scale; a value of 0 draws none.
     property real cautionFrom: 0
     property real dangerFrom: 0
+    property real sweep: 260
+    property color needleColor: Theme.accent
 
-    readonly property real sweep: 260
     readonly property real radius: width / 2
     readonly property real scaleRadius: radius - 12
     readonly property real maximum: majorStep * majorCount
     readonly property int tickCount: majorCount * minorPerMajor
     readonly property real share: Math.max(0, Math.min(1.01, value / maximum))
-    readonly property Theme theme: Theme {}
 
     function angleOf(share) {
         return (share - 0.5) * sweep
@@ -35,7 +40,8 @@ Item {
         return dangerFrom > 0 && share * maximum >= dangerFrom - maximum * 0.001
     }
 
-    height: width
+    implicitWidth: 204
+    implicitHeight: width
 
     Rectangle {
         anchors.fill: parent
@@ -43,9 +49,9 @@ Item {
         radius: width / 2
         antialiasing: true
         gradient: Gradient {
-            GradientStop { position: 0.0; color: dial.theme.faceTop }
-            GradientStop { position: 0.55; color: "#11151a" }
-            GradientStop { position: 1.0; color: dial.theme.faceBottom }
+            GradientStop { position: 0.0; color: Theme.faceTop }
+            GradientStop { position: 0.55; color: Theme.faceMiddle }
+            GradientStop { position: 1.0; color: Theme.faceBottom }
         }
     }
 
@@ -57,7 +63,7 @@ Item {
         antialiasing: true
         color: "transparent"
         border.width: 2
-        border.color: "#8d969f"
+        border.color: Theme.bezelBright
     }
 
     Rectangle {
@@ -69,7 +75,7 @@ Item {
         antialiasing: true
         color: "transparent"
         border.width: 2.4
-        border.color: "#2b3138"
+        border.color: Theme.bezelDark
     }
 
     Rectangle {
@@ -81,7 +87,7 @@ Item {
         antialiasing: true
         color: "transparent"
         border.width: 1.6
-        border.color: "#040506"
+        border.color: Theme.bezelEdge
     }
 
     Rectangle {
@@ -92,21 +98,21 @@ Item {
         antialiasing: true
         color: "transparent"
         border.width: 0.7
-        border.color: dial.theme.ghost
+        border.color: Theme.ghost
     }
 
     ZoneMarks {
         dial: dial
         from: dial.cautionFrom
         to: dial.dangerFrom > 0 ? dial.dangerFrom : dial.maximum
-        color: dial.theme.caution
+        color: Theme.caution
     }
 
     ZoneMarks {
         dial: dial
         from: dial.dangerFrom
         to: dial.maximum
-        color: dial.theme.danger
+        color: Theme.danger
     }
 
     Repeater {
@@ -123,7 +129,7 @@ Item {
             y: dial.radius - Math.cos(dial.radians(share)) * middle - height / 2
             rotation: dial.angleOf(share)
             antialiasing: true
-            color: dial.isDanger(share) ? dial.theme.danger : major ? dial.theme.ink : dial.theme.muted
+            color: dial.isDanger(share) ? Theme.danger : major ? Theme.ink : Theme.muted
         }
     }
 
@@ -139,7 +145,7 @@ Item {
 
             x: dial.radius + Math.sin(dial.radians(share)) * middle - width / 2
             y: dial.radius - Math.cos(dial.radians(share)) * middle - height / 2
-            color: dial.isDanger(share) ? dial.theme.danger : dial.theme.ink
+            color: dial.isDanger(share) ? Theme.danger : Theme.ink
             font.pixelSize: dial.numeralSize
             font.bold: true
             text: index * dial.majorStep / dial.numeralUnit
@@ -161,7 +167,7 @@ Item {
         rotation: dial.angleOf(dial.share)
         length: dial.scaleRadius - 3
         thickness: 4.8
-        color: dial.theme.accent
+        color: dial.needleColor
     }
 
     Rectangle {
@@ -170,11 +176,11 @@ Item {
         height: 26
         radius: 13
         antialiasing: true
-        border.color: "#050607"
+        border.color: Theme.bezelEdge
         border.width: 1
         gradient: Gradient {
-            GradientStop { position: 0.0; color: "#4a525a" }
-            GradientStop { position: 1.0; color: dial.theme.metalDark }
+            GradientStop { position: 0.0; color: Theme.bezelDark }
+            GradientStop { position: 1.0; color: Theme.metalDark }
         }
     }
 
@@ -185,8 +191,8 @@ Item {
         radius: 8
         antialiasing: true
         gradient: Gradient {
-            GradientStop { position: 0.0; color: "#1a1f24" }
-            GradientStop { position: 1.0; color: dial.theme.metal }
+            GradientStop { position: 0.0; color: Theme.faceTop }
+            GradientStop { position: 1.0; color: Theme.metal }
         }
     }
 }

@@ -1,5 +1,9 @@
 import QtQuick 2.15
+import "Theme.js" as Theme
 
+// A small round gauge with the figure below.
+//   percent   0 to 100
+//   low       whether it is at or below the warning threshold
 Item {
     id: gauge
 
@@ -9,11 +13,10 @@ Item {
     readonly property real sweep: 100
     readonly property real pivotY: 36
     readonly property real reach: 32
-    readonly property color tone: low ? theme.caution : theme.ink
-    readonly property Theme theme: Theme {}
+    readonly property color tone: low ? Theme.caution : Theme.ink
 
-    width: 84
-    height: 58
+    implicitWidth: 84
+    implicitHeight: 58
 
     Repeater {
         model: 9
@@ -29,7 +32,7 @@ Item {
             y: gauge.pivotY - Math.cos(angle * Math.PI / 180) * middle - height / 2
             rotation: angle
             antialiasing: true
-            color: index < 2 ? gauge.theme.caution : major ? gauge.theme.ink : gauge.theme.muted
+            color: index < 2 ? Theme.caution : major ? Theme.ink : Theme.muted
         }
     }
 
@@ -37,7 +40,7 @@ Item {
         x: gauge.width / 2 - 25 - width / 2
         y: 20
         font.bold: true
-        color: gauge.theme.caution
+        color: Theme.caution
         text: "E"
     }
 
@@ -45,7 +48,7 @@ Item {
         x: gauge.width / 2 + 25 - width / 2
         y: 20
         font.bold: true
-        color: gauge.theme.ink
+        color: Theme.ink
         text: "F"
     }
 
@@ -55,7 +58,7 @@ Item {
         rotation: (gauge.share - 0.5) * gauge.sweep
         length: gauge.reach - 5
         thickness: 2.4
-        color: gauge.theme.accent
+        color: Theme.accent
     }
 
     Rectangle {
@@ -65,7 +68,7 @@ Item {
         height: 8
         radius: 4
         antialiasing: true
-        color: gauge.theme.metal
+        color: Theme.metal
     }
 
     Row {

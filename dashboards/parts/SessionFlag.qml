@@ -1,5 +1,7 @@
 import QtQuick 2.15
+import "Theme.js" as Theme
 
+// One flag of a FlagBand: cloth with its name, and a small flag on a pole if `roomy`.
 Rectangle {
     id: flag
 
@@ -60,6 +62,7 @@ Rectangle {
         color: flag.ink
         font.pixelSize: flag.roomy ? 16 : 13
         font.bold: true
+        fits: true
         font.letterSpacing: flag.roomy ? 1 : 0
         text: flag.text
     }

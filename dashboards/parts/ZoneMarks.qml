@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A part of a dial's scale as a row of blocks along its edge.
+// A part of a Dial's scale, `from` one value `to` another, as a row of blocks along its edge.
 Repeater {
     id: zone
 
