@@ -256,7 +256,7 @@ private Q_SLOTS:
         QCOMPARE(result.exitCode, 0);
         QVERIFY(QFileInfo(home.userFolder()).isDir());
         QVERIFY2(
-            result.output.contains(QRegularExpression(QStringLiteral("\\* +0  Road +built-in"))),
+            result.output.contains(QRegularExpression(QStringLiteral("\\* +\\d+  Road +built-in"))),
             qPrintable(result.output));
 
         QCOMPARE(run("profiles copy road Mine").exitCode, 0);
@@ -264,23 +264,25 @@ private Q_SLOTS:
         QCOMPARE(result.exitCode, 1);
         QCOMPARE(result.errors,
                  QStringLiteral("gauge-host: Dashboard with given name already exists\n"));
-        QCOMPARE(run("profiles rename 1 Other").exitCode, 0);
+        const QRegularExpression own(QStringLiteral("(\\d+)  Mine +user"));
+        const QString id = own.match(run("profiles list").output).captured(1);
+        QCOMPARE(run(qPrintable(QStringLiteral("profiles rename %1 Other").arg(id))).exitCode, 0);
         QCOMPARE(run("profiles activate Road").exitCode, 0);
         QCOMPARE(run("vehicle Kart").output, QStringLiteral("Road (built-in)\n"));
         QCOMPARE(run("profiles vehicles").output, QStringLiteral("Road: Kart\n"));
         QCOMPARE(run("profiles activate Other").exitCode, 0);
         QCOMPARE(run("vehicle Kart").output, QStringLiteral("Road (built-in)\n"));
 
-        const QJsonArray list =
-            QJsonDocument::fromJson(run("profiles list --json").output.toUtf8()).array();
-        QCOMPARE(list.size(), 2);
-        const QJsonObject other = list.at(0).toObject();
-        QCOMPARE(other.value(QLatin1String("name")).toString(), QStringLiteral("Other"));
+        QMap<QString, QJsonObject> list;
+        for (const QJsonValue &entry :
+             QJsonDocument::fromJson(run("profiles list --json").output.toUtf8()).array())
+            list.insert(entry[QLatin1String("name")].toString(), entry.toObject());
+        const QJsonObject other = list.value(QStringLiteral("Other"));
         QCOMPARE(other.value(QLatin1String("builtIn")).toBool(true), false);
         QCOMPARE(other.value(QLatin1String("active")).toBool(true), false);
         QCOMPARE(other.value(QLatin1String("preview")).toString(),
                  home.userFolder() + QStringLiteral("/Other/preview.png"));
-        const QJsonObject road = list.at(1).toObject();
+        const QJsonObject road = list.value(QStringLiteral("Road"));
         QCOMPARE(road.value(QLatin1String("active")).toBool(), true);
         QCOMPARE(road.value(QLatin1String("vehicles")).toArray(),
                  QJsonArray({QStringLiteral("Kart")}));

@@ -1,0 +1,118 @@
+import QtQuick 2.15
+// The parts that a dashboard is built of lie in its own folder; each begins with what it takes.
+import "Gauges"
+import "Gauges/Theme.js" as Theme
+
+// A good start for a dashboard of your own: copy it and change it.
+//
+// The root is 480 x 272; the picture is scaled from there, so nothing here depends on the screen.
+// Names that begin with dash_ are the telemetry. Bind to them and nothing else moves the picture: no
+// timer, no animation.
+Rectangle {
+    id: root
+
+    width: 480
+    height: 272
+    gradient: Gradient {
+        GradientStop { position: 0.0; color: Theme.metalDark }
+        GradientStop { position: 1.0; color: Theme.night }
+    }
+
+    // The thresholds come from the game or from the user, so that the lamps fit every engine.
+    RpmStrip {
+        x: 16
+        y: 14
+        width: 448
+        height: 22
+        rpm: dash_rpm
+        maxRpm: dash_maxRpm
+        green: dash_rpmGreenThreshold_Percent
+        yellow: dash_rpmYellowThreshold_Percent
+        red: dash_rpmRedThreshold_Percent
+        blinking: dash_rpmBlinkingThreshold_Percent
+        flash: dash_rpmBlink
+    }
+
+    FlagBand {
+        x: 98
+        y: 46
+        yellow: dash_sessionFlagYellow
+        blue: dash_sessionFlagBlue
+        black: dash_sessionFlagBlack
+        blackAndWhite: dash_sessionFlagBlackAndWhite
+    }
+
+    // `fits` keeps even absurd values inside the box, and the fixed width keeps digits in their places.
+    Label {
+        x: 16
+        y: 106
+        width: 152
+        height: 86
+        horizontalAlignment: Text.AlignRight
+        fits: true
+        color: Theme.ink
+        font.pixelSize: 92
+        font.bold: true
+        // Reversing is told by the gear.
+        text: Math.abs(dash_useMph ? dash_speed_mph : dash_speed_kmh)
+    }
+
+    Label {
+        x: 16
+        y: 198
+        width: 150
+        horizontalAlignment: Text.AlignRight
+        font.pixelSize: 18
+        text: dash_useMph ? "mph" : "km/h"
+    }
+
+    GearPlate {
+        id: gear
+
+        x: 194
+        y: 92
+        width: 92
+        height: 132
+        size: 118
+        text: dash_gear_str
+        flash: dash_rpmBlink
+    }
+
+    // A value that not every game delivers has a twin that ends in _Available: without it a dash
+    // stands in place of a zero that nobody measured.
+    LapTime {
+        x: 310
+        y: 100
+        width: 154
+        timeSize: 32
+        label: "LAP TIME"
+        time: dash_currentTime_str
+        known: dash_currentTime_str_Available
+    }
+
+    Readout {
+        x: 310
+        y: 166
+        width: 154
+        height: 52
+        caption: "FUEL"
+        valueSize: 36
+        unit: "%"
+        unitSize: 18
+        available: dash_fuelLevel_Percent_Available
+        // Not by colour alone: the driver also reads it.
+        valueColor: dash_fuelLevel_Percent <= dash_lowFuelLevelThreshold_Percent ? Theme.caution : Theme.ink
+        text: dash_fuelLevel_Percent
+    }
+
+    // Last, so that it lies over everything.
+    PauseVeil {
+        shown: dash_paused
+        badge: gear
+    }
+
+    // Outlines of the areas, switched on in the editor.
+    Markers {
+        shown: dash_showMarkers
+    }
+}
