@@ -1,10 +1,9 @@
 #include "FrameRecorder.h"
 
-#include <QtCore/QBuffer>
+#include "PngFile.h"
+
 #include <QtCore/QDir>
-#include <QtCore/QSaveFile>
 #include <QtGui/QImage>
-#include <QtGui/QImageWriter>
 
 #include <algorithm>
 #include <utility>
@@ -24,22 +23,6 @@ int unfinishedFrames(QSize size)
 {
     constexpr qint64 Most = 8;
     return static_cast<int>(std::clamp(MaximumBytes / bytesOf(size), qint64{1}, Most));
-}
-
-/// What went wrong; empty if nothing did. The whole file is made in memory first: only then is a
-/// full disk told by its name.
-QString saveAsPng(const QImage &image, const QString &path)
-{
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, "png");
-    if (!writer.write(image))
-        return writer.errorString();
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(png) != png.size() || !file.commit())
-        return file.errorString();
-    return {};
 }
 
 } // namespace

@@ -15,8 +15,8 @@ constexpr int MaximumFrames = 1'000'000;
 constexpr int MaximumSide = 16'384;
 
 // The views of the library.
-constexpr QLatin1String WindowView("DashboardWindow");
-constexpr QLatin1String EditorView("DashboardEditor");
+const QLatin1String WindowView("DashboardWindow");
+const QLatin1String EditorView("DashboardEditor");
 
 struct Declared
 {
@@ -78,6 +78,10 @@ struct Declared
         QStringLiteral("Run without OpenGL: consumers get a message instead of dashboards.")};
     QCommandLineOption json{QStringLiteral("json"),
                             QStringLiteral("With 'profiles list': print JSON.")};
+    QCommandLineOption output{QStringLiteral("output"),
+                              QStringLiteral("With 'preview': the PNG file to write (default: "
+                                             "preview.png beside the dashboard)."),
+                              QStringLiteral("file")};
     QCommandLineOption verbose{QStringLiteral("verbose"),
                                QStringLiteral("Print the library's progress messages.")};
 
@@ -89,9 +93,9 @@ struct Declared
 
     QList<QCommandLineOption> all() const
     {
-        return {window,     view,           path,      frames,   count,   size,
-                upsideDown, dashboard,      telemetry, demoCars, startAt, mph,
-                kmh,        noAcceleration, json,      verbose,  help,    version};
+        return {window,    view,      path,     frames,  count,  size, upsideDown,
+                dashboard, telemetry, demoCars, startAt, mph,    kmh,  noAcceleration,
+                json,      output,    verbose,  help,    version};
     }
 };
 
@@ -122,19 +126,36 @@ std::optional<int> parseCount(const QString &text, int largest)
 // Each of these reads a part of the command line into `options`. The result says what is wrong, or
 // is empty.
 
-QString readCommand(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readCommand(const QStringList &words, Options &options)
+{
+    const QString verb = words.constFirst();
+    if (verb == QLatin1String("preview") || verb == QLatin1String("lint")) {
+        const bool previews = verb == QLatin1String("preview");
+        if (words.size() != 2 || words.at(1).isEmpty()) {
+            return previews ? QStringLiteral("It is: preview NAME|ID|FILE [--output FILE].")
+                            : QStringLiteral("It is: lint NAME|ID|FILE.");
+        }
+        options.mode = previews ? Options::Mode::Preview : Options::Mode::Lint;
+        options.dashboard = words.at(1);
+        return {};
+    }
+    QString error;
+    const std::optional<ProfileCommand> command = ProfileCommand::parse(words, error);
+    if (!command)
+        return error;
+    options.mode = Options::Mode::Command;
+    options.command = *command;
+    return {};
+}
+
+QString readMode(const QCommandLineParser &parser, const Declared &declared, Options &options)
 {
     const QStringList words = parser.positionalArguments();
     if (!words.isEmpty()) {
-        QString error;
-        const std::optional<ProfileCommand> command = ProfileCommand::parse(words, error);
-        if (!command)
+        const QString error = readCommand(words, options);
+        if (!error.isEmpty())
             return error;
-        options.mode = Options::Mode::Command;
-        options.command = *command;
         options.command.json = parser.isSet(declared.json);
-    }
-    if (options.mode == Options::Mode::Command) {
         for (const QCommandLineOption *option : declared.pictureAndTelemetry()) {
             if (parser.isSet(*option)) {
                 return QStringLiteral("--%1 goes with no command.")
@@ -146,6 +167,10 @@ QString readCommand(const QCommandLineParser &parser, const Declared &declared, 
                        options.command.verb == ProfileCommand::Verb::List;
     if (parser.isSet(declared.json) && !lists)
         return QStringLiteral("--json goes with 'profiles list'.");
+    options.output = parser.value(declared.output);
+    if (parser.isSet(declared.output) &&
+        (options.mode != Options::Mode::Preview || options.output.isEmpty()))
+        return QStringLiteral("--output takes a file and goes with 'preview'.");
     return {};
 }
 
@@ -279,6 +304,8 @@ QString helpText(const QCommandLineParser &parser)
                "  profiles rename NAME|ID NEW Give one of your own another name.\n"
                "  profiles remove NAME|ID     Delete one of your own.\n"
                "  profiles vehicles           Which vehicle goes with which.\n"
+               "  preview NAME|ID|FILE        Draw a dashboard's preview.png.\n"
+               "  lint NAME|ID|FILE           Look for what is wrong with a dashboard.\n"
                "  vehicle NAME                Report a vehicle; prints what is on then.\n");
 }
 
@@ -292,9 +319,10 @@ ParsedOptions parseOptions(const QStringList &arguments)
         QStringLiteral("Shows dashboards of GAUGE64, driven by a simulator's telemetry. Without "
                        "arguments it opens the gallery."));
     parser.addOptions(declared.all());
-    parser.addPositionalArgument(QStringLiteral("command"),
-                                 QStringLiteral("'profiles ...' or 'vehicle ...', see below."),
-                                 QStringLiteral("[command]"));
+    parser.addPositionalArgument(
+        QStringLiteral("command"),
+        QStringLiteral("'profiles ...', 'vehicle ...' and others, see below."),
+        QStringLiteral("[command]"));
     for (const QString &argument : arguments) {
         // What stands for bytes that are no text would name another file than was meant.
         if (argument.contains(QChar::ReplacementCharacter))
@@ -311,7 +339,7 @@ ParsedOptions parseOptions(const QStringList &arguments)
 
     Options options;
     for (const auto read :
-         {readCommand, readView, readPicture, readFrames, readTelemetry, readUnits}) {
+         {readMode, readView, readPicture, readFrames, readTelemetry, readUnits}) {
         const QString error = read(parser, declared, options);
         if (!error.isEmpty())
             return failure(error);

@@ -15,6 +15,8 @@ struct Options
         Gallery, ///< The collection of dashboards, and from there everything else.
         View,    ///< One view of the library alone.
         Frames,  ///< Pictures into files.
+        Preview, ///< One dashboard's preview picture.
+        Lint,    ///< What is wrong with one dashboard.
         Command, ///< No window and no picture.
     };
 
@@ -28,6 +30,7 @@ struct Options
     std::optional<QSize> size; ///< Of the frames, or of the view's window at first, in pixels.
     bool upsideDown = false;
     QString dashboard;    ///< A QML file, or a profile's name or id; empty leaves it to the store.
+    QString output;       ///< Mode `Preview`: the file to write; empty for the usual one.
     QString telemetry;    ///< Empty leaves it to the settings.
     int demoCars = 1;     ///< Cars that the demo drives in turn.
     double startAt = 180; ///< Seconds into the telemetry.

@@ -2,6 +2,7 @@
 
 #include "DashboardAbstractProfilesManager.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
 using Id = DashboardProfileHeader::Id;
@@ -42,5 +43,7 @@ QString findDocument(const DashboardAbstractProfilesManager &store, const QStrin
         if (const auto profile = store.profile(findProfile(store, fileOrProfile)))
             return profile->qmlPath;
     }
+    if (file.isDir())
+        return QDir(file.absoluteFilePath()).filePath(QStringLiteral("Dash.qml"));
     return file.absoluteFilePath();
 }

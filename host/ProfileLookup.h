@@ -11,6 +11,7 @@ class DashboardAbstractProfilesManager;
 DashboardProfileHeader::Id findProfile(const DashboardAbstractProfilesManager &store,
                                        const QString &nameOrId);
 
-/// The absolute path of the document that is meant. An existing file goes before a profile; what is
-/// neither stays a path, for the engine to report.
+/// The absolute path of the document that is meant. An existing file goes before a profile, a
+/// profile before a folder with a Dash.qml; what is none of them stays a path, for the engine to
+/// report.
 QString findDocument(const DashboardAbstractProfilesManager &store, const QString &fileOrProfile);

@@ -1,11 +1,15 @@
 #include "Session.h"
 
+#include "Cluster.h"
 #include "FrameSession.h"
 #include "GaugeLibrary.h"
 #include "IDashboardEngine.h"
+#include "LintCommand.h"
 #include "MessageLog.h"
 #include "Options.h"
+#include "PreviewCommand.h"
 #include "ProfileCommands.h"
+#include "ProfileLookup.h"
 #include "Terminal.h"
 #include "VehicleNames.h"
 #include "WindowSession.h"
@@ -40,6 +44,19 @@ int runCommand(const Options &options, const GaugeLibrary &library)
     return result;
 }
 
+/// A preview, or a lint, of one dashboard.
+int lookOver(const Options &options, const GaugeLibrary &library)
+{
+    // Compiled scripts forget their line numbers, which an author needs.
+    if (options.mode == Options::Mode::Lint)
+        qputenv("QV4_FORCE_INTERPRETER", "1");
+    const Cluster cluster(options, library, false);
+    const QString document = findDocument(*cluster.store, options.dashboard);
+    return options.mode == Options::Mode::Lint
+               ? lintDashboard(document, *cluster.engine)
+               : makePreview(document, options.output, *cluster.engine);
+}
+
 } // namespace
 
 int runSession(const Options &options)
@@ -56,6 +73,9 @@ int runSession(const Options &options)
         return runCommand(options, library);
     case Options::Mode::Frames:
         return recordFrames(options, library, log);
+    case Options::Mode::Preview:
+    case Options::Mode::Lint:
+        return lookOver(options, library);
     case Options::Mode::Gallery:
     case Options::Mode::View:
         break;

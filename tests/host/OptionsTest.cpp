@@ -116,6 +116,11 @@ private Q_SLOTS:
         row("profiles list stray", "profiles list");
         row("profiles copy Mine", "NEW");
         row("vehicle", "NAME");
+        row("preview", "preview NAME|ID|FILE");
+        row("lint Road stray", "lint NAME|ID|FILE");
+        row("preview Road --size 3x3", "--size");
+        row("lint Road --output x.png", "--output");
+        row("preview Road --output=", "--output");
         row("profiles list --frames out", "--frames");
         row("profiles list --size 3x3", "--size");
         row("--start-at -1", "'-1'");

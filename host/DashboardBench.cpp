@@ -1,0 +1,87 @@
+#include "DashboardBench.h"
+
+#include "IDashboardEngine.h"
+#include "IDashboardRenderer.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QEvent>
+
+namespace {
+
+constexpr int BytesPerPixel = 4;
+constexpr int AveragedPublications = 6; ///< More than the engine speed's average, and even.
+
+} // namespace
+
+DashboardBench::DashboardBench(IDashboardEngine &engine)
+    : renderer(engine.createRenderer())
+{
+}
+
+DashboardBench::~DashboardBench() = default;
+
+bool DashboardBench::load(const QString &document)
+{
+    return renderer != nullptr &&
+           renderer->load(document, DashboardSize.width(), DashboardSize.height());
+}
+
+void DashboardBench::publish(const TelemetryState &state)
+{
+    const TelemetrySample &sample = state.sample;
+    for (int i = 0; i < AveragedPublications; ++i) {
+        renderer->publishTelemetry(sample.vehicle, sample.limits, sample.extended, {}, {}, 1.0F,
+                                   state.useMph, state.showMarkers, sample.paused);
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+QImage DashboardBench::settled(const TelemetryState &state, QSize size)
+{
+    constexpr int AlikeInRow = 3;
+    constexpr qint64 PatienceMs = 10'000; // More than a fade of any use lasts.
+    QElapsedTimer time;
+    time.start();
+    QImage last;
+    for (int alike = 0; alike < AlikeInRow && !time.hasExpired(PatienceMs);) {
+        publish(state);
+        const QImage next = picture(size);
+        if (next.isNull())
+            return {};
+        alike = next == last ? alike + 1 : 1;
+        last = next;
+        if (alike == AlikeInRow)
+            return last;
+    }
+    return {};
+}
+
+QStringList DashboardBench::errors() const
+{
+    return renderer != nullptr ? renderer->errors()
+                               : QStringList(QStringLiteral("There is no OpenGL."));
+}
+
+QStringList DashboardBench::publishedFields() const
+{
+    QStringList names;
+    if (renderer == nullptr)
+        return names;
+    for (const QString &name : renderer->publishedFields())
+        names.append(name);
+    return names;
+}
+
+QImage DashboardBench::picture(QSize size)
+{
+    Frame frame;
+    const qsizetype bytes = qsizetype{BytesPerPixel} * size.width() * size.height();
+    if (!renderer->renderFrame(frame, size.width(), size.height(), false) ||
+        qsizetype(frame.size()) != bytes)
+        return {};
+    return QImage(frame.data(), size.width(), size.height(), size.width() * BytesPerPixel,
+                  QImage::Format_RGB32)
+        .copy();
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "telemetry/TelemetrySource.h"
+
+#include <QtCore/QSize>
+#include <QtCore/QStringList>
+#include <QtGui/QImage>
+
+#include <memory>
+#include <vector>
+
+class IDashboardEngine;
+class IDashboardRenderer;
+
+/// What dashboards are drawn for, in pixels.
+constexpr QSize DashboardSize(480, 272);
+
+/// A moment as a dashboard may meet it.
+struct TelemetryState
+{
+    QString name; ///< In words, for reports.
+    TelemetrySample sample;
+    bool useMph = false;
+    bool showMarkers = false;
+};
+
+/// The moment of the demo lap that previews show: at full speed in a lap, with every value known.
+TelemetryState previewState();
+
+/// The preview's moment, and what differs from it in one thing each: unknown values, units, pause,
+/// markers, and values at and beyond every limit.
+std::vector<TelemetryState> telemetryStates();
+
+/// A dashboard on a renderer of its own, driven by publications alone: no clock, no thread.
+/// Engine's thread.
+class DashboardBench
+{
+public:
+    explicit DashboardBench(IDashboardEngine &engine);
+    ~DashboardBench();
+    DashboardBench(const DashboardBench &) = delete;
+    DashboardBench &operator=(const DashboardBench &) = delete;
+
+    /// False with the reasons in `errors`.
+    bool load(const QString &document);
+
+    /// Publishes one state until averages hold nothing else, an even number of times, so that what
+    /// blinks ends in the same phase.
+    void publish(const TelemetryState &state);
+
+    /// Publishes the state and gives the picture once it stands still, fades within the dashboard
+    /// included. Null if it can't be rendered or never stands still.
+    QImage settled(const TelemetryState &state, QSize size = DashboardSize);
+
+    /// Everything that was wrong since the load began.
+    QStringList errors() const;
+
+    /// The names that a dashboard can read.
+    QStringList publishedFields() const;
+
+private:
+    QImage picture(QSize size);
+
+    std::unique_ptr<IDashboardRenderer> renderer;
+};

@@ -1,0 +1,298 @@
+#include "DashboardSources.h"
+
+#include "DashboardBench.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
+#include <QtGui/QFontDatabase>
+
+#include <algorithm>
+
+namespace {
+
+using Kind = SourceToken::Kind;
+using Tokens = std::vector<SourceToken>;
+
+constexpr qint64 LargestSource = 4'000'000; // bytes
+
+bool isWordCharacter(QChar c)
+{
+    return c.isLetterOrNumber() || c == QLatin1Char('_') || c == QLatin1Char('$');
+}
+
+/// Reads one source from its start to its end.
+class Splitter
+{
+public:
+    explicit Splitter(const QString &source)
+        : source(source)
+    {
+    }
+
+    Tokens split()
+    {
+        while (place < source.size()) {
+            if (at("//"))
+                skipTo(QLatin1String("\n"), 0);
+            else if (at("/*"))
+                skipTo(QLatin1String("*/"), 2);
+            else if (source.at(place) == QLatin1Char('/') && regexMayStand())
+                takeQuoted(QLatin1Char('/'), false);
+            else if (QStringLiteral("\"'`").contains(source.at(place)))
+                takeQuoted(source.at(place), true);
+            else if (isWordCharacter(source.at(place)))
+                takeWord();
+            else
+                takeMark();
+        }
+        return tokens;
+    }
+
+private:
+    bool at(const char *text) const { return source.midRef(place).startsWith(QLatin1String(text)); }
+
+    void moveTo(int next)
+    {
+        line += source.midRef(place, next - place).count(QLatin1Char('\n'));
+        place = next;
+    }
+
+    void skipTo(QLatin1String end, int length)
+    {
+        const int found = source.indexOf(end, place + 2);
+        moveTo(found < 0 ? source.size() : found + length);
+    }
+
+    /// A slash after a value divides; anywhere else it begins a regular expression.
+    bool regexMayStand() const
+    {
+        if (tokens.empty())
+            return true;
+        const SourceToken &last = tokens.back();
+        return last.kind == Kind::Mark && last.text != QLatin1String(")") &&
+               last.text != QLatin1String("]");
+    }
+
+    void takeQuoted(QChar quote, bool isString)
+    {
+        int end = place + 1;
+        while (end < source.size() && source.at(end) != quote)
+            end += source.at(end) == QLatin1Char('\\') ? 2 : 1;
+        end = std::min(end, source.size());
+        if (isString)
+            tokens.push_back({Kind::String, source.mid(place + 1, end - place - 1), line});
+        moveTo(std::min(end + 1, source.size()));
+    }
+
+    void takeWord()
+    {
+        int end = place;
+        // A number keeps its decimals.
+        const auto belongs = [this, &end] {
+            const QChar c = source.at(end);
+            return isWordCharacter(c) ||
+                   (c == QLatin1Char('.') && source.at(place).isDigit() && end > place);
+        };
+        while (end < source.size() && belongs())
+            ++end;
+        tokens.push_back({Kind::Word, source.mid(place, end - place), line});
+        place = end;
+    }
+
+    void takeMark()
+    {
+        if (!source.at(place).isSpace())
+            tokens.push_back({Kind::Mark, source.at(place), line});
+        moveTo(place + 1);
+    }
+
+    const QString &source;
+    Tokens tokens;
+    int place = 0;
+    int line = 1;
+};
+
+/// Looks through the sources of one folder.
+class Scan
+{
+public:
+    Scan(const QString &document, const QSet<QString> &published)
+        : document(QFileInfo(document).absoluteFilePath())
+        , folder(QFileInfo(document).absolutePath())
+        , published(published)
+    {
+    }
+
+    std::vector<Finding> run()
+    {
+        loadFonts();
+        QStringList sources;
+        QDirIterator files(folder.path(), {QStringLiteral("*.qml"), QStringLiteral("*.js")},
+                           QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext())
+            sources.append(files.next());
+        sources.sort();
+        for (const QString &source : qAsConst(sources))
+            look(source);
+        if (!folder.exists(QStringLiteral("preview.png"))) {
+            report(folder.filePath(QStringLiteral("preview.png")), 0,
+                   QStringLiteral("Missing: without it no collection lists the dashboard."));
+        }
+        if (writesText && !ownsFonts)
+            report(document, 0,
+                   QStringLiteral("Text is set in whatever font a computer has: no "
+                                  "font lies in the folder."));
+        return findings;
+    }
+
+private:
+    void report(const QString &file, int line, const QString &text)
+    {
+        findings.push_back({file, line, text});
+    }
+
+    void loadFonts()
+    {
+        QDirIterator files(folder.path(), {QStringLiteral("*.ttf"), QStringLiteral("*.otf")},
+                           QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString path = files.next();
+            const int id = QFontDatabase::addApplicationFont(path);
+            if (id < 0)
+                report(path, 0, QStringLiteral("This is no font."));
+            else
+                families += QFontDatabase::applicationFontFamilies(id);
+            ownsFonts = true;
+        }
+    }
+
+    void look(const QString &path)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly) || file.size() > LargestSource) {
+            report(path, 0, QStringLiteral("This file can't be read."));
+            return;
+        }
+        const Tokens tokens = sourceTokens(QString::fromUtf8(file.readAll()));
+        for (std::size_t i = 0; i < tokens.size(); ++i) {
+            const SourceToken &token = tokens[i];
+            const bool opensObject =
+                i + 1 < tokens.size() && tokens[i + 1].text == QLatin1String("{");
+            if (token.kind == Kind::String)
+                lookAtString(path, tokens, i);
+            else if (token.kind == Kind::Word)
+                lookAtWord(path, token, opensObject);
+        }
+        if (path == document)
+            lookAtSize(path, tokens);
+    }
+
+    void lookAtWord(const QString &path, const SourceToken &token, bool opensObject)
+    {
+        static const QRegularExpression moving(QStringLiteral(
+            "^(Timer|[A-Z]\\w*Animation|SpringAnimation|Animat(ed\\w+|or\\w*)|[A-Z]\\w*Animator|"
+            "Transition|ParticleSystem)$"));
+        static const QRegularExpression text(QStringLiteral("^(Text|TextEdit|TextInput|Label)$"));
+        if (token.text.startsWith(QLatin1String("dash_")) && !published.contains(token.text)) {
+            report(path, token.line, QStringLiteral("%1 is not published.").arg(token.text));
+        } else if (token.text == QLatin1String("Behavior") ||
+                   (opensObject && moving.match(token.text).hasMatch())) {
+            report(path, token.line,
+                   QStringLiteral("%1 moves without a publication: nothing is drawn between two.")
+                       .arg(token.text));
+        }
+        writesText = writesText || (opensObject && text.match(token.text).hasMatch());
+    }
+
+    void lookAtString(const QString &path, const Tokens &tokens, std::size_t i)
+    {
+        const SourceToken &token = tokens[i];
+        const auto word = [&tokens, i](std::size_t back) {
+            return i >= back ? tokens[i - back].text : QString();
+        };
+        if (word(1) == QLatin1String(":") && word(2) == QLatin1String("family") &&
+            !families.contains(token.text, Qt::CaseInsensitive)) {
+            report(path, token.line,
+                   QStringLiteral("The font '%1' doesn't lie in the folder.").arg(token.text));
+        }
+        static const QRegularExpression file(
+            QStringLiteral(
+                "^[^*<>|\"]*[^/\\\\.*<>|\"]\\.(qml|js|png|jpe?g|gif|webp|svg|bmp|ttf|otf)$"),
+            QRegularExpression::CaseInsensitiveOption);
+        if (file.match(token.text).hasMatch())
+            lookAtFile(path, token);
+    }
+
+    void lookAtFile(const QString &path, const SourceToken &token)
+    {
+        const QDir here = QFileInfo(path).absoluteDir();
+        const QString target = QDir::cleanPath(here.absoluteFilePath(token.text));
+        const bool within = target.startsWith(folder.path() + QLatin1Char('/'));
+        if (token.text.contains(QLatin1String(":")) || !within) {
+            report(path, token.line,
+                   QStringLiteral("'%1' lies outside the folder and is lost in a copy.")
+                       .arg(token.text));
+        } else if (!QFileInfo::exists(target)) {
+            report(path, token.line, QStringLiteral("'%1' is missing.").arg(token.text));
+        }
+    }
+
+    void lookAtSize(const QString &path, const Tokens &tokens)
+    {
+        for (const auto &[side, wanted] :
+             {std::pair(QStringLiteral("width"), DashboardSize.width()),
+              std::pair(QStringLiteral("height"), DashboardSize.height())}) {
+            const SourceToken *value = rootValue(tokens, side);
+            if (value == nullptr) {
+                report(path, 0,
+                       QStringLiteral("The root has no %1; it should be %2.")
+                           .arg(side, QString::number(wanted)));
+                continue;
+            }
+            bool isNumber = false;
+            const double size = value->text.toDouble(&isNumber);
+            if (isNumber && size != wanted) {
+                report(path, value->line,
+                       QStringLiteral("The root's %1 is %2 and not %3.")
+                           .arg(side, value->text, QString::number(wanted)));
+            }
+        }
+    }
+
+    /// The first token of the value that the root object gives to a property.
+    static const SourceToken *rootValue(const Tokens &tokens, const QString &property)
+    {
+        int depth = 0;
+        for (std::size_t i = 0; i + 2 < tokens.size(); ++i) {
+            const QString &text = tokens[i].text;
+            if (tokens[i].kind == Kind::Mark)
+                depth += text == QLatin1String("{") ? 1 : text == QLatin1String("}") ? -1 : 0;
+            else if (depth == 1 && text == property && tokens[i + 1].text == QLatin1String(":"))
+                return &tokens[i + 2];
+        }
+        return nullptr;
+    }
+
+    const QString document;
+    const QDir folder;
+    const QSet<QString> &published;
+    QStringList families;
+    bool ownsFonts = false;
+    bool writesText = false;
+    std::vector<Finding> findings;
+};
+
+} // namespace
+
+std::vector<SourceToken> sourceTokens(const QString &source)
+{
+    return Splitter(source).split();
+}
+
+std::vector<Finding> findingsInSources(const QString &document, const QSet<QString> &published)
+{
+    return Scan(document, published).run();
+}

@@ -1,0 +1,109 @@
+#include "LintCommand.h"
+
+#include "DashboardBench.h"
+#include "DashboardSources.h"
+#include "Terminal.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QUrl>
+
+#include <cstdio>
+
+namespace {
+
+/// A warning of the QML engine, whose place is a URL with a line and perhaps a column behind it.
+Finding findingOf(const QString &warning)
+{
+    static const QRegularExpression form(QStringLiteral("^(file:.*?):(\\d+)(?::\\d+)?: (.*)$"),
+                                         QRegularExpression::DotMatchesEverythingOption);
+    const QRegularExpressionMatch match = form.match(warning);
+    if (!match.hasMatch())
+        return {{}, 0, warning};
+    return {QUrl(match.captured(1)).toLocalFile(), match.captured(2).toInt(), match.captured(3)};
+}
+
+void print(const Finding &finding, const QDir &folder)
+{
+    QString place = finding.file.isEmpty() ? QString() : folder.relativeFilePath(finding.file);
+    if (finding.line > 0)
+        place += QStringLiteral(":%1").arg(finding.line);
+    const QString text =
+        place.isEmpty() ? finding.text : place + QLatin1String(": ") + finding.text;
+    std::printf("%s\n", qUtf8Printable(text));
+}
+
+/// Keeps warnings off the terminal, since they come as findings.
+class Quiet
+{
+public:
+    Quiet()
+        : previous(qInstallMessageHandler(discard))
+    {
+    }
+    ~Quiet() { qInstallMessageHandler(previous); }
+    Quiet(const Quiet &) = delete;
+    Quiet &operator=(const Quiet &) = delete;
+
+private:
+    static void discard(QtMsgType, const QMessageLogContext &, const QString &) {}
+
+    const QtMessageHandler previous;
+};
+
+std::vector<Finding> findingsInRun(DashboardBench &bench, const QString &document)
+{
+    std::vector<Finding> findings;
+    const auto collect = [&](const QString &circumstance) {
+        const QStringList errors = bench.errors();
+        for (int i = int(findings.size()); i < errors.size(); ++i) {
+            findings.push_back(findingOf(errors.at(i)));
+            if (!circumstance.isEmpty())
+                findings.back().text += QStringLiteral(" (%1)").arg(circumstance);
+        }
+    };
+    if (!bench.load(document)) {
+        collect({});
+        return findings;
+    }
+    const std::vector<TelemetryState> states = telemetryStates();
+    bool standsStill = true;
+    for (const TelemetryState &state : states) {
+        // The change itself is part of it, in both directions.
+        for (const TelemetryState *shown : {&state, &states.front()}) {
+            standsStill = !bench.settled(*shown).isNull() && standsStill;
+            collect(state.name);
+        }
+        if (!standsStill)
+            break;
+    }
+    if (!standsStill)
+        findings.push_back({document, 0, QStringLiteral("The picture never stands still.")});
+    return findings;
+}
+
+} // namespace
+
+int lintDashboard(const QString &document, IDashboardEngine &engine)
+{
+    const QFileInfo info(document);
+    if (!info.isFile()) {
+        printError(
+            QStringLiteral("There is no dashboard '%1'.").arg(QDir::toNativeSeparators(document)));
+        return 1;
+    }
+    const Quiet quiet;
+    DashboardBench bench(engine);
+    std::vector<Finding> findings = findingsInRun(bench, info.absoluteFilePath());
+    const QStringList names = bench.publishedFields();
+    const std::vector<Finding> inSources =
+        findingsInSources(document, QSet<QString>(names.begin(), names.end()));
+    findings.insert(findings.end(), inSources.begin(), inSources.end());
+    for (const Finding &finding : findings)
+        print(finding, info.absoluteDir());
+    if (findings.empty())
+        std::printf("Nothing is wrong with '%s'.\n",
+                    qUtf8Printable(QDir::toNativeSeparators(document)));
+    return findings.empty() ? 0 : 1;
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QtCore/QString>
+
+class IDashboardEngine;
+
+/// Shows the dashboard at `document` every kind of telemetry, reads its sources, and prints what is
+/// wrong, a line each. The result is the program's exit code: 0 when nothing is.
+int lintDashboard(const QString &document, IDashboardEngine &engine);

@@ -1,0 +1,41 @@
+#include "PreviewCommand.h"
+
+#include "DashboardBench.h"
+#include "PngFile.h"
+#include "Terminal.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+
+#include <cstdio>
+
+int makePreview(const QString &document, const QString &output, IDashboardEngine &engine)
+{
+    if (!QFileInfo(document).isFile()) {
+        printError(
+            QStringLiteral("There is no dashboard '%1'.").arg(QDir::toNativeSeparators(document)));
+        return 1;
+    }
+    DashboardBench bench(engine);
+    if (!bench.load(document)) {
+        for (const QString &error : bench.errors())
+            printError(error);
+        return 1;
+    }
+    const QImage picture = bench.settled(previewState());
+    if (picture.isNull()) {
+        printError(QStringLiteral("The picture never stands still."));
+        return 1;
+    }
+    const QString path =
+        output.isEmpty() ? QFileInfo(document).absoluteDir().filePath(QStringLiteral("preview.png"))
+                         : output;
+    const QString shown = QDir::toNativeSeparators(path);
+    const QString failure = saveAsPng(picture, path);
+    if (!failure.isEmpty()) {
+        printError(QStringLiteral("Could not write '%1': %2").arg(shown, failure));
+        return 1;
+    }
+    std::printf("%s\n", qUtf8Printable(shown));
+    return 0;
+}
