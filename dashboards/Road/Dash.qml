@@ -5,7 +5,9 @@ import "Gauges/Theme.js" as Theme
 Rectangle {
     id: road
 
-    readonly property real speed: Math.abs(dash_useMph ? dash_speed_mph : dash_speed_kmh)
+    // Real before Math.abs, which gives nonsense for the smallest int.
+    readonly property real signedSpeed: dash_useMph ? dash_speed_mph : dash_speed_kmh
+    readonly property real speed: Math.abs(signedSpeed)
     readonly property bool knowsRaceLength: dash_numberOfLaps_Available && dash_numberOfLaps > 0
     // Without a best lap there is nothing that the lap under way could be compared with.
     readonly property bool hasDelta: dash_currentTime_str_Available && dash_bestTime_ms_Available

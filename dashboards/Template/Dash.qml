@@ -11,6 +11,9 @@ import "Gauges/Theme.js" as Theme
 Rectangle {
     id: root
 
+    // Values that several bindings need are properties of the root.
+    readonly property real speed: dash_useMph ? dash_speed_mph : dash_speed_kmh
+
     width: 480
     height: 272
     gradient: Gradient {
@@ -54,7 +57,7 @@ Rectangle {
         font.pixelSize: 92
         font.bold: true
         // Reversing is told by the gear.
-        text: Math.abs(dash_useMph ? dash_speed_mph : dash_speed_kmh)
+        text: Math.abs(root.speed)
     }
 
     Label {
