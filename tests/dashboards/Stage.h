@@ -1,0 +1,53 @@
+#pragma once
+
+#include "DashboardBench.h"
+#include "render/TelemetryPublisher.h"
+#include "render/offscreen/QmlOffscreenRenderer.h"
+
+#include <QtCore/QDir>
+#include <QtGui/QImage>
+
+class QQuickItem;
+class QQuickRenderControl;
+
+/// The folder of the dashboards as they were built, whole with their copies of the parts.
+QDir builtDashboards();
+
+/// The names of the dashboards in it.
+QStringList dashboardNames();
+
+/// A row for each dashboard, in the column "dashboard".
+void everyDashboard();
+
+/// A dashboard under test, with its items in reach.
+class Stage
+{
+public:
+    /// `document` is a path, or the name of a built dashboard.
+    explicit Stage(const QString &document);
+
+    bool isLoaded() const { return loaded; }
+    QByteArray errors() const { return renderer.errors().join(QLatin1Char('\n')).toUtf8(); }
+
+    /// One publication with all items in their places afterwards.
+    void publishOnce(const TelemetryState &state);
+
+    /// An even number of publications, so that averages hold nothing else and blinking ends in the
+    /// phase in which lamps are out.
+    void publish(const TelemetryState &state);
+
+    /// The picture as it stands. Null if there is none.
+    QImage picture(QSize size = DashboardSize);
+
+    QQuickItem &root() const;
+
+    /// How often something asked for a repaint so far.
+    int repaints() const { return repaintCount; }
+
+private:
+    OVX::QmlOffscreenRenderer renderer;
+    TelemetryPublisher publisher;
+    QQuickRenderControl *control = nullptr;
+    int repaintCount = 0;
+    bool loaded = false;
+};
