@@ -6,6 +6,8 @@
 
 #include <vector>
 
+void registerDashboardBenchmarks();
+
 int main(int argc, char *argv[])
 {
     const QGuiApplication application(argc, argv);
@@ -24,6 +26,7 @@ int main(int argc, char *argv[])
     benchmark::Initialize(&count, pointers.data());
     if (benchmark::ReportUnrecognizedArguments(count, pointers.data()))
         return 2;
+    registerDashboardBenchmarks();
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     return 0;

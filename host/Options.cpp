@@ -128,7 +128,7 @@ std::optional<int> parseCount(const QString &text, int largest)
 
 QString readCommand(const QStringList &words, Options &options)
 {
-    const QString verb = words.constFirst();
+    const QString &verb = words.constFirst();
     if (verb == QLatin1String("preview") || verb == QLatin1String("lint")) {
         const bool previews = verb == QLatin1String("preview");
         if (words.size() != 2 || words.at(1).isEmpty()) {
@@ -152,7 +152,7 @@ QString readMode(const QCommandLineParser &parser, const Declared &declared, Opt
 {
     const QStringList words = parser.positionalArguments();
     if (!words.isEmpty()) {
-        const QString error = readCommand(words, options);
+        QString error = readCommand(words, options);
         if (!error.isEmpty())
             return error;
         options.command.json = parser.isSet(declared.json);

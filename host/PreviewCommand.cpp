@@ -18,7 +18,8 @@ int makePreview(const QString &document, const QString &output, IDashboardEngine
     }
     DashboardBench bench(engine);
     if (!bench.load(document)) {
-        for (const QString &error : bench.errors())
+        const QStringList errors = bench.errors();
+        for (const QString &error : errors)
             printError(error);
         return 1;
     }

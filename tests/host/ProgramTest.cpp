@@ -274,8 +274,9 @@ private Q_SLOTS:
         QCOMPARE(run("vehicle Kart").output, QStringLiteral("Road (built-in)\n"));
 
         QMap<QString, QJsonObject> list;
-        for (const QJsonValue &entry :
-             QJsonDocument::fromJson(run("profiles list --json").output.toUtf8()).array())
+        const QJsonArray entries =
+            QJsonDocument::fromJson(run("profiles list --json").output.toUtf8()).array();
+        for (const QJsonValue entry : entries)
             list.insert(entry[QLatin1String("name")].toString(), entry.toObject());
         const QJsonObject other = list.value(QStringLiteral("Other"));
         QCOMPARE(other.value(QLatin1String("builtIn")).toBool(true), false);
