@@ -4,6 +4,7 @@
 #include "Options.h"
 #include "ProfileLookup.h"
 #include "telemetry/DemoCars.h"
+#include "telemetry/PacedSource.h"
 
 namespace {
 

@@ -1,26 +1,25 @@
 #pragma once
 
+#include "telemetry/TelemetrySource.h"
+
 #include <atomic>
-#include <condition_variable>
 #include <memory>
-#include <mutex>
-#include <thread>
 
 class IDashboardEngine;
 class TelemetryMonitor;
-class TelemetrySource;
 class VehicleNames;
 
-/// Feeds the engine from a thread of its own, 60 times a second, as a game does.
-class TelemetryFeeder
+/// Hands what a source tells to the engine, the store of dashboards and the monitor, on the
+/// source's thread.
+class TelemetryFeeder final : private TelemetrySink
 {
 public:
-    /// Starts feeding, `startAt` seconds into the telemetry. The last three are borrowed.
-    TelemetryFeeder(std::unique_ptr<TelemetrySource> source, double startAt,
-                    IDashboardEngine &engine, VehicleNames &vehicles, TelemetryMonitor &monitor);
+    /// Starts the source. The last three are borrowed.
+    TelemetryFeeder(std::unique_ptr<TelemetrySource> source, IDashboardEngine &engine,
+                    VehicleNames &vehicles, TelemetryMonitor &monitor);
 
     /// Ends the feeding; no update follows.
-    ~TelemetryFeeder();
+    ~TelemetryFeeder() override;
     TelemetryFeeder(const TelemetryFeeder &) = delete;
     TelemetryFeeder &operator=(const TelemetryFeeder &) = delete;
 
@@ -28,16 +27,14 @@ public:
     int updatesSent() const { return sent; }
 
 private:
-    void run();
+    void update(const TelemetrySample &sample, const QString &vehicle) override;
+    void fallSilent() override;
+    void send(const TelemetrySample &sample, bool paused);
 
-    std::unique_ptr<TelemetrySource> source;
-    const double startAt;
     IDashboardEngine &engine;
     VehicleNames &vehicles;
     TelemetryMonitor &monitor;
     std::atomic<int> sent{0};
-    std::mutex mutex;
-    std::condition_variable stopRequested;
-    bool stopping = false;
-    std::thread thread;
+    TelemetrySample last;
+    std::unique_ptr<TelemetrySource> source;
 };

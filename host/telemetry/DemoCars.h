@@ -1,7 +1,7 @@
 #pragma once
 
 #include "DemoLap.h"
-#include "TelemetrySource.h"
+#include "TimedTelemetry.h"
 
 #include <cstdint>
 #include <memory>
@@ -9,7 +9,7 @@
 
 /// Several cars of the demo lap driven in turn: each has its name and its own race, which stands
 /// still while another car is driven.
-class DemoCars final : public TelemetrySource
+class DemoCars final : public TimedTelemetry
 {
 public:
     static constexpr int MaximumCars = 3;

@@ -3,7 +3,7 @@
 #include "Driver.h"
 #include "LapTiming.h"
 #include "RaceDirector.h"
-#include "TelemetrySource.h"
+#include "TimedTelemetry.h"
 
 #include <cstdint>
 #include <vector>
@@ -19,7 +19,7 @@
 ///
 /// Signs: right is positive for steering, lateral acceleration, heading and the ball; nose up and
 /// right side down are positive. Accelerations are those of the motion, so all three are 0 at rest.
-class DemoLap final : public TelemetrySource
+class DemoLap final : public TimedTelemetry
 {
 public:
     static constexpr std::uint32_t StepsPerSecond = 120;

@@ -1,27 +1,29 @@
 #pragma once
 
-#include "TelemetryRecords.h"
+#include "telemetry/TelemetrySample.h"
 
-#include <QtCore/QString>
+class QString;
 
-/// The telemetry of one moment, as the engine takes it.
-struct TelemetrySample
+/// Where a source's telemetry goes. Called on the source's thread, one call at a time.
+class TelemetrySink
 {
-    VehicleTelemetry vehicle{};
-    DisplayLimits limits{};
-    ExtendedTelemetry extended{};
-    bool paused = false;
+public:
+    virtual ~TelemetrySink() = default;
+
+    /// The newest telemetry and the vehicle that it is about, empty if nobody tells.
+    virtual void update(const TelemetrySample &sample, const QString &vehicle) = 0;
+
+    /// Updates should have come and haven't: the game stands still.
+    virtual void fallSilent() = 0;
 };
 
-/// Where the host's telemetry comes from. Used by one thread at a time.
+/// Where the host's telemetry comes from: a game, a recording, a simulation. A source keeps its own
+/// time and has its own thread. Its destruction ends the telemetry; no call of the sink follows.
 class TelemetrySource
 {
 public:
     virtual ~TelemetrySource() = default;
 
-    /// The telemetry `seconds` after the source's start. Any moment may be asked for, in any order.
-    virtual TelemetrySample sampleAt(double seconds) = 0;
-
-    /// The vehicle that is driven at that moment.
-    virtual QString vehicleNameAt(double seconds) = 0;
+    /// Lets telemetry flow into `sink`, which outlives the source. Called once.
+    virtual void start(TelemetrySink &sink) = 0;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/TelemetrySource.h"
+#include "telemetry/TelemetrySample.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
@@ -35,6 +35,7 @@ public:
     /// the vehicle from one datagram to the next.
     virtual std::optional<FeedSample> decode(const QByteArray &payload) = 0;
 
-    /// Another drive begins: what was learnt from the datagrams of the last one no longer counts.
+    /// Another game begins to send: what was learnt from the datagrams of the last one no longer
+    /// counts.
     virtual void restart() {}
 };

@@ -1,0 +1,49 @@
+#include "PacedSource.h"
+
+#include "TimedTelemetry.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+PacedSource::PacedSource(std::unique_ptr<TimedTelemetry> telemetry, double startAt)
+    : telemetry(std::move(telemetry))
+    , startAt(startAt)
+{
+}
+
+PacedSource::~PacedSource()
+{
+    {
+        const std::lock_guard guard(mutex);
+        stopping = true;
+    }
+    stopRequested.notify_all();
+    if (thread.joinable())
+        thread.join();
+}
+
+void PacedSource::start(TelemetrySink &sink)
+{
+    thread = std::thread([this, &sink] { run(sink); });
+}
+
+void PacedSource::run(TelemetrySink &sink)
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::duration<double> Period(1.0 / 60);
+    const Clock::time_point start = Clock::now();
+    Clock::time_point next = start;
+
+    std::unique_lock lock(mutex);
+    while (!stopping) {
+        lock.unlock();
+        const std::chrono::duration<double> elapsed = Clock::now() - start;
+        const double moment = startAt + elapsed.count();
+        sink.update(telemetry->sampleAt(moment), telemetry->vehicleNameAt(moment));
+        // After a hold-up the rhythm starts over: a burst of old moments would help nobody.
+        next = std::max(next + std::chrono::duration_cast<Clock::duration>(Period), Clock::now());
+        lock.lock();
+        stopRequested.wait_until(lock, next, [this] { return stopping; });
+    }
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "telemetry/TelemetrySample.h"
+
+#include <QtCore/QString>
+
+/// Telemetry that can be asked for any moment, in any order. Used by one thread at a time.
+class TimedTelemetry
+{
+public:
+    virtual ~TimedTelemetry() = default;
+
+    /// The telemetry `seconds` after the start.
+    virtual TelemetrySample sampleAt(double seconds) = 0;
+
+    /// The vehicle that is driven at that moment.
+    virtual QString vehicleNameAt(double seconds) = 0;
+};
