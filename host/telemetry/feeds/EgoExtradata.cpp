@@ -1,0 +1,212 @@
+#include "EgoExtradata.h"
+
+#include "Quantities.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace EgoExtradata {
+
+namespace {
+
+using Quantities::Corners;
+using Quantities::WheelOrder;
+
+// In numbers of four bytes.
+constexpr int ShortCount = 38;
+constexpr int LongCount = 66;
+constexpr int FormulaCount = 70;
+
+/// Places of the numbers.
+namespace Place {
+constexpr int LapTime = 1;
+constexpr int Speed = 7;
+constexpr int Right = 11;
+constexpr int Forward = 14;
+constexpr int Throttle = 29;
+constexpr int Steering = 30;
+constexpr int Brake = 31;
+constexpr int Clutch = 32;
+constexpr int Gear = 33;
+constexpr int LateralG = 34;
+constexpr int LongitudinalG = 35;
+constexpr int Lap = 36;
+constexpr int TenthOfRpm = 37;
+constexpr int Position = 39;
+constexpr int Drs = 42;
+constexpr int TractionControl = 43;
+constexpr int Abs = 44;
+constexpr int Fuel = 45;
+constexpr int FuelCapacity = 46;
+constexpr int BrakeTemperatures = 51;
+constexpr int TyrePressures = 55;
+constexpr int CompletedLaps = 59; ///< The team in Formula games.
+constexpr int TotalLaps = 60;
+constexpr int LastLap = 62;
+constexpr int TenthOfMaxRpm = 63;
+constexpr int TenthOfIdleRpm = 64;
+constexpr int Gears = 65;
+constexpr int DrsAllowed = 67; ///< In Formula games only, as the next one.
+constexpr int Flag = 69;
+} // namespace Place
+
+constexpr float BlueFlag = 2;
+constexpr float YellowFlag = 3;
+
+class Numbers
+{
+public:
+    explicit Numbers(const QByteArray &datagram)
+        : bytes(datagram)
+    {
+    }
+
+    float operator[](int place) const { return bytes.real(4 * place); }
+
+    Corners corners(int place) const
+    {
+        return Quantities::corners(bytes, 4 * place, WheelOrder::RearFirst);
+    }
+
+private:
+    ByteReader bytes;
+};
+
+std::int8_t gear(float code)
+{
+    constexpr long Reverse = 10;
+    const auto known = Quantities::within(code, -1, Reverse);
+    const long number = known ? std::lround(*known) : 0;
+    return static_cast<std::int8_t>(number == Reverse ? -1 : number);
+}
+
+/// What attitude the unit vectors to the right and forward show.
+void fillAttitude(VehicleTelemetry &vehicle, const Numbers &numbers)
+{
+    // From -1 to 1, but for what calculating adds.
+    const auto part = [&](int place) {
+        const auto known = Quantities::within(numbers[place], -1.01F, 1.01F);
+        return known ? std::optional(std::clamp(*known, -1.0F, 1.0F)) : std::nullopt;
+    };
+    if (const auto up = part(Place::Forward + 1))
+        vehicle.pitchDeg = Quantities::degrees(std::asin(*up)).value_or(0.0F);
+    if (const auto up = part(Place::Right + 1))
+        vehicle.rollDeg = Quantities::degrees(std::asin(-*up)).value_or(0.0F);
+    const auto x = part(Place::Forward);
+    const auto z = part(Place::Forward + 2);
+    if (x && z)
+        vehicle.headingDeg = Quantities::heading(std::atan2(*x, *z)).value_or(0.0F);
+}
+
+void fillMotion(VehicleTelemetry &vehicle, const Numbers &numbers)
+{
+    using Quantities::percent;
+    vehicle.speedKmh = Quantities::kmh(numbers[Place::Speed]).value_or(0.0F);
+    vehicle.groundSpeedKmh = vehicle.speedKmh;
+    vehicle.steeringPercent = Quantities::signedPercent(numbers[Place::Steering]).value_or(0);
+    vehicle.gear = gear(numbers[Place::Gear]);
+    vehicle.rpm = Quantities::rpm(numbers[Place::TenthOfRpm] * 10).value_or(0);
+    vehicle.swayG = Quantities::within(numbers[Place::LateralG], -1000, 1000).value_or(0.0F);
+    vehicle.surgeG = Quantities::within(numbers[Place::LongitudinalG], -1000, 1000).value_or(0.0F);
+    const auto throttle = percent(numbers[Place::Throttle]);
+    const auto brake = percent(numbers[Place::Brake]);
+    const auto clutch = percent(numbers[Place::Clutch]);
+    if (throttle && brake && clutch) {
+        vehicle.availabilityMask |= Available::Pedals;
+        vehicle.gasPedalPercent = *throttle;
+        vehicle.brakePedalPercent = *brake;
+        vehicle.clutchPedalPercent = *clutch;
+    }
+    fillAttitude(vehicle, numbers);
+}
+
+void fillCorners(VehicleTelemetry &vehicle, const Numbers &numbers)
+{
+    constexpr float KpaPerPsi = 6.894757F;
+    if (const auto hot =
+            Quantities::within(numbers.corners(Place::BrakeTemperatures), -100, 5000)) {
+        vehicle.availabilityMask |= Available::BrakeTemp;
+        for (std::size_t i = 0; i < hot->size(); ++i)
+            vehicle.brakeTempC[i] = static_cast<std::int32_t>(std::lround((*hot)[i]));
+    }
+    if (const auto psi = Quantities::within(numbers.corners(Place::TyrePressures), 0, 1000)) {
+        vehicle.availabilityMask |= Available::TyrePressure;
+        for (std::size_t i = 0; i < psi->size(); ++i)
+            vehicle.tyrePressureKpa[i] =
+                static_cast<std::uint32_t>(std::lround((*psi)[i] * KpaPerPsi));
+    }
+}
+
+/// What only the longer datagrams hold.
+void fillRace(VehicleTelemetry &vehicle, const Numbers &numbers)
+{
+    using Quantities::count;
+    using Quantities::take;
+    const auto step = [](float number) -> std::optional<std::uint8_t> {
+        const auto whole = count(number);
+        return whole && *whole <= 255 ? std::optional(static_cast<std::uint8_t>(*whole))
+                                      : std::nullopt;
+    };
+    vehicle.position = take(vehicle, Available::Position, count(numbers[Place::Position]));
+    vehicle.numberOfLaps = take(vehicle, Available::NumberOfLaps, count(numbers[Place::TotalLaps]));
+    vehicle.lastTimeMs =
+        take(vehicle, Available::LastTime, Quantities::milliseconds(numbers[Place::LastLap]));
+    vehicle.absLevel = take(vehicle, Available::AbsLevel, step(numbers[Place::Abs]));
+    vehicle.tractionControlLevel =
+        take(vehicle, Available::TractionControlLevel, step(numbers[Place::TractionControl]));
+    constexpr float LargestTank = 10'000;
+    const auto fuel = Quantities::within(numbers[Place::Fuel], 0, LargestTank);
+    const auto capacity = Quantities::within(numbers[Place::FuelCapacity], 0.01F, LargestTank);
+    if (fuel && capacity) {
+        vehicle.fuelLevelPercent =
+            take(vehicle, Available::FuelLevel, Quantities::percent(*fuel / *capacity));
+    }
+    vehicle.maxRpm = Quantities::rpm(numbers[Place::TenthOfMaxRpm] * 10).value_or(0);
+    vehicle.statusFlags |= numbers[Place::Drs] == 1 ? Status::DrsEngaged : 0;
+    fillCorners(vehicle, numbers);
+}
+
+void fillFormula(VehicleTelemetry &vehicle, const Numbers &numbers)
+{
+    vehicle.statusFlags |= numbers[Place::DrsAllowed] == 1 ? Status::DrsAvailable : 0;
+    vehicle.statusFlags |= numbers[Place::Flag] == BlueFlag ? Status::FlagBlue : 0;
+    vehicle.statusFlags |= numbers[Place::Flag] == YellowFlag ? Status::FlagYellow : 0;
+}
+
+} // namespace
+
+bool accepts(const QByteArray &datagram)
+{
+    const int length = datagram.size();
+    if (length != 4 * ShortCount && length != 4 * LongCount && length != 4 * FormulaCount)
+        return false;
+    return Quantities::areEnough(Quantities::measurements(ByteReader(datagram), 0, length / 4),
+                                 length / 4);
+}
+
+std::optional<Reading> decode(const QByteArray &datagram)
+{
+    if (!accepts(datagram))
+        return std::nullopt;
+    using Quantities::take;
+    const int count = datagram.size() / 4;
+    const Numbers numbers(datagram);
+    Reading reading;
+    VehicleTelemetry &vehicle = reading.sample.vehicle;
+    fillMotion(vehicle, numbers);
+    vehicle.currentTimeMs =
+        take(vehicle, Available::CurrentTime, Quantities::milliseconds(numbers[Place::LapTime]));
+    const int lap = count == LongCount ? Place::CompletedLaps : Place::Lap;
+    vehicle.completedLaps =
+        take(vehicle, Available::CompletedLaps, Quantities::count(numbers[lap]));
+    if (count > ShortCount) {
+        fillRace(vehicle, numbers);
+        reading.idleRpm = Quantities::rpm(numbers[Place::TenthOfIdleRpm] * 10).value_or(0);
+        reading.gears = Quantities::count(numbers[Place::Gears]).value_or(0);
+    }
+    if (count == FormulaCount)
+        fillFormula(vehicle, numbers);
+    return reading;
+}
+
+} // namespace EgoExtradata

@@ -1,0 +1,96 @@
+#include "OutGauge.h"
+
+#include "Quantities.h"
+
+namespace OutGauge {
+
+namespace {
+
+constexpr int Length = 92;
+constexpr int LengthWithId = 96;
+constexpr int HighestGear = 32;
+
+constexpr int CarAt = 4;
+constexpr int CarLength = 4;
+constexpr int GearAt = 10;
+constexpr int SpeedAt = 12;
+constexpr int RpmAt = 16;
+constexpr int FuelAt = 28;
+constexpr int LightsThereAt = 40;
+constexpr int LightsOnAt = 44;
+constexpr int ThrottleAt = 48;
+constexpr int BrakeAt = 52;
+constexpr int ClutchAt = 56;
+constexpr int MeasuredFirst = 7; ///< Numbers from the speed on.
+constexpr int MeasuredLater = 3; ///< Numbers from the throttle on.
+
+namespace Light {
+constexpr quint32 Shift = 1U << 0;
+constexpr quint32 PitLimiter = 1U << 3;
+constexpr quint32 TractionControl = 1U << 4;
+constexpr quint32 Abs = 1U << 10;
+} // namespace Light
+
+void fillLights(VehicleTelemetry &vehicle, quint32 there, quint32 on)
+{
+    const auto fill = [&](quint32 light, std::uint64_t bit, std::uint32_t flag) {
+        vehicle.availabilityMask |= (there & light) != 0 ? bit : 0;
+        vehicle.statusFlags |= (there & on & light) != 0 ? flag : 0;
+    };
+    fill(Light::PitLimiter, Available::SpeedLimiter, Status::SpeedLimiter);
+    fill(Light::TractionControl, Available::TcInAction, Status::TcInAction);
+    fill(Light::Abs, Available::AbsInAction, Status::AbsInAction);
+}
+
+} // namespace
+
+bool accepts(const QByteArray &datagram)
+{
+    if (datagram.size() != Length && datagram.size() != LengthWithId)
+        return false;
+    const ByteReader bytes(datagram);
+    const int found = Quantities::measurements(bytes, SpeedAt, MeasuredFirst) +
+                      Quantities::measurements(bytes, ThrottleAt, MeasuredLater);
+    return bytes.at<quint8>(GearAt) <= HighestGear &&
+           Quantities::areEnough(found, MeasuredFirst + MeasuredLater);
+}
+
+std::optional<Reading> decode(const QByteArray &datagram)
+{
+    if (!accepts(datagram))
+        return std::nullopt;
+    using Quantities::percent;
+    using Quantities::take;
+    const ByteReader bytes(datagram);
+    Reading reading;
+    VehicleTelemetry &vehicle = reading.sample.vehicle;
+
+    vehicle.gear = static_cast<std::int8_t>(bytes.at<quint8>(GearAt) - 1);
+    vehicle.speedKmh = Quantities::kmh(bytes.real(SpeedAt)).value_or(0.0F);
+    vehicle.groundSpeedKmh = vehicle.speedKmh;
+    vehicle.rpm = Quantities::rpm(bytes.real(RpmAt)).value_or(0);
+    vehicle.fuelLevelPercent = take(vehicle, Available::FuelLevel, percent(bytes.real(FuelAt)));
+
+    const auto throttle = percent(bytes.real(ThrottleAt));
+    const auto brake = percent(bytes.real(BrakeAt));
+    const auto clutch = percent(bytes.real(ClutchAt));
+    if (throttle && brake && clutch) {
+        vehicle.availabilityMask |= Available::Pedals;
+        vehicle.gasPedalPercent = *throttle;
+        vehicle.brakePedalPercent = *brake;
+        vehicle.clutchPedalPercent = *clutch;
+    }
+
+    const auto there = bytes.at<quint32>(LightsThereAt);
+    const auto on = bytes.at<quint32>(LightsOnAt);
+    fillLights(vehicle, there, on);
+    reading.hasShiftLight = (there & Light::Shift) != 0;
+    reading.shiftLight = (there & on & Light::Shift) != 0;
+
+    const QByteArray car = datagram.mid(CarAt, CarLength);
+    const int end = car.indexOf('\0');
+    reading.car = end < 0 ? car : car.left(end);
+    return reading;
+}
+
+} // namespace OutGauge

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "telemetry/TelemetrySample.h"
+
+#include <QtCore/QByteArray>
+
+#include <optional>
+
+/// The datagrams of OutGauge, which Live for Speed and BeamNG.drive send.
+namespace OutGauge {
+
+/// What one datagram says. Fields without a bit in the availability mask are 0 where the datagram
+/// holds no such number.
+struct Reading
+{
+    TelemetrySample sample;     ///< Without limits and maximum rpm, which OutGauge doesn't send.
+    QByteArray car;             ///< The car's code: up to four bytes, not always text.
+    bool shiftLight = false;    ///< Whether it is on.
+    bool hasShiftLight = false; ///< Whether the car has one.
+};
+
+/// By length and content: 92 bytes, or 96 with an id.
+bool accepts(const QByteArray &datagram);
+
+/// Nothing if the datagram isn't accepted.
+std::optional<Reading> decode(const QByteArray &datagram);
+
+} // namespace OutGauge

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "telemetry/TelemetrySample.h"
+#include "telemetry/feeds/ByteReader.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+/// From what games send to what records hold. A number that is not finite, or beyond what the
+/// quantity can be, is no number: the results are empty then, and nothing is converted.
+namespace Quantities {
+
+/// `value` if it lies within the limits.
+std::optional<float> within(float value, float low, float high);
+
+/// A share of 1 in percent. A rounding error of the game beyond 0 or 1 is forgiven.
+std::optional<std::uint8_t> percent(float share);
+
+/// Left or right of the middle, -1 to 1, in percent.
+std::optional<std::int32_t> signedPercent(float share);
+
+/// Seconds up to 100 hours; games that have no time send 0 or a negative number, which is 0 here.
+std::optional<std::uint32_t> milliseconds(float seconds);
+
+std::optional<float> kmh(float metresPerSecond);
+std::optional<std::uint32_t> rpm(float perMinute);
+std::optional<float> gravities(float metresPerSecondSquared);
+std::optional<float> degrees(float radians);
+
+/// Radians as a compass shows them, 0 to 360 degrees.
+std::optional<float> heading(float radians);
+
+/// A count of laps, places or steps, from 0.
+std::optional<std::int32_t> count(float number);
+
+/// Four numbers in the order front left, front right, rear left, rear right.
+using Corners = std::array<float, 4>;
+enum class WheelOrder { FrontFirst, RearFirst };
+
+/// The four numbers at `offset`, which come in `order`.
+Corners corners(const ByteReader &bytes, int offset, WheelOrder order);
+
+/// All four within the limits, or none.
+std::optional<Corners> within(const Corners &values, float low, float high);
+
+/// How many of `count` numbers from `offset` on are such as a game measures.
+int measurements(const ByteReader &bytes, int offset, int count);
+
+/// Whether so many measurements among `count` numbers speak for a datagram of the format. Noise or
+/// text, read as numbers, mostly has fewer, and a game in trouble mostly has more.
+inline bool areEnough(int measurements, int count)
+{
+    return 4 * measurements >= 3 * count;
+}
+
+/// The value, and the bit that says so; 0 and no bit if there is none.
+template<typename Value>
+Value take(VehicleTelemetry &vehicle, std::uint64_t bit, const std::optional<Value> &value)
+{
+    if (value)
+        vehicle.availabilityMask |= bit;
+    return value.value_or(Value{});
+}
+
+} // namespace Quantities
