@@ -1,0 +1,42 @@
+#include "DataOutFeed.h"
+
+#include "DataOut.h"
+#include "UsualLimits.h"
+
+bool DataOutFeed::accepts(const QByteArray &payload) const
+{
+    return DataOut::accepts(payload);
+}
+
+std::optional<FeedSample> DataOutFeed::decode(const QByteArray &payload)
+{
+    const std::optional<DataOut::Reading> reading = DataOut::decode(payload);
+    if (!reading)
+        return std::nullopt;
+    if (reading->sample.paused) {
+        // Menus send zeros: the dashboard keeps what it showed.
+        last.sample.paused = true;
+        last.sample.limits = usualLimits();
+        return last;
+    }
+    if (reading->car != car) {
+        restart();
+        car = reading->car;
+        last.vehicle = car != 0 ? QStringLiteral("Data Out car %1").arg(car) : QString();
+    }
+    last.sample = reading->sample;
+    last.sample.limits = usualLimits();
+    VehicleTelemetry &vehicle = last.sample.vehicle;
+    moved.judge(vehicle);
+    // A first lap is a 0 that counts, but roaming freely has no laps, times nor places.
+    if ((vehicle.availabilityMask & (Available::Position | Available::CurrentTime)) == 0)
+        vehicle.availabilityMask &= ~Available::CompletedLaps;
+    return last;
+}
+
+void DataOutFeed::restart()
+{
+    last = FeedSample();
+    car = 0;
+    moved.restart();
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "telemetry/feeds/Feed.h"
+#include "telemetry/feeds/MovedFields.h"
+
+/// Data Out, with what takes more than one datagram to know: the fields that a game fills, and what
+/// to show while the driver is in a menu.
+class DataOutFeed final : public Feed
+{
+public:
+    QString name() const override { return QStringLiteral("Data Out"); }
+    std::vector<quint16> usualPorts() const override { return {9999}; }
+    bool accepts(const QByteArray &payload) const override;
+    std::optional<FeedSample> decode(const QByteArray &payload) override;
+    void restart() override;
+
+private:
+    FeedSample last;
+    qint32 car = 0;
+    MovedFields moved{Available::Position | Available::CurrentTime | Available::LastTime |
+                      Available::BestTime | Available::FuelLevel | Available::TyreTemp |
+                      Available::TyreWear};
+};

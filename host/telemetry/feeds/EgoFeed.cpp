@@ -1,0 +1,38 @@
+#include "EgoFeed.h"
+
+#include "UsualLimits.h"
+
+bool EgoFeed::accepts(const QByteArray &payload) const
+{
+    return EgoExtradata::accepts(payload);
+}
+
+std::optional<FeedSample> EgoFeed::decode(const QByteArray &payload)
+{
+    const std::optional<EgoExtradata::Reading> reading = EgoExtradata::decode(payload);
+    if (!reading)
+        return std::nullopt;
+    // No car is named, but its engine and gearbox tell cars apart well enough to keep a dashboard.
+    const Engine now{reading->sample.vehicle.maxRpm, reading->idleRpm, reading->gears};
+    if (now != engine) {
+        restart();
+        engine = now;
+        if (engine.maxRpm != 0 && engine.gears != 0) {
+            vehicle = QStringLiteral("EGO car %1-%2-%3")
+                          .arg(engine.maxRpm)
+                          .arg(engine.idleRpm)
+                          .arg(engine.gears);
+        }
+    }
+    FeedSample sample{reading->sample, vehicle};
+    sample.sample.limits = usualLimits();
+    moved.judge(sample.sample.vehicle);
+    return sample;
+}
+
+void EgoFeed::restart()
+{
+    engine = Engine();
+    vehicle.clear();
+    moved.restart();
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "telemetry/feeds/EgoExtradata.h"
+#include "telemetry/feeds/Feed.h"
+#include "telemetry/feeds/MovedFields.h"
+
+/// EGO extradata, with what takes more than one datagram to know: the fields that a game fills.
+class EgoFeed final : public Feed
+{
+public:
+    QString name() const override { return QStringLiteral("EGO"); }
+    std::vector<quint16> usualPorts() const override { return {20777}; }
+    bool accepts(const QByteArray &payload) const override;
+    std::optional<FeedSample> decode(const QByteArray &payload) override;
+    void restart() override;
+
+private:
+    struct Engine
+    {
+        std::uint32_t maxRpm = 0;
+        std::uint32_t idleRpm = 0;
+        std::int32_t gears = 0;
+        bool operator!=(const Engine &other) const
+        {
+            return maxRpm != other.maxRpm || idleRpm != other.idleRpm || gears != other.gears;
+        }
+    };
+
+    Engine engine;
+    QString vehicle;
+    MovedFields moved{~std::uint64_t{0}};
+};

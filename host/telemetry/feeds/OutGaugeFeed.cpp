@@ -1,0 +1,93 @@
+#include "OutGaugeFeed.h"
+
+#include "OutGauge.h"
+#include "RevLimitStore.h"
+#include "UsualLimits.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+/// What BeamNG.drive calls each of its cars.
+constexpr char AnyBeamCar[] = "beam";
+
+/// A car's code as it can be shown. Modified cars have numbers for codes.
+QString textOf(const QByteArray &code)
+{
+    const bool isText = std::all_of(code.begin(), code.end(), [](char letter) {
+        return (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z') ||
+               (letter >= 'a' && letter <= 'z') || letter == '-' || letter == '_';
+    });
+    return QString::fromLatin1(isText ? code : code.toHex().toUpper());
+}
+
+} // namespace
+
+OutGaugeFeed::OutGaugeFeed(std::unique_ptr<RevLimitStore> store)
+    : store(std::move(store))
+{
+}
+
+OutGaugeFeed::~OutGaugeFeed() = default;
+
+bool OutGaugeFeed::accepts(const QByteArray &payload) const
+{
+    return OutGauge::accepts(payload);
+}
+
+std::optional<FeedSample> OutGaugeFeed::decode(const QByteArray &payload)
+{
+    const std::optional<OutGauge::Reading> reading = OutGauge::decode(payload);
+    if (!reading)
+        return std::nullopt;
+    if (!hasCar || reading->car != car)
+        changeCar(reading->car);
+    FeedSample sample{reading->sample, vehicle};
+    VehicleTelemetry &now = sample.sample.vehicle;
+    learner.see({now.rpm, now.gear, now.gasPedalPercent, reading->shiftLight});
+    if (!(learner.limits() == kept)) {
+        kept = learner.limits();
+        store->keep(storedAs, kept);
+    }
+    now.maxRpm = kept.maximum();
+    sample.sample.limits = limits();
+    return sample;
+}
+
+void OutGaugeFeed::restart()
+{
+    hasCar = false;
+}
+
+void OutGaugeFeed::changeCar(const QByteArray &code)
+{
+    car = code;
+    hasCar = true;
+    const QString text = textOf(code);
+    vehicle = text.isEmpty() ? QString() : QStringLiteral("OutGauge %1").arg(text);
+    storedAs = code == AnyBeamCar ? QString() : text;
+    kept = storedAs.isEmpty() ? RevLimits() : store->limitsOf(storedAs);
+    learner.restart(kept);
+}
+
+DisplayLimits OutGaugeFeed::limits() const
+{
+    DisplayLimits limits = usualLimits();
+    const std::uint32_t maximum = kept.maximum();
+    if (maximum == 0)
+        return limits;
+    // Without a shift light only what was never seen before is too much.
+    const auto blinking = kept.shiftLight != 0
+                              ? static_cast<int>(std::lround(100.0 * kept.shiftLight / maximum))
+                              : 100;
+    const auto below = [blinking](int percent) {
+        return static_cast<std::uint8_t>(std::max(blinking - percent, 1));
+    };
+    limits.rpmBlinkingThresholdPercent = below(0);
+    limits.rpmRedThresholdPercent = below(3);
+    limits.rpmYellowThresholdPercent = below(9);
+    limits.rpmGreenThresholdPercent = below(17);
+    return limits;
+}
