@@ -1,0 +1,137 @@
+#include "FeedSwitch.h"
+
+#include <QtCore/QDebug>
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+QString nameOf(const FeedSwitch::Sender &sender)
+{
+    return QStringLiteral("%1, port %2").arg(sender.address.toString()).arg(sender.port);
+}
+
+bool isSame(const FeedSwitch::Sender &one, const FeedSwitch::Sender &other)
+{
+    return one.port == other.port && one.toPort == other.toPort && one.address == other.address;
+}
+
+} // namespace
+
+FeedSwitch::FeedSwitch(std::vector<std::unique_ptr<Feed>> feeds)
+    : feeds(std::move(feeds))
+{
+}
+
+bool FeedSwitch::offer(const QByteArray &datagram, const Sender &sender, TimePoint now)
+{
+    Feed *const feed = formatOf(datagram);
+    if (feed == nullptr) {
+        tellOfUnknown(datagram, sender);
+        return false;
+    }
+    const bool isDriver = format != nullptr && isSame(sender, driver);
+    if (!isDriver && !mayDrive(sender, feed, now)) {
+        tellOfOther(sender, feed);
+        return false;
+    }
+    if (!isDriver || feed != format)
+        handOver(sender, feed, now);
+    else
+        isAlone = false;
+    lastHeard = now;
+    told = Silence::None;
+    newest.resize(datagram.size());
+    std::memcpy(newest.data(), datagram.constData(), static_cast<std::size_t>(datagram.size()));
+    hasNewest = true;
+    return true;
+}
+
+std::optional<FeedSample> FeedSwitch::takeNewest()
+{
+    if (!std::exchange(hasNewest, false))
+        return std::nullopt;
+    return format->decode(newest);
+}
+
+FeedSwitch::Silence FeedSwitch::check(TimePoint now)
+{
+    const std::optional<TimePoint> due = nextCheck();
+    if (!due || now < *due)
+        return Silence::None;
+    if (now - lastHeard < LostAfter)
+        return told = Silence::Paused;
+    // Even if nobody asked in between, the pause comes first.
+    if (told == Silence::None)
+        return told = Silence::Paused;
+    toldOfUnknown = false;
+    qInfo("Telemetry: the game fell silent.");
+    return told = Silence::Lost;
+}
+
+std::optional<FeedSwitch::TimePoint> FeedSwitch::nextCheck() const
+{
+    if (format == nullptr || told == Silence::Lost)
+        return std::nullopt;
+    return lastHeard + (told == Silence::None ? TimePoint::duration(PausedAfter)
+                                              : TimePoint::duration(LostAfter));
+}
+
+Feed *FeedSwitch::formatOf(const QByteArray &datagram) const
+{
+    if (format != nullptr && format->accepts(datagram))
+        return format;
+    const auto found = std::find_if(feeds.begin(), feeds.end(), [&datagram](const auto &feed) {
+        return feed->accepts(datagram);
+    });
+    return found == feeds.end() ? nullptr : found->get();
+}
+
+bool FeedSwitch::mayDrive(const Sender &sender, const Feed *feed, TimePoint now) const
+{
+    if (format == nullptr || now - lastHeard >= PausedAfter)
+        return true;
+    // Some senders open a port anew for each datagram. They can't be told from a second game by
+    // their ports, but a game that has sent only once isn't driven yet.
+    return isAlone && feed == format && sender.toPort == driver.toPort &&
+           sender.address == driver.address;
+}
+
+void FeedSwitch::handOver(const Sender &sender, Feed *feed, TimePoint now)
+{
+    const bool isSameGame = feed == format && sender.address == driver.address &&
+                            sender.toPort == driver.toPort &&
+                            (isAlone || now - lastHeard >= PausedAfter);
+    if (!isSameGame) {
+        feed->restart();
+        toldOfUnknown = false;
+        toldOfOther = false;
+        qInfo().noquote()
+            << QStringLiteral("Telemetry: %1 from %2.").arg(feed->name(), nameOf(sender));
+    }
+    driver = sender;
+    format = feed;
+    isAlone = true;
+}
+
+void FeedSwitch::tellOfUnknown(const QByteArray &datagram, const Sender &sender)
+{
+    if (std::exchange(toldOfUnknown, true))
+        return;
+    qWarning().noquote() << QStringLiteral("Port %1 gets datagrams of %2 bytes from %3 that are in "
+                                           "no format known here.")
+                                .arg(sender.toPort)
+                                .arg(datagram.size())
+                                .arg(nameOf(sender));
+}
+
+void FeedSwitch::tellOfOther(const Sender &sender, const Feed *feed)
+{
+    if (std::exchange(toldOfOther, true))
+        return;
+    qWarning().noquote() << QStringLiteral("A second game sends %1 from %2. It must wait until %3 "
+                                           "from %4 is silent.")
+                                .arg(feed->name(), nameOf(sender), format->name(), nameOf(driver));
+}

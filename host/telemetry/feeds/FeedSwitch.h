@@ -1,0 +1,67 @@
+#pragma once
+
+#include "telemetry/feeds/Feed.h"
+
+#include <QtNetwork/QHostAddress>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <vector>
+
+/// Decides whose telemetry counts, and in which format it is. The game that began keeps the wheel
+/// until it is silent for half a second. One thread at a time; time comes in as an argument.
+class FeedSwitch
+{
+public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
+    static constexpr std::chrono::milliseconds PausedAfter{500};
+    static constexpr std::chrono::seconds LostAfter{5};
+
+    /// Where a datagram comes from and where it went.
+    struct Sender
+    {
+        QHostAddress address;
+        quint16 port = 0;
+        quint16 toPort = 0;
+    };
+
+    enum class Silence {
+        None,
+        Paused, ///< Reported once, when nothing has come for `PausedAfter`.
+        Lost,   ///< Reported once, when nothing has come for `LostAfter`.
+    };
+
+    explicit FeedSwitch(std::vector<std::unique_ptr<Feed>> feeds);
+
+    /// Takes a datagram; true if it counts. Only the last one that counts is kept.
+    bool offer(const QByteArray &datagram, const Sender &sender, TimePoint now);
+
+    /// The sample of the last datagram that counted, once.
+    std::optional<FeedSample> takeNewest();
+
+    /// What `now` is to be told of the silence.
+    Silence check(TimePoint now);
+
+    /// When `check` may have something new to tell; nothing if it won't before the next datagram.
+    std::optional<TimePoint> nextCheck() const;
+
+private:
+    Feed *formatOf(const QByteArray &datagram) const;
+    bool mayDrive(const Sender &sender, const Feed *feed, TimePoint now) const;
+    void handOver(const Sender &sender, Feed *feed, TimePoint now);
+    void tellOfUnknown(const QByteArray &datagram, const Sender &sender);
+    void tellOfOther(const Sender &sender, const Feed *feed);
+
+    const std::vector<std::unique_ptr<Feed>> feeds;
+    Sender driver;
+    Feed *format = nullptr; ///< Of the driver; null until the first one.
+    TimePoint lastHeard;
+    bool isAlone = false; ///< Only one datagram of the driver has come.
+    Silence told = Silence::None;
+    bool hasNewest = false;
+    QByteArray newest;
+    bool toldOfUnknown = false;
+    bool toldOfOther = false;
+};

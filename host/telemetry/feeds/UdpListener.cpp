@@ -1,0 +1,162 @@
+#include "UdpListener.h"
+
+#include "FeedSwitch.h"
+
+#include <QtCore/QEventLoop>
+#include <QtCore/QThread>
+#include <QtCore/QTimer>
+#include <QtNetwork/QUdpSocket>
+
+#include <chrono>
+#include <utility>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int LongestDatagram = 65'507;
+constexpr std::chrono::milliseconds LongestReading{5}; ///< Without handing anything on.
+
+/// Why a port could not be opened.
+QString problemOf(const QUdpSocket &socket, const QHostAddress &address, quint16 port)
+{
+    const QString place = QStringLiteral("UDP port %1 of %2").arg(port).arg(address.toString());
+    switch (socket.error()) {
+    case QAbstractSocket::AddressInUseError:
+        return QStringLiteral("%1 is in use by another program, so no telemetry comes in there. "
+                              "'ss -lunp sport = :%2' shows by which; on Windows 'netstat -ano -p "
+                              "udp'.")
+            .arg(place)
+            .arg(port);
+    case QAbstractSocket::SocketAddressNotAvailableError:
+        return QStringLiteral("%1 is no address of this computer, so nothing can be heard there.")
+            .arg(address.toString());
+    default:
+        return QStringLiteral("%1 could not be opened: %2.").arg(place, socket.errorString());
+    }
+}
+
+/// The part that lives on the listening thread.
+class Ear final : public QObject
+{
+public:
+    Ear(std::vector<std::unique_ptr<Feed>> feeds, std::atomic<TelemetrySink *> &sink)
+        : drive(std::move(feeds))
+        , sink(sink)
+        , buffer(LongestDatagram, Qt::Uninitialized)
+    {
+        silence.setSingleShot(true);
+        silence.setTimerType(Qt::PreciseTimer);
+        connect(&silence, &QTimer::timeout, this, [this] { checkSilence(); });
+    }
+
+    /// Opens a port; 0 and an error, if there is one worth telling, if it can't be.
+    quint16 open(const QHostAddress &address, quint16 port, QStringList &errors)
+    {
+        auto socket = std::make_unique<QUdpSocket>();
+        if (!socket->bind(address, port, QAbstractSocket::DontShareAddress)) {
+            // Not every computer speaks IPv6, and then no game does.
+            const bool isMissing = address == QHostAddress(QHostAddress::LocalHostIPv6) &&
+                                   socket->error() != QAbstractSocket::AddressInUseError;
+            if (!isMissing)
+                errors += problemOf(*socket, address, port);
+            return 0;
+        }
+        QUdpSocket *const opened = socket.get();
+        connect(opened, &QUdpSocket::readyRead, this, [this, opened] { read(*opened); });
+        sockets.push_back(std::move(socket));
+        return opened->localPort();
+    }
+
+private:
+    void read(QUdpSocket &socket)
+    {
+        FeedSwitch::Sender sender;
+        sender.toPort = socket.localPort();
+        const Clock::time_point begin = Clock::now();
+        Clock::time_point now = begin;
+        while (socket.hasPendingDatagrams() && now - begin < LongestReading) {
+            const qint64 length =
+                socket.readDatagram(buffer.data(), buffer.size(), &sender.address, &sender.port);
+            if (length < 0)
+                break;
+            const auto datagram =
+                QByteArray::fromRawData(buffer.constData(), static_cast<int>(length));
+            drive.offer(datagram, sender, now);
+            now = Clock::now();
+        }
+        TelemetrySink *const taker = sink;
+        const std::optional<FeedSample> newest = drive.takeNewest();
+        if (!newest || taker == nullptr)
+            return;
+        taker->update(newest->sample, newest->vehicle);
+        if (!silence.isActive())
+            watchSilence();
+    }
+
+    void checkSilence()
+    {
+        TelemetrySink *const taker = sink;
+        if (drive.check(Clock::now()) == FeedSwitch::Silence::Paused && taker != nullptr)
+            taker->fallSilent();
+        watchSilence();
+    }
+
+    /// The timer isn't moved by each datagram; when it comes too early it is set anew.
+    void watchSilence()
+    {
+        const std::optional<FeedSwitch::TimePoint> due = drive.nextCheck();
+        if (!due)
+            return;
+        const auto wait = std::chrono::ceil<std::chrono::milliseconds>(*due - Clock::now());
+        silence.start(std::max(wait, std::chrono::milliseconds(0)));
+    }
+
+    FeedSwitch drive;
+    std::atomic<TelemetrySink *> &sink;
+    QByteArray buffer;
+    QTimer silence;
+    std::vector<std::unique_ptr<QUdpSocket>> sockets;
+};
+
+} // namespace
+
+UdpListener::UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes)
+{
+    std::promise<Opened> promise;
+    std::future<Opened> future = promise.get_future();
+    thread.reset(QThread::create(
+        [this, &feeds, &wishes, &promise] { run(std::move(feeds), wishes, std::move(promise)); }));
+    thread->setObjectName(QStringLiteral("telemetry"));
+    thread->start();
+    Opened opened = future.get();
+    openPorts = std::move(opened.ports);
+    problems = std::move(opened.errors);
+}
+
+UdpListener::~UdpListener()
+{
+    thread->quit();
+    thread->wait();
+}
+
+void UdpListener::start(TelemetrySink &sink)
+{
+    this->sink = &sink;
+}
+
+void UdpListener::run(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes,
+                      std::promise<Opened> opened)
+{
+    Ear ear(std::move(feeds), sink);
+    Opened result;
+    for (const QHostAddress &address : wishes.addresses) {
+        for (const quint16 port : wishes.ports) {
+            if (const quint16 open = ear.open(address, port, result.errors))
+                result.ports.push_back(open);
+        }
+    }
+    opened.set_value(std::move(result));
+    // Behind this line the constructor's arguments may be gone.
+    QEventLoop().exec();
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "telemetry/TelemetrySource.h"
+#include "telemetry/feeds/Feed.h"
+
+#include <QtCore/QStringList>
+#include <QtNetwork/QHostAddress>
+
+#include <atomic>
+#include <future>
+#include <memory>
+#include <vector>
+
+class QThread;
+
+/// Listens for the telemetry of games on UDP ports, on a thread of its own. What comes faster than
+/// it can be handed on is skipped in favour of the newest.
+class UdpListener final : public TelemetrySource
+{
+public:
+    struct Wishes
+    {
+        std::vector<QHostAddress> addresses; ///< Each with all the ports.
+        std::vector<quint16> ports;          ///< 0 is any that is free.
+    };
+
+    /// Opens the ports.
+    UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes);
+    ~UdpListener() override;
+
+    /// Whether any port is open.
+    bool isListening() const { return !openPorts.empty(); }
+
+    /// The open ports, one for each address and port that was wished for and is open, in order.
+    const std::vector<quint16> &ports() const { return openPorts; }
+
+    /// What went wrong, a sentence each, for the driver.
+    const QStringList &errors() const { return problems; }
+
+    void start(TelemetrySink &sink) override;
+
+private:
+    struct Opened
+    {
+        std::vector<quint16> ports;
+        QStringList errors;
+    };
+
+    void run(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes,
+             std::promise<Opened> opened);
+
+    std::atomic<TelemetrySink *> sink{nullptr};
+    std::vector<quint16> openPorts;
+    QStringList problems;
+    std::unique_ptr<QThread> thread;
+};

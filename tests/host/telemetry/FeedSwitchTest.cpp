@@ -1,0 +1,166 @@
+#include "Senders.h"
+
+#include "support/LogCapture.h"
+#include "telemetry/feeds/DataOutFeed.h"
+#include "telemetry/feeds/EgoFeed.h"
+#include "telemetry/feeds/FeedSwitch.h"
+
+#include <QtTest/QtTest>
+
+using namespace std::chrono_literals;
+using Silence = FeedSwitch::Silence;
+
+namespace {
+
+const QByteArray Rally = Senders::ego();
+const QByteArray Race = Senders::dataOut();
+const QByteArray Unknown(1289, 'x');
+
+/// A switch between two formats, with a clock that stands still unless it is moved.
+struct Bench
+{
+    FeedSwitch drive{[] {
+        std::vector<std::unique_ptr<Feed>> feeds;
+        feeds.push_back(std::make_unique<DataOutFeed>());
+        feeds.push_back(std::make_unique<EgoFeed>());
+        return feeds;
+    }()};
+    FeedSwitch::TimePoint now{1h};
+    LogCapture log;
+
+    bool send(const QByteArray &datagram, quint16 from, quint16 to = 20777)
+    {
+        return drive.offer(datagram, {QHostAddress(QHostAddress::LocalHost), from, to}, now);
+    }
+
+    /// What the log says to drivers who didn't ask for progress.
+    int warnings() const { return log.lines.filter(QStringLiteral("other: ")).size(); }
+};
+
+} // namespace
+
+class FeedSwitchTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theNewestDatagramCountsOnce()
+    {
+        Bench bench;
+        QVERIFY(!bench.drive.takeNewest());
+        QVERIFY(bench.send(Senders::dataOut(311, 1), 1000));
+        QVERIFY(bench.send(Senders::dataOut(311, 2), 1000));
+        QCOMPARE(bench.drive.takeNewest()->vehicle, QStringLiteral("Data Out car 2"));
+        QVERIFY(!bench.drive.takeNewest());
+    }
+
+    void whoBeganKeepsTheWheel()
+    {
+        Bench bench;
+        bench.send(Race, 1000);
+        bench.send(Race, 1000);
+        for (int i = 0; i < 100; ++i) {
+            bench.now += 10ms;
+            QVERIFY(!bench.send(Rally, 2000));
+            QVERIFY2(!bench.send(Race, 3000), "the same game twice is two games");
+            QVERIFY(bench.send(Race, 1000));
+        }
+        QCOMPARE(bench.warnings(), 1);
+
+        bench.now += FeedSwitch::PausedAfter - 1ms;
+        QVERIFY(!bench.send(Rally, 2000));
+        bench.now += 1ms;
+        QVERIFY(bench.send(Rally, 2000));
+        QVERIFY(!bench.send(Race, 1000));
+        QCOMPARE(bench.drive.takeNewest()->vehicle, QStringLiteral("EGO car 8000-900-6"));
+        QCOMPARE(bench.warnings(), 2);
+    }
+
+    void aSenderThatChangesItsFormatIsFollowed()
+    {
+        Bench bench;
+        bench.send(Race, 1000);
+        bench.send(Race, 1000);
+        QVERIFY(bench.send(Rally, 1000));
+        QCOMPARE(bench.drive.takeNewest()->vehicle, QStringLiteral("EGO car 8000-900-6"));
+        QVERIFY(bench.send(Senders::dataOut(331), 1000));
+        QCOMPARE(bench.drive.takeNewest()->vehicle, QStringLiteral("Data Out car 1234"));
+        QCOMPARE(bench.warnings(), 0);
+    }
+
+    void aPortForEachDatagramIsOneGame()
+    {
+        Bench bench;
+        for (quint16 port = 1000; port < 1100; ++port) {
+            QVERIFY(bench.send(Race, port));
+            bench.now += 16ms;
+        }
+        QVERIFY2(!bench.send(Race, 2000, 4444), "to another port goes another game");
+        QVERIFY2(!bench.send(Rally, 2000), "in another format sends another game");
+    }
+
+    void silencePausesAndThenLosesOnceEach()
+    {
+        Bench bench;
+        QVERIFY(!bench.drive.nextCheck());
+        QCOMPARE(bench.drive.check(bench.now), Silence::None);
+        const FeedSwitch::TimePoint start = bench.now;
+        for (int round = 0; round < 2; ++round) {
+            bench.send(Race, 1000);
+            const FeedSwitch::TimePoint heard = bench.now;
+            QCOMPARE(*bench.drive.nextCheck(), heard + 500ms);
+            QCOMPARE(bench.drive.check(heard + 499ms), Silence::None);
+            QCOMPARE(bench.drive.check(heard + 500ms), Silence::Paused);
+            QCOMPARE(bench.drive.check(heard + 501ms), Silence::None);
+            QCOMPARE(*bench.drive.nextCheck(), heard + 5s);
+            QCOMPARE(bench.drive.check(heard + 5s), Silence::Lost);
+            QCOMPARE(bench.drive.check(heard + 6s), Silence::None);
+            QVERIFY(!bench.drive.nextCheck());
+            bench.now = start + 10s;
+        }
+        // A datagram between two checks is live again.
+        bench.send(Race, 1000);
+        QCOMPARE(bench.drive.check(bench.now + 500ms), Silence::Paused);
+        bench.now += 600ms;
+        QVERIFY(bench.send(Race, 1000));
+        QCOMPARE(bench.drive.check(bench.now + 499ms), Silence::None);
+        QCOMPARE(bench.drive.check(bench.now + 500ms), Silence::Paused);
+    }
+
+    void aLongPauseIsNoNewGame()
+    {
+        Bench bench;
+        QByteArray parked = Packet(264).reals(28, 10).reals(252, 800, 90, 6);
+        bench.send(Rally, 1000);
+        const auto mask = bench.drive.takeNewest()->sample.vehicle.availabilityMask | 0;
+        bench.now += 10s;
+        bench.drive.check(bench.now);
+        bench.drive.check(bench.now);
+        bench.send(parked, 1001); // The game has opened its port anew.
+        QVERIFY((bench.drive.takeNewest()->sample.vehicle.availabilityMask &
+                 Available::TyrePressure) != 0);
+        QVERIFY((mask & Available::TyrePressure) != 0);
+
+        // In between, somebody else drove.
+        bench.now += 1s;
+        bench.send(Race, 3000);
+        bench.now += 1s;
+        bench.send(parked, 1001);
+        QCOMPARE(bench.drive.takeNewest()->sample.vehicle.availabilityMask | 0, 0ULL);
+    }
+
+    void unknownFormatsAreToldOnce()
+    {
+        Bench bench;
+        for (int i = 0; i < 100; ++i)
+            QVERIFY(!bench.send(Unknown, 1000));
+        QCOMPARE(bench.warnings(), 1);
+        QVERIFY(bench.log.lines.last().contains(QStringLiteral("1289")));
+        QVERIFY(bench.log.lines.last().contains(QStringLiteral("20777")));
+        QVERIFY(bench.send(Race, 1000));
+        QVERIFY(bench.drive.takeNewest().has_value());
+    }
+};
+
+QTEST_GUILESS_MAIN(FeedSwitchTest)
+#include "FeedSwitchTest.moc"

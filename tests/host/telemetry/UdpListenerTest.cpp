@@ -1,0 +1,165 @@
+#include "Senders.h"
+
+#include "telemetry/feeds/DataOutFeed.h"
+#include "telemetry/feeds/EgoFeed.h"
+#include "telemetry/feeds/UdpListener.h"
+
+#include <QtCore/QMutex>
+#include <QtCore/QSemaphore>
+#include <QtCore/QThread>
+#include <QtNetwork/QUdpSocket>
+#include <QtTest/QtTest>
+
+#include <atomic>
+
+namespace {
+
+const QHostAddress Local(QHostAddress::LocalHost);
+
+/// Counts, and may hold up whoever calls.
+class Taker final : public TelemetrySink
+{
+public:
+    std::atomic<int> updates{0};
+    std::atomic<int> silences{0};
+    std::atomic<int> lastCar{0};
+    std::atomic<bool> holdUp{false};
+    QSemaphore entered;
+    QSemaphore released;
+
+    void update(const TelemetrySample & /*sample*/, const QString &vehicle) override
+    {
+        if (holdUp.exchange(false)) {
+            entered.release();
+            released.acquire();
+        }
+        lastCar = vehicle.section(QLatin1Char(' '), -1).toInt();
+        ++updates;
+    }
+    void fallSilent() override { ++silences; }
+};
+
+std::unique_ptr<UdpListener> listen(const std::vector<QHostAddress> &addresses, quint16 port = 0)
+{
+    std::vector<std::unique_ptr<Feed>> feeds;
+    feeds.push_back(std::make_unique<DataOutFeed>());
+    feeds.push_back(std::make_unique<EgoFeed>());
+    return std::make_unique<UdpListener>(std::move(feeds), UdpListener::Wishes{addresses, {port}});
+}
+
+void send(QUdpSocket &socket, int car, quint16 port, const QHostAddress &to = Local)
+{
+    const QByteArray datagram = Senders::dataOut(311, car);
+    QCOMPARE(socket.writeDatagram(datagram, to, port), qint64(datagram.size()));
+}
+
+} // namespace
+
+class UdpListenerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void bothLoopbacksAreHeard()
+    {
+        const QHostAddress local6(QHostAddress::LocalHostIPv6);
+        Taker taker;
+        const auto listener = listen({Local, local6});
+        QVERIFY2(listener->errors().isEmpty(), qPrintable(listener->errors().join(u' ')));
+        listener->start(taker);
+        QUdpSocket game;
+        QTRY_VERIFY((send(game, 7, listener->ports()[0]), taker.lastCar == 7));
+        if (listener->ports().size() < 2)
+            QSKIP("This computer has no IPv6.");
+        QUdpSocket other;
+        // The first game has the wheel until it is silent.
+        QTRY_VERIFY((send(other, 8, listener->ports()[1], local6), taker.lastCar == 8));
+    }
+
+    void silenceIsToldOnceAndEnds()
+    {
+        Taker taker;
+        const auto listener = listen({Local});
+        listener->start(taker);
+        QUdpSocket game;
+        for (int round = 1; round <= 2; ++round) {
+            send(game, round, listener->ports()[0]);
+            QTRY_COMPARE(taker.lastCar.load(), round);
+            QTRY_COMPARE(taker.silences.load(), round);
+        }
+        QCOMPARE(taker.updates.load(), 2);
+    }
+
+    void whatPilesUpIsSkippedForTheNewest()
+    {
+        Taker taker;
+        const auto listener = listen({Local});
+        listener->start(taker);
+        QUdpSocket game;
+        taker.holdUp = true;
+        send(game, 1, listener->ports()[0]);
+        QVERIFY(taker.entered.tryAcquire(1, 5000));
+        for (int car = 2; car <= 100; ++car)
+            send(game, car, listener->ports()[0]);
+        taker.released.release();
+        QTRY_COMPARE(taker.lastCar.load(), 100);
+        QCOMPARE(taker.updates.load(), 2);
+    }
+
+    void anyLengthIsTaken()
+    {
+        Taker taker;
+        const auto listener = listen({Local});
+        listener->start(taker);
+        QUdpSocket game;
+        for (const int length : {0, 1, 310, 312, 1500, 65'507})
+            game.writeDatagram(QByteArray(length, '\x7f'), Local, listener->ports()[0]);
+        send(game, 5, listener->ports()[0]);
+        QTRY_COMPARE(taker.lastCar.load(), 5);
+        QCOMPARE(taker.updates.load(), 1);
+    }
+
+    void nothingFollowsTheEndInTheMiddleOfAFlood()
+    {
+        auto taker = std::make_unique<Taker>();
+        auto listener = listen({Local});
+        const quint16 port = listener->ports()[0];
+        std::atomic<bool> stop{false};
+        const std::unique_ptr<QThread> flood(QThread::create([&stop, port] {
+            QUdpSocket game;
+            const QByteArray datagram = Senders::dataOut();
+            while (!stop)
+                game.writeDatagram(datagram, Local, port);
+        }));
+        flood->start();
+        listener->start(*taker);
+        QTRY_VERIFY(taker->updates > 100);
+        listener.reset();
+        taker.reset();
+        stop = true;
+        QVERIFY(flood->wait());
+    }
+
+    void aPortInUseIsTold()
+    {
+        QUdpSocket other;
+        QVERIFY(other.bind(Local, 0, QAbstractSocket::DontShareAddress));
+        const auto listener = listen({Local}, other.localPort());
+        QVERIFY(!listener->isListening());
+        QCOMPARE(listener->errors().size(), 1);
+        const QString port = QString::number(other.localPort());
+        QVERIFY2(listener->errors()[0].contains(QStringLiteral("ss -lunp sport = :") + port),
+                 qPrintable(listener->errors()[0]));
+    }
+
+    void anAddressOfAnotherComputerIsTold()
+    {
+        const auto listener = listen({QHostAddress(QStringLiteral("192.0.2.1"))});
+        QVERIFY(!listener->isListening());
+        QCOMPARE(listener->errors().size(), 1);
+        QVERIFY(listener->errors()[0].contains(QStringLiteral("192.0.2.1 is no address")));
+    }
+};
+
+QTEST_GUILESS_MAIN(UdpListenerTest)
+#include "UdpListenerTest.moc"
