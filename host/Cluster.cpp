@@ -3,14 +3,10 @@
 #include "GaugeLibrary.h"
 #include "Options.h"
 #include "ProfileLookup.h"
-#include "telemetry/DemoCars.h"
-#include "telemetry/PacedSource.h"
+#include "TelemetryFactory.h"
+#include "telemetry/TelemetrySource.h"
 
-namespace {
-
-constexpr quint32 DemoSeed = 64;
-
-} // namespace
+#include <utility>
 
 Cluster::Cluster(const Options &options, const GaugeLibrary &library, bool useMph)
     : engine(library.createEngine(useMph, options.hardwareAcceleration))
@@ -39,9 +35,11 @@ bool Cluster::chooseDashboard()
     return store->activeProfileId() != DashboardProfileHeader::NoId;
 }
 
-void Cluster::startTelemetry()
+bool Cluster::startTelemetry()
 {
-    feeder =
-        std::make_unique<TelemetryFeeder>(std::make_unique<DemoCars>(DemoSeed, options.demoCars),
-                                          options.startAt, *engine, vehicles, monitor);
+    std::unique_ptr<TelemetrySource> source = makeTelemetry(options);
+    if (source == nullptr)
+        return false;
+    feeder = std::make_unique<TelemetryFeeder>(std::move(source), *engine, vehicles, monitor);
+    return true;
 }

@@ -28,8 +28,9 @@ public:
     /// there is none to show.
     bool chooseDashboard();
 
-    /// Starts to feed the engine from the source of this name.
-    void startTelemetry();
+    /// Starts to feed the engine from the source that the options name. False, with the reason
+    /// printed, if none can come.
+    bool startTelemetry();
 
     /// Updates that the engine got. 0 before `startTelemetry`.
     int updatesSent() const { return feeder != nullptr ? feeder->updatesSent() : 0; }

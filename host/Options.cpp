@@ -1,5 +1,6 @@
 #include "Options.h"
 
+#include "TelemetryFactory.h"
 #include "telemetry/DemoCars.h"
 
 #include <QtCore/QCommandLineParser>
@@ -57,8 +58,18 @@ struct Declared
         QStringLiteral("file|name|id")};
     QCommandLineOption telemetry{
         QStringLiteral("telemetry"),
-        QStringLiteral("Where telemetry comes from: demo, a lap of a simulated car (the default)."),
+        QStringLiteral("Where telemetry comes from: demo, a lap of a simulated car (the default); "
+                       "auto, whatever game sends; or one feed alone: outgauge, data-out, ego."),
         QStringLiteral("source")};
+    QCommandLineOption listen{
+        QStringLiteral("listen"),
+        QStringLiteral("Hear games on this address of the computer, such as 0.0.0.0 for all of "
+                       "IPv4, and so from other computers (default: from this one only)."),
+        QStringLiteral("address")};
+    QCommandLineOption port{
+        QStringLiteral("port"),
+        QStringLiteral("Hear games on this UDP port alone, 1 to 65535 (default: the usual ones)."),
+        QStringLiteral("n")};
     QCommandLineOption demoCars{
         QStringLiteral("demo-cars"),
         QStringLiteral("Cars that the demo drives in turn, 20 seconds each, 1 to 3 (default: 1)."),
@@ -88,13 +99,13 @@ struct Declared
     std::vector<const QCommandLineOption *> pictureAndTelemetry() const
     {
         return {&window,    &view,      &path,     &frames,  &count, &size, &upsideDown,
-                &dashboard, &telemetry, &demoCars, &startAt, &mph,   &kmh,  &noAcceleration};
+                &dashboard, &telemetry, &listen, &port, &demoCars, &startAt, &mph,   &kmh,  &noAcceleration};
     }
 
     QList<QCommandLineOption> all() const
     {
         return {window,    view,      path,     frames,  count,  size, upsideDown,
-                dashboard, telemetry, demoCars, startAt, mph,    kmh,  noAcceleration,
+                dashboard, telemetry, listen, port, demoCars, startAt, mph,    kmh,  noAcceleration,
                 json,      output,    verbose,  help,    version};
     }
 };
@@ -258,9 +269,10 @@ QString readTelemetry(const QCommandLineParser &parser, const Declared &declared
 {
     if (parser.isSet(declared.telemetry)) {
         options.telemetry = parser.value(declared.telemetry);
-        if (options.telemetry != QLatin1String("demo"))
-            return QStringLiteral("--telemetry knows only 'demo', not '%1'.")
-                .arg(options.telemetry);
+        const QStringList names = telemetryNames();
+        if (!names.contains(options.telemetry))
+            return QStringLiteral("--telemetry knows %1, not '%2'.")
+                .arg(names.join(QStringLiteral(", ")), options.telemetry);
     }
     if (parser.isSet(declared.demoCars)) {
         const QString text = parser.value(declared.demoCars);
@@ -278,6 +290,33 @@ QString readTelemetry(const QCommandLineParser &parser, const Declared &declared
             return QStringLiteral("--start-at takes seconds from 0 on, not '%1'.")
                 .arg(parser.value(declared.startAt));
         }
+    }
+    return {};
+}
+
+QString readNetwork(const QCommandLineParser &parser, const Declared &declared, Options &options)
+{
+    for (const QCommandLineOption *option : {&declared.listen, &declared.port}) {
+        if (parser.isSet(*option) && options.telemetry == QLatin1String("demo")) {
+            return QStringLiteral("--%1 goes with --telemetry auto or a feed of games.")
+                .arg(option->names().constFirst());
+        }
+    }
+    // Who names a port means games.
+    if (options.telemetry.isEmpty() && (parser.isSet(declared.listen) || parser.isSet(declared.port)))
+        options.telemetry = QStringLiteral("auto");
+    if (parser.isSet(declared.listen) &&
+        !options.listenAddress.setAddress(parser.value(declared.listen))) {
+        return QStringLiteral("--listen takes an IP address, such as 0.0.0.0, not '%1'.")
+            .arg(parser.value(declared.listen));
+    }
+    if (parser.isSet(declared.port)) {
+        const std::optional<int> port = parseCount(parser.value(declared.port), 65'535);
+        if (!port) {
+            return QStringLiteral("--port takes a number from 1 to 65535, not '%1'.")
+                .arg(parser.value(declared.port));
+        }
+        options.port = static_cast<quint16>(*port);
     }
     return {};
 }
@@ -339,7 +378,7 @@ ParsedOptions parseOptions(const QStringList &arguments)
 
     Options options;
     for (const auto read :
-         {readMode, readView, readPicture, readFrames, readTelemetry, readUnits}) {
+         {readMode, readView, readPicture, readFrames, readTelemetry, readNetwork, readUnits}) {
         const QString error = read(parser, declared, options);
         if (!error.isEmpty())
             return failure(error);

@@ -5,6 +5,7 @@
 #include <QtCore/QSize>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+#include <QtNetwork/QHostAddress>
 
 #include <optional>
 
@@ -29,11 +30,13 @@ struct Options
     int frameCount = 250;      ///< Ten seconds at the engine's full rate.
     std::optional<QSize> size; ///< Of the frames, or of the view's window at first, in pixels.
     bool upsideDown = false;
-    QString dashboard;    ///< A QML file, or a profile's name or id; empty leaves it to the store.
-    QString output;       ///< Mode `Preview`: the file to write; empty for the usual one.
-    QString telemetry;    ///< Empty leaves it to the settings.
-    int demoCars = 1;     ///< Cars that the demo drives in turn.
-    double startAt = 180; ///< Seconds into the telemetry.
+    QString dashboard; ///< A QML file, or a profile's name or id; empty leaves it to the store.
+    QString output;    ///< Mode `Preview`: the file to write; empty for the usual one.
+    QString telemetry; ///< One of `telemetryNames`; empty is as set, or the demo without settings.
+    QHostAddress listenAddress; ///< Of the feeds' ports; null is this computer alone.
+    quint16 port = 0;           ///< In place of the feeds' usual ports; 0 leaves those.
+    int demoCars = 1;           ///< Cars that the demo drives in turn.
+    double startAt = 180;       ///< Seconds into the telemetry.
     Units units = Units::AsSet;
     bool hardwareAcceleration = true;
     ProfileCommand command; ///< In mode `Command`.

@@ -65,6 +65,21 @@ private Q_SLOTS:
         QCOMPARE(editor.options.viewPath, QStringLiteral("my.qml"));
     }
 
+    void gamesAreHeardWhereTheOptionsSay()
+    {
+        const Options options =
+            parse(QStringLiteral("--telemetry ego --listen :: --port 65535")).options;
+        QCOMPARE(options.telemetry, QStringLiteral("ego"));
+        QCOMPARE(options.listenAddress, QHostAddress(QHostAddress::AnyIPv6));
+        QCOMPARE(int(options.port), 65'535);
+        for (const char *source : {"demo", "auto", "outgauge", "data-out", "ego"}) {
+            const ParsedOptions parsed =
+                parse(QStringLiteral("--telemetry ") + QLatin1String(source));
+            QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
+            QVERIFY(parsed.options.listenAddress.isNull());
+        }
+    }
+
     void helpAndVersionArePrinted()
     {
         const ParsedOptions help = parse(QStringLiteral("--help"));
@@ -107,6 +122,12 @@ private Q_SLOTS:
         row("--size 16385x272", "'16385x272'");
         row("--size 99999999999x2", "'99999999999x2'");
         row("--telemetry crystalball", "'crystalball'");
+        row("--port 4444", "--telemetry");
+        row("--telemetry demo --listen 0.0.0.0", "--telemetry");
+        row("--telemetry auto --port 0", "'0'");
+        row("--telemetry auto --port 65536", "'65536'");
+        row("--telemetry auto --listen somewhere", "'somewhere'");
+        row("profiles list --listen ::", "--listen");
         row("--demo-cars 0", "'0'");
         row("--demo-cars 4", "'4'");
         row("--json", "profiles list");

@@ -6,7 +6,10 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
+#include <QtNetwork/QUdpSocket>
 #include <QtTest/QtTest>
+
+#include "telemetry/Senders.h"
 
 namespace {
 
@@ -328,6 +331,54 @@ private Q_SLOTS:
         };
         QCOMPARE(colourOf(1), QColor(Qt::red));
         QCOMPARE(colourOf(74), QColor(Qt::blue));
+    }
+
+    void aGamesDatagramsReachTheDashboard()
+    {
+        QTemporaryDir folder;
+        const QString document = folder.filePath(QStringLiteral("Dash.qml"));
+        write(document,
+              "import QtQuick 2.15\nRectangle { width: 480; height: 272; color: dash_gear === 5 && "
+              "dash_fuelLevel_Percent_Available && dash_fuelLevel_Percent === 45 "
+              "? '#00ff00' : '#ff0000' }\n");
+        QUdpSocket free;
+        QVERIFY(free.bind(QHostAddress::LocalHost));
+        const quint16 port = free.localPort();
+        free.close();
+
+        QProcess process;
+        prepare(process, {}, Home());
+        process.start(QStringLiteral(GAUGE_HOST),
+                      {QStringLiteral("--frames"), folder.path(), QStringLiteral("--count"),
+                       QStringLiteral("25"), QStringLiteral("--dashboard"), document,
+                       QStringLiteral("--telemetry"), QStringLiteral("auto"),
+                       QStringLiteral("--port"), QString::number(port)});
+        QUdpSocket game;
+        const QByteArray datagram = Senders::dataOut();
+        QVERIFY(process.waitForStarted());
+        while (!process.waitForFinished(16) && process.state() != QProcess::NotRunning)
+            game.writeDatagram(datagram, QHostAddress::LocalHost, port);
+        const Run run{process.exitCode(), {}, QString::fromUtf8(process.readAllStandardError())};
+        QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+        QVERIFY(run.errors.contains(QStringLiteral("port %1").arg(port)));
+        const QImage last(folder.filePath(framesIn(folder).constLast()));
+        QCOMPARE(QColor(last.pixel(0, 0)).name(), QStringLiteral("#00ff00"));
+    }
+
+    void aPortInUseIsTheEndWhereNoOtherIsOpen()
+    {
+        QUdpSocket other;
+        QVERIFY(other.bind(QHostAddress(QHostAddress::LocalHost), 0,
+                           QAbstractSocket::DontShareAddress));
+        const QTemporaryDir folder;
+        const Run run =
+            runHost({QStringLiteral("--frames"), folder.path(), QStringLiteral("--telemetry"),
+                     QStringLiteral("ego"), QStringLiteral("--listen"), QStringLiteral("127.0.0.1"),
+                     QStringLiteral("--port"), QString::number(other.localPort())});
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(run.errors.contains(QStringLiteral("in use by another program")),
+                 qPrintable(run.errors));
+        QVERIFY(framesIn(folder).isEmpty());
     }
 };
 
