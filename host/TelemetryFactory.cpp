@@ -18,8 +18,8 @@ namespace {
 
 constexpr std::uint32_t DemoSeed = 64;
 
-constexpr QLatin1String Demo("demo");
-constexpr QLatin1String Auto("auto");
+const QLatin1String Demo("demo");
+const QLatin1String Auto("auto");
 
 struct KnownFeed
 {

@@ -6,10 +6,10 @@
 
 namespace {
 
-constexpr QLatin1String Group("RevLimits");
-constexpr QLatin1String Highest("highest");
-constexpr QLatin1String ShiftLight("shiftLight");
-constexpr QLatin1String FullShifts("fullShifts");
+const QLatin1String Group("RevLimits");
+const QLatin1String Highest("highest");
+const QLatin1String ShiftLight("shiftLight");
+const QLatin1String FullShifts("fullShifts");
 
 /// A number of the file, which anybody may have edited.
 std::uint32_t readNumber(const QSettings &settings, const QString &key, std::uint32_t most)

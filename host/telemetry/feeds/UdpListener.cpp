@@ -40,9 +40,9 @@ QString problemOf(const QUdpSocket &socket, const QHostAddress &address, quint16
 class Ear final : public QObject
 {
 public:
-    Ear(std::vector<std::unique_ptr<Feed>> feeds, std::atomic<TelemetrySink *> &sink)
+    Ear(std::vector<std::unique_ptr<Feed>> feeds, const std::atomic<TelemetrySink *> &taker)
         : drive(std::move(feeds))
-        , sink(sink)
+        , taker(taker)
         , buffer(LongestDatagram, Qt::Uninitialized)
     {
         silence.setSingleShot(true);
@@ -85,20 +85,20 @@ private:
             drive.offer(datagram, sender, now);
             now = Clock::now();
         }
-        TelemetrySink *const taker = sink;
+        TelemetrySink *const sink = taker;
         const std::optional<FeedSample> newest = drive.takeNewest();
-        if (!newest || taker == nullptr)
+        if (!newest || sink == nullptr)
             return;
-        taker->update(newest->sample, newest->vehicle);
+        sink->update(newest->sample, newest->vehicle);
         if (!silence.isActive())
             watchSilence();
     }
 
     void checkSilence()
     {
-        TelemetrySink *const taker = sink;
-        if (drive.check(Clock::now()) == FeedSwitch::Silence::Paused && taker != nullptr)
-            taker->fallSilent();
+        TelemetrySink *const sink = taker;
+        if (drive.check(Clock::now()) == FeedSwitch::Silence::Paused && sink != nullptr)
+            sink->fallSilent();
         watchSilence();
     }
 
@@ -113,7 +113,7 @@ private:
     }
 
     FeedSwitch drive;
-    std::atomic<TelemetrySink *> &sink;
+    const std::atomic<TelemetrySink *> &taker;
     QByteArray buffer;
     QTimer silence;
     std::vector<std::unique_ptr<QUdpSocket>> sockets;
@@ -142,13 +142,13 @@ UdpListener::~UdpListener()
 
 void UdpListener::start(TelemetrySink &sink)
 {
-    this->sink = &sink;
+    taker = &sink;
 }
 
 void UdpListener::run(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes,
                       std::promise<Opened> opened)
 {
-    Ear ear(std::move(feeds), sink);
+    Ear ear(std::move(feeds), taker);
     Opened result;
     for (const QHostAddress &address : wishes.addresses) {
         for (const quint16 port : wishes.ports) {

@@ -49,7 +49,7 @@ private:
     void run(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes,
              std::promise<Opened> opened);
 
-    std::atomic<TelemetrySink *> sink{nullptr};
+    std::atomic<TelemetrySink *> taker{nullptr}; ///< Null until it starts.
     std::vector<quint16> openPorts;
     QStringList problems;
     std::unique_ptr<QThread> thread;
