@@ -20,6 +20,11 @@ if(GAUGE_SANITIZE)
   add_link_options(-fsanitize=${GAUGE_SANITIZE})
 endif()
 
+if(GAUGE_FUZZ)
+  # The fuzzer watches which code its inputs reach.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 add_compile_definitions(
   QT_NO_CAST_FROM_ASCII
   QT_NO_CAST_TO_ASCII

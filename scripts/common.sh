@@ -14,6 +14,7 @@ run_packages=(
 test_packages=(
   clang clang-format clang-tidy clazy qtdeclarative5-dev-tools binutils git openbox xdotool
 )
+fuzz_packages=(libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev)
 
 # Installs those of the named Debian packages that are missing. Quick when none is.

@@ -1,0 +1,42 @@
+#include "Checks.h"
+
+#include "telemetry/feeds/DataOutFeed.h"
+#include "telemetry/feeds/EgoFeed.h"
+#include "telemetry/feeds/FeedSwitch.h"
+#include "telemetry/feeds/OutGaugeFeed.h"
+#include "telemetry/feeds/RevLimitStore.h"
+
+#include <algorithm>
+#include <cstring>
+
+// The input is a sequence of datagrams: the sender, the time since the last one in units of 20 ms,
+// the length in two bytes, the datagram.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    std::vector<std::unique_ptr<Feed>> feeds;
+    // A place where no file can be made.
+    feeds.push_back(std::make_unique<OutGaugeFeed>(
+        std::make_unique<RevLimitStore>(QStringLiteral("/dev/null/cars.ini"))));
+    feeds.push_back(std::make_unique<DataOutFeed>());
+    feeds.push_back(std::make_unique<EgoFeed>());
+    FeedSwitch drive(std::move(feeds));
+    FeedSwitch::TimePoint now{std::chrono::hours(1)};
+
+    constexpr std::size_t Header = 4;
+    while (size >= Header) {
+        const quint8 from = data[0];
+        now += data[1] * std::chrono::milliseconds(20);
+        const auto length = std::min<std::size_t>(data[2] + 256U * data[3], size - Header);
+        const QByteArray datagram(reinterpret_cast<const char *>(data) + Header,
+                                  static_cast<int>(length));
+        data += Header + length;
+        size -= Header + length;
+
+        drive.check(now);
+        drive.offer(datagram, {QHostAddress(QHostAddress::LocalHost), from, quint16(from & 1)},
+                    now);
+        if (const auto sample = drive.takeNewest())
+            checkSample(sample->sample);
+    }
+    return 0;
+}
