@@ -1,13 +1,11 @@
 #include "BareScene.h"
 #include "DemoProperties.h"
+#include "IdleRenderer.h"
+#include "SwappingConsumer.h"
 
 #include "engine/DashboardEngine.h"
-#include "plugin/IDashboardConsumer.h"
-#include "plugin/IDashboardRenderer.h"
 
 #include <benchmark/benchmark.h>
-
-#include <QtCore/QStringList>
 
 #include <cstring>
 #include <memory>
@@ -16,50 +14,8 @@
 
 namespace {
 
-constexpr int Width = 480;
-constexpr int Height = 272;
-
-/// Swaps, as a window does.
-class SwappingConsumer final : public IDashboardConsumer
-{
-public:
-    int frameWidth() override { return Width; }
-    int frameHeight() override { return Height; }
-    bool isUpsideDown() override { return false; }
-    quint64 lastActivity() override { return 0; }
-    void deliverFrame(Frame &buffer, int /*width*/) override
-    {
-        frame.swap(buffer);
-        ++delivered;
-    }
-
-    Frame frame;
-    int delivered = 0;
-};
-
-/// Stands in where pictures don't matter.
-class IdleRenderer final : public IDashboardRenderer
-{
-public:
-    bool load(const QString & /*path*/, int /*width*/, int /*height*/) override { return true; }
-    bool renderFrame(Frame & /*buffer*/, int /*width*/, int /*height*/,
-                     bool /*upsideDown*/) override
-    {
-        return true;
-    }
-    const QStringList &errors() override { return none; }
-    void publishTelemetry(const VehicleTelemetry & /*vehicle*/, const DisplayLimits & /*limits*/,
-                          const ExtendedTelemetry & /*extended*/,
-                          const QString & /*motionProfileName*/, const TuneInfo & /*tune*/,
-                          float /*steeringSmoothing*/, bool /*useMph*/, bool /*showMarkers*/,
-                          bool /*paused*/) override
-    {
-    }
-    std::set<QString> publishedFields() override { return {}; }
-
-private:
-    QStringList none;
-};
+constexpr int Width = SwappingConsumer::Width;
+constexpr int Height = SwappingConsumer::Height;
 
 void tick(DashboardEngine &engine)
 {

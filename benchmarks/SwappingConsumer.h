@@ -1,0 +1,24 @@
+#pragma once
+
+#include "plugin/IDashboardConsumer.h"
+
+/// Swaps, as a window does.
+class SwappingConsumer final : public IDashboardConsumer
+{
+public:
+    static constexpr int Width = 480;
+    static constexpr int Height = 272;
+
+    int frameWidth() override { return Width; }
+    int frameHeight() override { return Height; }
+    bool isUpsideDown() override { return false; }
+    quint64 lastActivity() override { return 0; }
+    void deliverFrame(Frame &buffer, int /*width*/) override
+    {
+        frame.swap(buffer);
+        ++delivered;
+    }
+
+    Frame frame;
+    int delivered = 0;
+};
