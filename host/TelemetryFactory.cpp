@@ -4,14 +4,10 @@
 #include "Terminal.h"
 #include "telemetry/DemoCars.h"
 #include "telemetry/PacedSource.h"
-#include "telemetry/feeds/DataOutFeed.h"
-#include "telemetry/feeds/EgoFeed.h"
-#include "telemetry/feeds/OutGaugeFeed.h"
-#include "telemetry/feeds/RevLimitStore.h"
+#include "telemetry/feeds/KnownFeeds.h"
 #include "telemetry/feeds/UdpListener.h"
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 namespace {
@@ -20,37 +16,6 @@ constexpr std::uint32_t DemoSeed = 64;
 
 const QLatin1String Demo("demo");
 const QLatin1String Auto("auto");
-
-struct KnownFeed
-{
-    QString option;
-    std::function<std::unique_ptr<Feed>()> make;
-};
-
-/// Every feed that the host understands, in the order in which they are tried.
-const std::vector<KnownFeed> &knownFeeds()
-{
-    static const std::vector<KnownFeed> feeds{
-        {QStringLiteral("outgauge"),
-         [] {
-             return std::make_unique<OutGaugeFeed>(
-                 std::make_unique<RevLimitStore>(RevLimitStore::usualPath()));
-         }},
-        {QStringLiteral("data-out"), [] { return std::make_unique<DataOutFeed>(); }},
-        {QStringLiteral("ego"), [] { return std::make_unique<EgoFeed>(); }},
-    };
-    return feeds;
-}
-
-std::vector<std::unique_ptr<Feed>> makeFeeds(const QString &option)
-{
-    std::vector<std::unique_ptr<Feed>> feeds;
-    for (const KnownFeed &known : knownFeeds()) {
-        if (option == Auto || option == known.option)
-            feeds.push_back(known.make());
-    }
-    return feeds;
-}
 
 UdpListener::Wishes wishesOf(const Options &options,
                              const std::vector<std::unique_ptr<Feed>> &feeds)
@@ -72,23 +37,29 @@ UdpListener::Wishes wishesOf(const Options &options,
     return wishes;
 }
 
-/// "Listening for OutGauge and EGO on UDP ports 4444, 30000, 20777."
-QString announcement(const QStringList &names, std::vector<quint16> ports)
+/// "Listening for OutGauge, EGO on UDP ports 4444, 20777 of 127.0.0.1, ::1."
+QString announcement(const QStringList &names, std::vector<quint16> ports,
+                     const std::vector<QHostAddress> &addresses)
 {
     std::sort(ports.begin(), ports.end());
     ports.erase(std::unique(ports.begin(), ports.end()), ports.end());
     QStringList numbers;
     for (const quint16 port : ports)
         numbers += QString::number(port);
-    return QStringLiteral("Listening for %1 on UDP %2 %3.")
-        .arg(names.join(QStringLiteral(", ")),
+    QStringList places;
+    for (const QHostAddress &address : addresses)
+        places += address.toString();
+    const QString comma = QStringLiteral(", ");
+    return QStringLiteral("Listening for %1 on UDP %2 %3 of %4.")
+        .arg(names.join(comma),
              ports.size() == 1 ? QStringLiteral("port") : QStringLiteral("ports"),
-             numbers.join(QStringLiteral(", ")));
+             numbers.join(comma), places.join(comma));
 }
 
 std::unique_ptr<TelemetrySource> listen(const Options &options)
 {
-    std::vector<std::unique_ptr<Feed>> feeds = makeFeeds(options.telemetry);
+    std::vector<std::unique_ptr<Feed>> feeds =
+        makeFeeds(options.telemetry == Auto ? QString() : options.telemetry);
     QStringList names;
     for (const auto &feed : feeds)
         names += feed->name();
@@ -100,7 +71,7 @@ std::unique_ptr<TelemetrySource> listen(const Options &options)
         printError(QStringLiteral("No port is open for telemetry."));
         return nullptr;
     }
-    printLine(announcement(names, listener->ports()));
+    printLine(announcement(names, listener->ports(), wishes.addresses));
     return listener;
 }
 
@@ -108,10 +79,7 @@ std::unique_ptr<TelemetrySource> listen(const Options &options)
 
 QStringList telemetryNames()
 {
-    QStringList names{Demo, Auto};
-    for (const KnownFeed &known : knownFeeds())
-        names += known.option;
-    return names;
+    return QStringList{Demo, Auto} + knownFeedOptions();
 }
 
 std::unique_ptr<TelemetrySource> makeTelemetry(const Options &options)

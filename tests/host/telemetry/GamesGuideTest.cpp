@@ -3,6 +3,7 @@
 
 #include "telemetry/feeds/DataOutFeed.h"
 #include "telemetry/feeds/EgoFeed.h"
+#include "telemetry/feeds/KnownFeeds.h"
 #include "telemetry/feeds/OutGaugeFeed.h"
 #include "telemetry/feeds/RevLimitStore.h"
 
@@ -89,13 +90,8 @@ private Q_SLOTS:
 
     void namesPortsThatAreListenedTo()
     {
-        const QTemporaryDir folder;
-        OutGaugeFeed outGauge(
-            std::make_unique<RevLimitStore>(folder.filePath(QStringLiteral("cars.ini"))));
-        DataOutFeed dataOut;
-        EgoFeed ego;
         QStringList ports;
-        for (const Feed *feed : std::initializer_list<const Feed *>{&outGauge, &dataOut, &ego}) {
+        for (const auto &feed : makeFeeds()) {
             for (const quint16 port : feed->usualPorts())
                 ports += QString::number(port);
         }
@@ -105,7 +101,7 @@ private Q_SLOTS:
             QVERIFY2(ports.contains(row.last()), qPrintable(row.join(u'|')));
         std::sort(ports.begin(), ports.end(),
                   [](const QString &a, const QString &b) { return a.toInt() < b.toInt(); });
-        QVERIFY(guide().contains("ports " + ports.join(QStringLiteral(", ")).toUtf8() + '.'));
+        QVERIFY(guide().contains("ports " + ports.join(QStringLiteral(", ")).toUtf8() + " of"));
     }
 };
 
