@@ -180,7 +180,7 @@ std::unique_ptr<UdpListener> listenToAll(const QTemporaryDir &folder)
     feeds.push_back(outGaugeFeed(folder));
     feeds.push_back(std::make_unique<DataOutFeed>());
     feeds.push_back(std::make_unique<EgoFeed>());
-    const UdpListener::Wishes wishes{{QHostAddress(QHostAddress::LocalHost)}, {0}};
+    const UdpListener::Wishes wishes{{QHostAddress(QHostAddress::LocalHost)}, {0}, {}};
     return std::make_unique<UdpListener>(std::move(feeds), wishes);
 }
 

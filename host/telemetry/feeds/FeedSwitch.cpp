@@ -66,7 +66,7 @@ FeedSwitch::Silence FeedSwitch::check(TimePoint now)
     // Even if nobody asked in between, the pause comes first.
     if (told == Silence::None)
         return told = Silence::Paused;
-    toldOfUnknown = false;
+    unknownTold.clear();
     qInfo("Telemetry: the game fell silent.");
     return told = Silence::Lost;
 }
@@ -106,7 +106,7 @@ void FeedSwitch::handOver(const Sender &sender, Feed *feed, TimePoint now)
                             (isAlone || now - lastHeard >= PausedAfter);
     if (!isSameGame) {
         feed->restart();
-        toldOfUnknown = false;
+        unknownTold.clear();
         toldOfOther = false;
         qInfo().noquote()
             << QStringLiteral("Telemetry: %1 from %2.").arg(feed->name(), nameOf(sender));
@@ -118,8 +118,11 @@ void FeedSwitch::handOver(const Sender &sender, Feed *feed, TimePoint now)
 
 void FeedSwitch::tellOfUnknown(const QByteArray &datagram, const Sender &sender)
 {
-    if (std::exchange(toldOfUnknown, true))
+    // A driver tries one format after another, and some games send several at once.
+    constexpr int MostTold = 8;
+    if (unknownTold.size() >= MostTold || unknownTold.contains(datagram.size()))
         return;
+    unknownTold.insert(datagram.size());
     qWarning().noquote() << QStringLiteral("Port %1 gets datagrams of %2 bytes from %3 that are in "
                                            "no format known here.")
                                 .arg(sender.toPort)

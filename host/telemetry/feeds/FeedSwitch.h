@@ -2,6 +2,7 @@
 
 #include "telemetry/feeds/Feed.h"
 
+#include <QtCore/QSet>
 #include <QtNetwork/QHostAddress>
 
 #include <chrono>
@@ -62,6 +63,6 @@ private:
     Silence told = Silence::None;
     bool hasNewest = false;
     QByteArray newest;
-    bool toldOfUnknown = false;
+    QSet<int> unknownTold; ///< Lengths of unknown datagrams that were told of.
     bool toldOfOther = false;
 };

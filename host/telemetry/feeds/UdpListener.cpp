@@ -40,8 +40,10 @@ QString problemOf(const QUdpSocket &socket, const QHostAddress &address, quint16
 class Ear final : public QObject
 {
 public:
-    Ear(std::vector<std::unique_ptr<Feed>> feeds, const std::atomic<TelemetrySink *> &taker)
+    Ear(std::vector<std::unique_ptr<Feed>> feeds, std::function<void(const Datagram &)> tap,
+        const std::atomic<TelemetrySink *> &taker)
         : drive(std::move(feeds))
+        , tap(std::move(tap))
         , taker(taker)
         , buffer(LongestDatagram, Qt::Uninitialized)
     {
@@ -82,6 +84,8 @@ private:
                 break;
             const auto datagram =
                 QByteArray::fromRawData(buffer.constData(), static_cast<int>(length));
+            if (tap)
+                tap({now - start, sender.toPort, QByteArray(buffer.constData(), datagram.size())});
             drive.offer(datagram, sender, now);
             now = Clock::now();
         }
@@ -113,6 +117,8 @@ private:
     }
 
     FeedSwitch drive;
+    const std::function<void(const Datagram &)> tap;
+    const Clock::time_point start = Clock::now();
     const std::atomic<TelemetrySink *> &taker;
     QByteArray buffer;
     QTimer silence;
@@ -148,7 +154,7 @@ void UdpListener::start(TelemetrySink &sink)
 void UdpListener::run(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes,
                       std::promise<Opened> opened)
 {
-    Ear ear(std::move(feeds), taker);
+    Ear ear(std::move(feeds), wishes.tap, taker);
     Opened result;
     for (const QHostAddress &address : wishes.addresses) {
         for (const quint16 port : wishes.ports) {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "telemetry/TelemetrySource.h"
+#include "telemetry/feeds/Datagram.h"
 #include "telemetry/feeds/Feed.h"
 
 #include <QtCore/QStringList>
 #include <QtNetwork/QHostAddress>
 
 #include <atomic>
+#include <functional>
 #include <future>
 #include <memory>
 #include <vector>
@@ -22,6 +24,9 @@ public:
     {
         std::vector<QHostAddress> addresses; ///< Each with all the ports.
         std::vector<quint16> ports;          ///< 0 is any that is free.
+
+        /// Gets every datagram as it comes, whatever is in it, on the listening thread.
+        std::function<void(const Datagram &)> tap = {};
     };
 
     /// Opens the ports.

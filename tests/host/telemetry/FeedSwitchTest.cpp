@@ -149,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(bench.drive.takeNewest()->sample.vehicle.availabilityMask | 0, 0ULL);
     }
 
-    void unknownFormatsAreToldOnce()
+    void unknownFormatsAreToldOnceEachAndNotForEver()
     {
         Bench bench;
         for (int i = 0; i < 100; ++i)
@@ -157,6 +157,11 @@ private Q_SLOTS:
         QCOMPARE(bench.warnings(), 1);
         QVERIFY(bench.log.lines.last().contains(QStringLiteral("1289")));
         QVERIFY(bench.log.lines.last().contains(QStringLiteral("20777")));
+        bench.send(QByteArray(1000, 'x'), 1000);
+        QCOMPARE(bench.warnings(), 2);
+        for (int length = 1001; length < 1200; ++length)
+            bench.send(QByteArray(length, 'x'), 1000);
+        QVERIFY(bench.warnings() < 10);
         QVERIFY(bench.send(Race, 1000));
         QVERIFY(bench.drive.takeNewest().has_value());
     }

@@ -44,7 +44,8 @@ std::unique_ptr<UdpListener> listen(const std::vector<QHostAddress> &addresses, 
     std::vector<std::unique_ptr<Feed>> feeds;
     feeds.push_back(std::make_unique<DataOutFeed>());
     feeds.push_back(std::make_unique<EgoFeed>());
-    return std::make_unique<UdpListener>(std::move(feeds), UdpListener::Wishes{addresses, {port}});
+    return std::make_unique<UdpListener>(std::move(feeds),
+                                         UdpListener::Wishes{addresses, {port}, {}});
 }
 
 void send(QUdpSocket &socket, int car, quint16 port, const QHostAddress &to = Local)
@@ -117,6 +118,33 @@ private Q_SLOTS:
         send(game, 5, listener->ports()[0]);
         QTRY_COMPARE(taker.lastCar.load(), 5);
         QCOMPARE(taker.updates.load(), 1);
+    }
+
+    void theTapGetsAllThatComes()
+    {
+        std::vector<Datagram> tapped; // Of the other thread's until the listener is gone.
+        std::vector<std::unique_ptr<Feed>> feeds;
+        feeds.push_back(std::make_unique<DataOutFeed>());
+        Taker taker;
+        auto listener = std::make_unique<UdpListener>(
+            std::move(feeds),
+            UdpListener::Wishes{
+                {Local}, {0}, [&tapped](const Datagram &datagram) { tapped.push_back(datagram); }});
+        const quint16 port = listener->ports()[0];
+        listener->start(taker);
+        QUdpSocket game;
+        game.writeDatagram("one", Local, port);
+        game.writeDatagram(QByteArray(), Local, port);
+        send(game, 5, port);
+        QTRY_COMPARE(taker.lastCar.load(), 5);
+        listener.reset();
+        QCOMPARE(int(tapped.size()), 3);
+        QCOMPARE(tapped[0].payload, QByteArray("one"));
+        QVERIFY(tapped[1].payload.isEmpty());
+        QCOMPARE(tapped[2].payload, QByteArray(Senders::dataOut(311, 5)));
+        QCOMPARE(tapped[2].port, port);
+        QVERIFY(tapped[0].time.count() > 0);
+        QVERIFY(tapped[2].time >= tapped[0].time);
     }
 
     void nothingFollowsTheEndInTheMiddleOfAFlood()
