@@ -1,0 +1,149 @@
+#include "CaptureReader.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QtEndian>
+
+#include <pcap/pcap.h>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+std::optional<LinkLayer> linkLayer(int type)
+{
+    switch (type) {
+    case DLT_EN10MB:
+        return LinkLayer::Ethernet;
+    case DLT_RAW:
+    case DLT_IPV4:
+    case DLT_IPV6:
+        return LinkLayer::RawIp;
+    case DLT_NULL:
+    case DLT_LOOP:
+        return LinkLayer::Loopback;
+    case DLT_LINUX_SLL:
+        return LinkLayer::LinuxCooked;
+    case DLT_LINUX_SLL2:
+        return LinkLayer::LinuxCookedTwo;
+    default:
+        return std::nullopt;
+    }
+}
+
+std::chrono::nanoseconds timeOf(const pcap_pkthdr &packet)
+{
+    // Some formats have room for seconds that nanoseconds can't count.
+    constexpr qint64 MostSeconds = 9'000'000'000;
+    const std::chrono::seconds seconds(
+        std::clamp(qint64{packet.ts.tv_sec}, qint64{0}, MostSeconds));
+    return seconds + std::chrono::nanoseconds(packet.ts.tv_usec);
+}
+
+QString counted(int count, const QString &one, const QString &several)
+{
+    return count == 1 ? one : several.arg(count);
+}
+
+} // namespace
+
+void CaptureReader::Close::operator()(pcap *capture) const
+{
+    pcap_close(capture);
+}
+
+bool CaptureReader::recognises(const QByteArray &beginning)
+{
+    // Seconds with micro- and nanoseconds, then blocks.
+    constexpr std::array<quint32, 3> Magics{0xa1b2c3d4, 0xa1b23c4d, 0x0a0d0d0a};
+    if (beginning.size() < int(sizeof(quint32)))
+        return false;
+    const auto little = qFromLittleEndian<quint32>(beginning.constData());
+    return std::any_of(Magics.begin(), Magics.end(), [little](quint32 magic) {
+        return little == magic || little == qbswap(magic);
+    });
+}
+
+std::unique_ptr<CaptureReader> CaptureReader::open(const QString &path, QString &error)
+{
+    std::unique_ptr<CaptureReader> reader(new CaptureReader(path));
+    error = reader->openCapture();
+    if (!error.isEmpty())
+        return nullptr;
+    return reader;
+}
+
+CaptureReader::CaptureReader(QString path)
+    : path(std::move(path))
+{
+}
+
+QString CaptureReader::openCapture()
+{
+    std::array<char, PCAP_ERRBUF_SIZE> reason{};
+    capture.reset(pcap_open_offline_with_tstamp_precision(
+        QFile::encodeName(path).constData(), PCAP_TSTAMP_PRECISION_NANO, reason.data()));
+    if (capture == nullptr) {
+        return QStringLiteral("is no capture that can be read: %1.")
+            .arg(QString::fromLocal8Bit(reason.data()));
+    }
+    const int type = pcap_datalink(capture.get());
+    const std::optional<LinkLayer> known = linkLayer(type);
+    if (!known) {
+        const char *name = pcap_datalink_val_to_description_or_dlt(type);
+        return QStringLiteral("holds packets of a kind that isn't read here: %1. Capture on an "
+                              "Ethernet or loopback device.")
+            .arg(QString::fromLatin1(name));
+    }
+    link = *known;
+    return {};
+}
+
+std::optional<Datagram> CaptureReader::next()
+{
+    pcap_pkthdr *head = nullptr;
+    const u_char *bytes = nullptr;
+    while (capture != nullptr) {
+        const int result = pcap_next_ex(capture.get(), &head, &bytes);
+        if (result != 1) {
+            if (result == PCAP_ERROR)
+                failure = QString::fromLocal8Bit(pcap_geterr(capture.get()));
+            capture.reset();
+            break;
+        }
+        CapturedPacket packet =
+            decodePacket(link, QByteArray::fromRawData(reinterpret_cast<const char *>(bytes),
+                                                       static_cast<int>(head->caplen)));
+        if (packet.kind == CapturedPacket::Kind::Udp)
+            return Datagram{timeOf(*head), packet.port, std::move(packet.payload)};
+        fragments += packet.kind == CapturedPacket::Kind::Fragment ? 1 : 0;
+        truncated += packet.kind == CapturedPacket::Kind::Truncated ? 1 : 0;
+    }
+    return std::nullopt;
+}
+
+void CaptureReader::rewind()
+{
+    fragments = 0;
+    truncated = 0;
+    failure = openCapture();
+    if (!failure.isEmpty())
+        capture.reset();
+}
+
+QStringList CaptureReader::remarks() const
+{
+    QStringList lines;
+    if (fragments > 0) {
+        lines +=
+            counted(fragments, QStringLiteral("1 piece of a fragmented packet was passed over."),
+                    QStringLiteral("%1 pieces of fragmented packets were passed over."));
+    }
+    if (truncated > 0) {
+        lines += counted(truncated, QStringLiteral("1 packet is cut off and was passed over."),
+                         QStringLiteral("%1 packets are cut off and were passed over."));
+    }
+    if (!failure.isEmpty())
+        lines += QStringLiteral("The capture ends early: %1.").arg(failure);
+    return lines;
+}

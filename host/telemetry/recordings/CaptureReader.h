@@ -1,0 +1,43 @@
+#pragma once
+
+#include "DatagramReader.h"
+#include "PacketDecoder.h"
+
+#include <QtCore/QByteArray>
+
+#include <memory>
+
+struct pcap;
+
+/// Reads the UDP datagrams out of a capture that another tool made: pcap or pcapng.
+class CaptureReader final : public DatagramReader
+{
+public:
+    /// Whether a file that begins with these bytes means to be a capture.
+    static bool recognises(const QByteArray &beginning);
+
+    /// Nothing if the file is no capture or holds packets of another kind than `LinkLayer` lists;
+    /// `error` then says so in one line that goes on after the file's name.
+    static std::unique_ptr<CaptureReader> open(const QString &path, QString &error);
+
+    std::optional<Datagram> next() override;
+    void rewind() override;
+    QStringList remarks() const override;
+
+private:
+    struct Close
+    {
+        void operator()(pcap *capture) const;
+    };
+
+    explicit CaptureReader(QString path);
+
+    QString openCapture();
+
+    const QString path;
+    std::unique_ptr<pcap, Close> capture;
+    LinkLayer link = LinkLayer::RawIp;
+    int fragments = 0;
+    int truncated = 0;
+    QString failure; ///< Why the capture ended early; empty if it didn't.
+};

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "telemetry/feeds/Datagram.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QFile>
+#include <QtCore/QString>
+
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+/// Writes a drive's datagrams into a file. `add` only puts them into memory; a thread of the
+/// writer's own brings them to the disk twice a second, so that a slow disk never holds up the
+/// listener. All operations: any thread.
+class RecordingWriter
+{
+public:
+    enum class Existing { Keep, Overwrite };
+
+    struct Progress
+    {
+        qint64 datagrams = 0; ///< Taken so far.
+        qint64 bytes = 0;     ///< Size of the file, with what is still in memory.
+        qint64 dropped = 0;   ///< Not taken, since the disk was too slow or failed.
+    };
+
+    /// Makes the file. With `Existing::Keep` a file that is already there is an error. `error`
+    /// tells at once if the file can't be made or written.
+    explicit RecordingWriter(const QString &path, Existing existing = Existing::Keep);
+
+    /// Writes what is left and closes the file.
+    ~RecordingWriter();
+    RecordingWriter(const RecordingWriter &) = delete;
+    RecordingWriter &operator=(const RecordingWriter &) = delete;
+
+    /// Takes a datagram; its time counts from the first one's. Payloads beyond 65535 bytes, which
+    /// UDP doesn't have, are dropped.
+    void add(const Datagram &datagram);
+
+    /// Waits until all that was taken so far is in the file.
+    void flush();
+
+    Progress progress() const;
+
+    /// What went wrong, in one line for the user; empty if nothing did. After an error nothing more
+    /// is written, and what stands in the file stays readable.
+    QString error() const;
+
+private:
+    static constexpr int LargestBacklog = 32 * 1024 * 1024; ///< Bytes in memory.
+
+    bool open(Existing existing);
+    void run();
+    void writeOut();
+    QString writeAll(const QByteArray &bytes);
+
+    QFile file;
+    const QString shownPath;
+
+    std::mutex fileMutex; ///< Taken before `mutex`, by whoever writes.
+    qint64 written = 0;   ///< Bytes that make up whole records.
+
+    mutable std::mutex mutex;
+    std::condition_variable wake;
+    QByteArray backlog; ///< Whole records that aren't in the file yet.
+    std::optional<std::chrono::nanoseconds> firstTime;
+    Progress counts;
+    QString errorText;
+    bool closing = false;
+    std::thread thread;
+};
