@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Feed.h"
+#include "FeedDescription.h"
+
+/// A feed that a user describes, for simulators that the host doesn't know.
+class DescribedFeed final : public Feed
+{
+public:
+    explicit DescribedFeed(FeedDescription description);
+
+    QString name() const override { return description.name; }
+    std::vector<quint16> usualPorts() const override { return {description.port}; }
+    bool accepts(const QByteArray &payload) const override;
+    std::optional<FeedSample> decode(const QByteArray &payload) override;
+
+private:
+    std::optional<double> read(const QByteArray &payload,
+                               const FeedDescription::Number &number) const;
+    QString vehicleIn(const QByteArray &payload) const;
+
+    const FeedDescription description;
+};

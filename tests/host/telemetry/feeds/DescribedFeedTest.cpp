@@ -1,0 +1,331 @@
+#include "telemetry/feeds/DescribedFeed.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QtEndian>
+#include <QtTest/QtTest>
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace {
+
+QByteArray contents(const char *path)
+{
+    QFile file(QStringLiteral(GAUGE_SOURCE_DIR "/") + QLatin1String(path));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The line of the guide's table that tells of a field.
+QString tableLine(const TelemetryField &field)
+{
+    using Type = TelemetryField::Type;
+    QString range;
+    if (field.type == Type::Flag || field.type == Type::Bool)
+        range = QStringLiteral("0 or not");
+    else if (field.most <= 100)
+        range = QStringLiteral("%1 to %2").arg(field.least).arg(field.most);
+    QString bit;
+    for (int i = 0; i < 64; ++i)
+        bit += field.availability == 1ULL << i ? QString::number(i) : QString();
+    return QStringLiteral("| `%1` | %2 | %3 | %4 |\n").arg(field.name, field.meaning, range, bit);
+}
+
+/// A description with these members, and with what every one needs.
+QByteArray description(const QByteArray &members)
+{
+    return "{\"name\": \"Test\", \"port\": 4000,\n" + members + "}";
+}
+
+/// One that has a single field, described as `number`.
+QByteArray withField(const QByteArray &name, const QByteArray &number)
+{
+    return description("\"length\": 8,\n\"fields\": {\n\"" + name + "\": " + number + "}");
+}
+
+std::optional<FeedSample> decode(const QByteArray &json, const QByteArray &payload)
+{
+    QStringList errors;
+    auto parsed = FeedDescription::parse(json, QStringLiteral("test.json"), errors);
+    if (!parsed) {
+        QTest::qFail(qPrintable(errors.join(QLatin1Char('\n'))), __FILE__, __LINE__);
+        return std::nullopt;
+    }
+    return DescribedFeed(std::move(*parsed)).decode(payload);
+}
+
+} // namespace
+
+class DescribedFeedTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void whatIsWrongIsToldWithItsLine_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QString>("message");
+        const auto row = [](const char *name, const QByteArray &json, const char *message) {
+            QTest::newRow(name) << json << QStringLiteral("test.json:") + QLatin1String(message);
+        };
+        const auto number = [](const char *text) { return withField("rpm", text); };
+        row("empty", "", "1: no valid JSON");
+        row("no JSON", "{\n\"name\": 'x'}", "2: no valid JSON");
+        row("cut off", "{\n\"name\": \"x\",\n", "2: no valid JSON");
+        row("more behind it", description("\"length\": 4, \"fields\": {}") + "\n\n}",
+            "4: no valid JSON");
+        row("zero byte", QByteArray("{}\n\0", 4), "2: no valid JSON");
+        row("no UTF-8", "{\"name\": \"\xff\"}", "1: no valid JSON");
+        row("number too big", number("{\"offset\": 1e999}"), "4: no valid JSON");
+        row("too deep", QByteArray(100'000 / 2, '['), "1: the nesting is too deep");
+        row("too large", QByteArray(70'000, ' '), "1: the file is larger");
+        row("list", "[]", "1: a description must be an object");
+        row("duplicate", "{\"name\": \"a\",\n\n\"name\": \"b\"}",
+            "3: 'name' stands here a second time; the first is in line 1");
+        row("duplicate field",
+            description("\"length\": 4, \"fields\": {\"rpm\": {},\n\"rpm\": {}}"),
+            "3: 'rpm' stands here a second time");
+        row("unknown member", description("\"colour\": 1"), "2: 'colour' is not known");
+        row("no name", "\n{\"port\": 1}", "2: 'name' is missing");
+        row("name", "{\"name\":\n 3}", "2: 'name' must be a text");
+        row("port", "{\"name\": \"a\", \"port\": 65536}",
+            "1: 'port' must be a whole number from 1 to 65535");
+        row("port as text", "{\"name\": \"a\", \"port\": \"1\"}",
+            "1: 'port' must be a whole number");
+        row("no length", description("\"fields\": {}"), "1: it takes either 'length' or");
+        row("both lengths", description("\"length\": 1, \"minimumLength\": 1"),
+            "1: it takes either");
+        row("no datagram's length", description("\"length\": 65508"), "2: 'length' must be");
+        row("half a byte", description("\"length\": 4.5"), "2: 'length' must be");
+        row("lengths", description("\"length\": []"), "2: 'length' must name at least one");
+        row("order", description("\"length\": 4, \"endianness\": \"middle\""),
+            "2: 'endianness' must be");
+        row("bytes",
+            description("\"length\": 4, \"recognise\": {\"offset\": 0, \"bytes\": \"4x\"}"),
+            "2: 'bytes' must be bytes in hexadecimal");
+        row("condition beyond",
+            description("\"length\": 4, \"recognise\": [\n{\"offset\": 3, \"bytes\": \"4c46\"}]"),
+            "3: offset 3 and 2 bytes reach beyond the length of 4");
+        row("vehicle beyond",
+            description("\"length\": 4, \"vehicle\":\n{\"offset\": 2, \"length\": 3}"),
+            "3: offset 2 and 3 bytes reach beyond");
+        row("no fields", description("\"length\": 4"), "1: 'fields' is missing");
+        row("empty fields", description("\"length\": 4, \"fields\": {}"), "2: 'fields' must be");
+        row("unknown field", withField("speed", "{}"), "4: 'speed' is no field of the telemetry");
+        row("no number", number("7"), "4: a number of a datagram must be an object");
+        row("no offset", number("{\"type\": \"u8\"}"), "4: 'offset' is missing");
+        row("offset below 0", number("{\"offset\": -1, \"type\": \"u8\"}"), "4: 'offset' must be");
+        row("beyond the length", number("{\"offset\": 5,\n\"type\": \"f32\"}"),
+            "4: offset 5 and 4 bytes reach beyond the length of 8 bytes");
+        row("beyond the shortest",
+            description(
+                "\"length\": [9, 8], \"fields\": {\"rpm\": {\"offset\": 8, \"type\": \"u8\"}}"),
+            "2: offset 8 and 1 bytes reach beyond the length of 8");
+        row("type", number("{\"offset\": 0,\n\"type\": \"float\"}"), "5: 'type' must be u8, i8");
+        row("bit of a float", number("{\"offset\": 0, \"type\": \"f32\", \"bit\": 1}"),
+            "4: 'bit' goes with whole numbers");
+        row("bit beyond", number("{\"offset\": 0, \"type\": \"u16\", \"bit\": 16}"),
+            "4: 'bit' must be a whole number from 0 to 15");
+        row("factor", number("{\"offset\": 0, \"type\": \"u8\", \"factor\": \"2\"}"),
+            "4: 'factor' must be a number");
+        row("constant and offset", number("{\"value\": 1, \"offset\": 0}"),
+            "4: 'offset' is not known in a field with 'value'");
+        row("available", number("{\"value\": 1, \"available\": true}"),
+            "4: a number of a datagram must be");
+    }
+
+    void whatIsWrongIsToldWithItsLine()
+    {
+        QFETCH(QByteArray, json);
+        QFETCH(QString, message);
+        QStringList errors;
+        QVERIFY(!FeedDescription::parse(json, QStringLiteral("test.json"), errors));
+        QVERIFY2(errors.join(QLatin1Char('\n')).contains(message),
+                 qPrintable(errors.join(QLatin1Char('\n'))));
+        for (const QString &error : errors)
+            QVERIFY(!error.contains(QLatin1Char('\n')));
+    }
+
+    void allFaultsAreToldAtOnce()
+    {
+        QStringList errors;
+        const QByteArray json =
+            description("\"length\": 4,\n\"fields\": {\n\"speed\": {},\n\"rpm\": 3}");
+        QVERIFY(!FeedDescription::parse("\xef\xbb\xbf" + json, QStringLiteral("f"), errors));
+        QCOMPARE(errors.size(), 2);
+        QVERIFY(!FeedDescription::load(QStringLiteral("no/such.json"), errors));
+        QVERIFY(errors.value(0).contains(QStringLiteral("no/such.json")));
+    }
+
+    void everyTypeIsReadInEitherOrder_data()
+    {
+        QTest::addColumn<QByteArray>("type");
+        QTest::addColumn<QByteArray>("big");
+        QTest::addColumn<double>("value");
+        QTest::newRow("u8") << QByteArray("u8") << QByteArray("fe") << 254.0;
+        QTest::newRow("i8") << QByteArray("i8") << QByteArray("fe") << -2.0;
+        QTest::newRow("u16") << QByteArray("u16") << QByteArray("fffe") << 65534.0;
+        QTest::newRow("i16") << QByteArray("i16") << QByteArray("fffe") << -2.0;
+        QTest::newRow("u32") << QByteArray("u32") << QByteArray("fffffff0") << 4294967280.0;
+        QTest::newRow("i32") << QByteArray("i32") << QByteArray("fffffffe") << -2.0;
+        QTest::newRow("f32") << QByteArray("f32") << QByteArray("3fc00000") << 1.5;
+        QTest::newRow("f64") << QByteArray("f64") << QByteArray("3ff8000000000000") << 1.5;
+    }
+
+    void everyTypeIsReadInEitherOrder()
+    {
+        QFETCH(QByteArray, type);
+        QFETCH(QByteArray, big);
+        QFETCH(double, value);
+        QByteArray bytes = QByteArray::fromHex(big);
+        for (const char *order : {"big", "little"}) {
+            const QByteArray json =
+                description("\"minimumLength\": 9, \"endianness\": \"" + QByteArray(order) +
+                            "\", \"fields\": {\"heaveG\": {\"offset\": 1, \"type\": \"" + type +
+                            "\", \"factor\": 2, \"bias\": -1}}");
+            const auto read = decode(json, "\7" + bytes.leftJustified(8, '\7'));
+            QVERIFY(read);
+            QCOMPARE(read->sample.vehicle.heaveG, static_cast<float>(2 * value - 1));
+            std::reverse(bytes.begin(), bytes.end());
+        }
+    }
+
+    void everyFieldHasItsPlaceAndItsBit()
+    {
+        TelemetrySample all;
+        QByteArray taken(sizeof all, '\0');
+        for (const TelemetryField &field : telemetryFields()) {
+            QCOMPARE(findTelemetryField(field.name), &field);
+            TelemetrySample sample;
+            field.set(sample, std::numeric_limits<double>::quiet_NaN());
+            QCOMPARE(quint64(sample.vehicle.availabilityMask), quint64(0));
+            field.set(sample, 1e300);
+            QCOMPARE(quint64(sample.vehicle.availabilityMask), quint64(field.availability));
+            field.set(all, 1e300);
+
+            // What one field writes, no other one does.
+            sample.vehicle.availabilityMask = 0;
+            const QByteArray bytes(reinterpret_cast<const char *>(&sample), sizeof sample);
+            QVERIFY2(bytes.count('\0') < bytes.size(), qPrintable(field.name));
+            for (int i = 0; i < bytes.size(); ++i) {
+                QVERIFY2((bytes[i] & taken[i]) == 0, qPrintable(field.name));
+                taken[i] = static_cast<char>(taken[i] | bytes[i]);
+            }
+        }
+        const auto &[vehicle, limits, extended, paused] = std::as_const(all);
+        for (const auto *reserved :
+             {vehicle.reserved8, vehicle.reserved36, vehicle.reserved41, vehicle.reserved77,
+              limits.reserved9, extended.wheels[3].reserved, extended.reserved144})
+            QCOMPARE(int(*reserved), 0);
+        QCOMPARE(vehicle.tyreTempC[3], std::numeric_limits<std::int32_t>::max());
+        QCOMPARE(int(extended.wheels[3].wheelFlagB), 255);
+        QVERIFY(paused);
+    }
+
+    void theGuideListsEveryField()
+    {
+        const QString guide = QString::fromUtf8(contents("docs/described-feeds.md"));
+        for (const TelemetryField &field : telemetryFields())
+            QVERIFY2(guide.contains(tableLine(field)), qPrintable(tableLine(field)));
+        const QString section = guide.mid(guide.indexOf(QStringLiteral("## Fields")));
+        QCOMPARE(std::size_t(section.count(QStringLiteral("\n| `"))), telemetryFields().size());
+    }
+
+    void theGuidesExampleReads()
+    {
+        const QByteArray json = contents("host/feeds/SunsetRally.json");
+        QByteArray payload = QByteArray::fromHex("5352414c 0007 0000 41f00000 1388 1f40 03 ff 80 "
+                                                 "84 c000 0ea3 0ea4 0ea5 0ea6 0000 00010000");
+        const auto read = decode(json, payload);
+        QVERIFY(read);
+        QCOMPARE(read->vehicle, QStringLiteral("Rally car 7"));
+        const VehicleTelemetry &vehicle = read->sample.vehicle;
+        QCOMPARE(vehicle.speedKmh, 108.0F);
+        QCOMPARE(quint32(vehicle.rpm), 5000U);
+        QCOMPARE(quint32(vehicle.maxRpm), 8000U);
+        QCOMPARE(int(vehicle.gear), 3);
+        QCOMPARE(int(vehicle.gasPedalPercent), 100);
+        QCOMPARE(int(vehicle.brakePedalPercent), 50);
+        QCOMPARE(quint32(vehicle.statusFlags), Status::AbsInAction);
+        QVERIFY(read->sample.paused);
+        QCOMPARE(int(vehicle.steeringPercent), -50);
+        QCOMPARE(int(vehicle.tyreTempC[0]), 102);
+        QCOMPARE(quint32(vehicle.currentTimeMs), 65536U);
+        QCOMPARE(read->sample.limits.steeringScale, 4.5F);
+        // The guide shows the file as it is.
+        QVERIFY(contents("docs/described-feeds.md").contains(json));
+        payload[0] = 'X';
+        QVERIFY(!decode(json, payload));
+    }
+
+    void valuesAreRoundedAndKeptWithinTheirLimits()
+    {
+        const auto pedal = [](const QByteArray &payload) {
+            const auto read =
+                decode(withField("gasPedalPercent", R"({"offset": 0, "type": "f64"})"), payload);
+            return read ? read->sample.vehicle : VehicleTelemetry{};
+        };
+        const auto bytes = [](double value) {
+            QByteArray payload(8, '\0');
+            qToLittleEndian(value, payload.data());
+            return payload;
+        };
+        QCOMPARE(int(pedal(bytes(49.5)).gasPedalPercent), 50);
+        QCOMPARE(int(pedal(bytes(-3)).gasPedalPercent), 0);
+        QCOMPARE(int(pedal(bytes(1e30)).gasPedalPercent), 100);
+        QCOMPARE(quint64(pedal(bytes(0)).availabilityMask), quint64(Available::Pedals));
+        const double infinity = std::numeric_limits<double>::infinity();
+        QCOMPARE(quint64(pedal(bytes(infinity)).availabilityMask), quint64(0));
+    }
+
+    void onlyWhatIsRecognisedIsTaken()
+    {
+        const QByteArray json =
+            description(R"("length": [4, 6], "recognise": [{"offset": 0, "bytes": "4C46"},
+                        {"offset": 3, "bytes": "01"}], "fields": {"rpm": {"value": 7}})");
+        for (const QByteArray &taken : {QByteArray("LF?\1"), QByteArray("LF?\1??")}) {
+            const auto read = decode(json, taken);
+            QVERIFY(read);
+            QCOMPARE(quint32(read->sample.vehicle.rpm), 7U);
+        }
+        for (const QByteArray &other :
+             {QByteArray(), QByteArray("LF?"), QByteArray("LF?\1?"), QByteArray("LF?\2"),
+              QByteArray("lf?\1"), QByteArray("LF?\1???")})
+            QVERIFY2(!decode(json, other), other.constData());
+    }
+
+    void aFieldIsAvailableWhileItsConditionSaysSo()
+    {
+        const QByteArray json = withField("absInAction", R"({"offset": 0, "type": "u8", "bit": 1,
+                               "available": {"offset": 4, "type": "u32", "bit": 9}})");
+        const auto there = decode(json, QByteArray("\2\0\0\0\0\2\0\0", 8));
+        QVERIFY(there);
+        QCOMPARE(quint64(there->sample.vehicle.availabilityMask), quint64(Available::AbsInAction));
+        QCOMPARE(quint32(there->sample.vehicle.statusFlags), Status::AbsInAction);
+        const auto gone = decode(json, QByteArray("\2\0\0\0\0\1\0\0", 8));
+        QVERIFY(gone);
+        QCOMPARE(quint64(gone->sample.vehicle.availabilityMask), quint64(0));
+        QCOMPARE(quint32(gone->sample.vehicle.statusFlags), 0U);
+    }
+
+    void vehiclesAreNamedByTextOrNumber()
+    {
+        const auto name = [](const QByteArray &vehicle, const QByteArray &payload) {
+            const auto read = decode(description("\"minimumLength\": 2, \"vehicle\": " + vehicle +
+                                                 ", \"fields\": {\"rpm\": {\"value\": 1}}"),
+                                     payload);
+            return read ? read->vehicle : QStringLiteral("nothing");
+        };
+        const QByteArray text = R"({"offset": 0, "length": 2, "prefix": "Car "})";
+        QCOMPARE(name(text, "ABC"), QStringLiteral("Car AB"));
+        QCOMPARE(name(text, QByteArray("A\0", 2)), QStringLiteral("Car A"));
+        QCOMPARE(name(text, "\xc3\xa9"), QStringLiteral("Car \u00e9"));
+        QCOMPARE(name(text, "\xe9\n"), QStringLiteral("Car \u00e9"));
+        QCOMPARE(name(text, QByteArray(2, '\0')), QString());
+        const QByteArray number = R"({"offset": 0, "type": "u16", "prefix": "No. "})";
+        QCOMPARE(name(number, QByteArray("\xff\xff", 2)), QStringLiteral("No. 65535"));
+    }
+};
+
+QTEST_GUILESS_MAIN(DescribedFeedTest)
+#include "DescribedFeedTest.moc"
