@@ -1,5 +1,7 @@
 #include "DescribedFeed.h"
 
+#include "UsualLimits.h"
+
 #include <QtCore/QRegularExpression>
 #include <QtCore/QtEndian>
 
@@ -38,8 +40,12 @@ QString textOf(const QByteArray &bytes)
 
 } // namespace
 
-DescribedFeed::DescribedFeed(FeedDescription description)
-    : description(std::move(description))
+DescribedFeed::DescribedFeed(FeedDescription given)
+    : description(std::move(given))
+    , learns(std::none_of(description.fields.begin(), description.fields.end(),
+                          [](const FeedDescription::Field &field) {
+                              return field.field == findTelemetryField(QStringLiteral("maxRpm"));
+                          }))
 {
 }
 
@@ -61,6 +67,7 @@ std::optional<FeedSample> DescribedFeed::decode(const QByteArray &payload)
     if (!accepts(payload))
         return std::nullopt;
     FeedSample result;
+    result.sample.limits = usualLimits();
     for (const FeedDescription::Field &field : description.fields) {
         if (field.available && read(payload, *field.available).value_or(0) == 0)
             continue;
@@ -70,7 +77,25 @@ std::optional<FeedSample> DescribedFeed::decode(const QByteArray &payload)
             field.field->set(result.sample, *value);
     }
     result.vehicle = vehicleIn(payload);
+    if (learns)
+        learnMaximum(result);
     return result;
+}
+
+void DescribedFeed::restart()
+{
+    learner.restart({});
+}
+
+void DescribedFeed::learnMaximum(FeedSample &sample)
+{
+    if (sample.vehicle != vehicle) {
+        vehicle = sample.vehicle;
+        learner.restart({});
+    }
+    VehicleTelemetry &now = sample.sample.vehicle;
+    learner.see({now.rpm, now.gear, now.gasPedalPercent, false});
+    now.maxRpm = learner.limits().maximum();
 }
 
 /// Nothing where the datagram holds no number that can be used.

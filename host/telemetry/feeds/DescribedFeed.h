@@ -2,22 +2,28 @@
 
 #include "Feed.h"
 #include "FeedDescription.h"
+#include "RevLimits.h"
 
 /// A feed that a user describes, for simulators that the host doesn't know.
 class DescribedFeed final : public Feed
 {
 public:
-    explicit DescribedFeed(FeedDescription description);
+    explicit DescribedFeed(FeedDescription given);
 
     QString name() const override { return description.name; }
     std::vector<quint16> usualPorts() const override { return {description.port}; }
     bool accepts(const QByteArray &payload) const override;
     std::optional<FeedSample> decode(const QByteArray &payload) override;
+    void restart() override;
 
 private:
+    void learnMaximum(FeedSample &sample);
     std::optional<double> read(const QByteArray &payload,
                                const FeedDescription::Number &number) const;
     QString vehicleIn(const QByteArray &payload) const;
 
     const FeedDescription description;
+    const bool learns; ///< The description doesn't tell the highest engine speed.
+    RevLimitLearner learner;
+    QString vehicle; ///< The one that the learner knows.
 };

@@ -1,11 +1,16 @@
 #include "telemetry/feeds/DescribedFeed.h"
+#include "Senders.h"
+#include "telemetry/feeds/OutGauge.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QRandomGenerator>
 #include <QtCore/QtEndian>
 #include <QtTest/QtTest>
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -256,6 +261,60 @@ private Q_SLOTS:
         QVERIFY(contents("docs/described-feeds.md").contains(json));
         payload[0] = 'X';
         QVERIFY(!decode(json, payload));
+    }
+
+    void describedOutGaugeGivesTheRecordsOfTheBuiltInDecoder()
+    {
+        QStringList errors;
+        const auto description = FeedDescription::parse(contents("host/feeds/OutGauge.json"),
+                                                        QStringLiteral("OutGauge.json"), errors);
+        QVERIFY2(description, qPrintable(errors.join(QLatin1Char('\n'))));
+        QRandomGenerator random(64);
+        const auto share = [&random] { return random.generateDouble(); };
+        for (int i = 0; i < 5000; ++i) {
+            Packet packet = Senders::outGauge("XRT", i % 2 == 0 ? 92 : 96);
+            packet.put<quint8>(10, quint8(random.bounded(10)));
+            packet.reals(12, 250 * share() - 50, 12'000 * share()).reals(28, share());
+            packet.put<quint32>(40, random.generate()).put<quint32>(44, random.generate());
+            packet.reals(48, share(), share(), share());
+            const QByteArray datagram = packet;
+            const auto builtIn = OutGauge::decode(datagram);
+            QVERIFY(builtIn);
+            // One for each: what it learns of the engine, the decoder doesn't know.
+            const auto described = DescribedFeed(*description).decode(datagram);
+            QVERIFY(described);
+            QCOMPARE(described->vehicle.toLatin1(), builtIn->car);
+            for (const auto &[one, other, size] :
+                 {std::tuple<const void *, const void *, std::size_t>{&described->sample.vehicle,
+                                                                      &builtIn->sample.vehicle,
+                                                                      sizeof(VehicleTelemetry)},
+                  {&described->sample.extended, &builtIn->sample.extended,
+                   sizeof(ExtendedTelemetry)}})
+                QCOMPARE(std::memcmp(one, other, size), 0);
+            QCOMPARE(described->sample.paused, builtIn->sample.paused);
+        }
+    }
+
+    void theHighestEngineSpeedIsLearntWhereNoneIsDescribed()
+    {
+        QStringList errors;
+        const auto description = FeedDescription::parse(contents("host/feeds/OutGauge.json"),
+                                                        QStringLiteral("OutGauge.json"), errors);
+        QVERIFY(description);
+        DescribedFeed feed(*description);
+        const auto drive = [&feed](const QByteArray &car) {
+            std::uint32_t maximum = 0;
+            for (quint8 gear = 2; gear < 7; ++gear) {
+                for (int i = 0; i < 3; ++i) {
+                    Packet packet = Senders::outGauge(car);
+                    packet.put<quint8>(10, gear).reals(16, 6000.0 + i).reals(48, 1.0);
+                    maximum = feed.decode(packet)->sample.vehicle.maxRpm;
+                }
+            }
+            return maximum;
+        };
+        QCOMPARE(drive("XFG"), 6000U);
+        QCOMPARE(std::uint32_t(feed.decode(Senders::outGauge("FZ5"))->sample.vehicle.maxRpm), 0U);
     }
 
     void valuesAreRoundedAndKeptWithinTheirLimits()
