@@ -2,6 +2,7 @@
 
 #include "TelemetryFactory.h"
 #include "telemetry/DemoCars.h"
+#include "telemetry/recordings/Playback.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QRegularExpression>
@@ -58,8 +59,10 @@ struct Declared
         QStringLiteral("file|name|id")};
     QCommandLineOption telemetry{
         QStringLiteral("telemetry"),
-        QStringLiteral("Where telemetry comes from: demo, a lap of a simulated car (the default); "
-                       "auto, whatever game sends; or one feed alone: outgauge, data-out, ego."),
+        QStringLiteral(
+            "Where telemetry comes from: demo, a lap of a simulated car (the default); "
+            "auto, whatever game sends; or one feed alone: outgauge, data-out, ego; or a "
+            "file: a recorded drive, or the JSON description of a feed."),
         QStringLiteral("source")};
     QCommandLineOption listen{
         QStringLiteral("listen"),
@@ -70,14 +73,29 @@ struct Declared
         QStringLiteral("port"),
         QStringLiteral("Hear games on this UDP port alone, 1 to 65535 (default: the usual ones)."),
         QStringLiteral("n")};
+    QCommandLineOption feed{
+        QStringLiteral("feed"),
+        QStringLiteral("Understand the feed that this JSON file describes, too. May be repeated."),
+        QStringLiteral("file")};
+    QCommandLineOption speed{QStringLiteral("speed"),
+                             QStringLiteral("Play a drive at this many times its own pace, 0.1 to "
+                                            "100 (default: 1)."),
+                             QStringLiteral("n")};
+    QCommandLineOption loop{QStringLiteral("loop"),
+                            QStringLiteral("Play a drive again and again.")};
+    QCommandLineOption duration{QStringLiteral("duration"),
+                                QStringLiteral("With 'record': end after this many seconds."),
+                                QStringLiteral("seconds")};
+    QCommandLineOption force{QStringLiteral("force"),
+                             QStringLiteral("With 'record': overwrite a file that is there.")};
     QCommandLineOption demoCars{
         QStringLiteral("demo-cars"),
         QStringLiteral("Cars that the demo drives in turn, 20 seconds each, 1 to 3 (default: 1)."),
         QStringLiteral("n")};
     QCommandLineOption startAt{QStringLiteral("start-at"),
                                QStringLiteral("Begin this many seconds into the telemetry "
-                                              "(default: 180, in the demo's third lap; 0 is "
-                                              "its start from the grid)."),
+                                              "(default: 180 in the demo, in its third lap; 0 in "
+                                              "a recorded drive)."),
                                QStringLiteral("seconds")};
     QCommandLineOption mph{
         QStringLiteral("mph"),
@@ -96,17 +114,25 @@ struct Declared
     QCommandLineOption verbose{QStringLiteral("verbose"),
                                QStringLiteral("Print the library's progress messages.")};
 
-    std::vector<const QCommandLineOption *> pictureAndTelemetry() const
+    /// What a recording can't use.
+    std::vector<const QCommandLineOption *> picture() const
     {
-        return {&window,    &view,      &path,     &frames,  &count, &size, &upsideDown,
-                &dashboard, &telemetry, &listen, &port, &demoCars, &startAt, &mph,   &kmh,  &noAcceleration};
+        return {&window,    &view, &path, &frames,   &count,   &size,          &upsideDown,
+                &dashboard, &mph,  &kmh,  &demoCars, &startAt, &noAcceleration};
+    }
+
+    /// Where telemetry comes from.
+    std::vector<const QCommandLineOption *> sources() const
+    {
+        return {&telemetry, &listen, &port, &feed};
     }
 
     QList<QCommandLineOption> all() const
     {
-        return {window,    view,      path,     frames,  count,  size, upsideDown,
-                dashboard, telemetry, listen, port, demoCars, startAt, mph,    kmh,  noAcceleration,
-                json,      output,    verbose,  help,    version};
+        return {window,    view,   path,  frames, count,  size,    upsideDown, dashboard,
+                telemetry, listen, port,  feed,   speed,  loop,    demoCars,   startAt,
+                mph,       kmh,    force, json,   output, verbose, duration,   noAcceleration,
+                help,      version};
     }
 };
 
@@ -137,19 +163,21 @@ std::optional<int> parseCount(const QString &text, int largest)
 // Each of these reads a part of the command line into `options`. The result says what is wrong, or
 // is empty.
 
-QString readCommand(const QStringList &words, Options &options)
+/// "preview" and "lint".
+QString readLookOver(const QStringList &words, Options &options)
 {
-    const QString &verb = words.constFirst();
-    if (verb == QLatin1String("preview") || verb == QLatin1String("lint")) {
-        const bool previews = verb == QLatin1String("preview");
-        if (words.size() != 2 || words.at(1).isEmpty()) {
-            return previews ? QStringLiteral("It is: preview NAME|ID|FILE [--output FILE].")
-                            : QStringLiteral("It is: lint NAME|ID|FILE.");
-        }
-        options.mode = previews ? Options::Mode::Preview : Options::Mode::Lint;
-        options.dashboard = words.at(1);
-        return {};
+    const bool previews = words.constFirst() == QLatin1String("preview");
+    if (words.size() != 2 || words.at(1).isEmpty()) {
+        return previews ? QStringLiteral("It is: preview NAME|ID|FILE [--output FILE].")
+                        : QStringLiteral("It is: lint NAME|ID|FILE.");
     }
+    options.mode = previews ? Options::Mode::Preview : Options::Mode::Lint;
+    options.dashboard = words.at(1);
+    return {};
+}
+
+QString readProfileCommand(const QStringList &words, Options &options)
+{
     QString error;
     const std::optional<ProfileCommand> command = ProfileCommand::parse(words, error);
     if (!command)
@@ -159,21 +187,47 @@ QString readCommand(const QStringList &words, Options &options)
     return {};
 }
 
-QString readMode(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readRecordCommand(const QStringList &words, Options &options)
+{
+    QString error;
+    const std::optional<RecordCommand> command = RecordCommand::parse(words, error);
+    if (!command)
+        return error;
+    options.mode = Options::Mode::Record;
+    options.record = *command;
+    return {};
+}
+
+QString readCommand(const QCommandLineParser &parser, const Declared &declared, Options &options)
 {
     const QStringList words = parser.positionalArguments();
-    if (!words.isEmpty()) {
-        QString error = readCommand(words, options);
-        if (!error.isEmpty())
-            return error;
-        options.command.json = parser.isSet(declared.json);
-        for (const QCommandLineOption *option : declared.pictureAndTelemetry()) {
-            if (parser.isSet(*option)) {
-                return QStringLiteral("--%1 goes with no command.")
-                    .arg(option->names().constFirst());
-            }
+    if (words.isEmpty())
+        return {};
+    const QString &verb = words.constFirst();
+    const bool looksOver = verb == QLatin1String("preview") || verb == QLatin1String("lint");
+    const bool records = verb == QLatin1String("record");
+    QString error = looksOver ? readLookOver(words, options)
+                    : records ? readRecordCommand(words, options)
+                              : readProfileCommand(words, options);
+    if (!error.isEmpty())
+        return error;
+    std::vector<const QCommandLineOption *> forbidden = declared.picture();
+    if (!records) {
+        const auto sources = declared.sources();
+        forbidden.insert(forbidden.end(), sources.begin(), sources.end());
+    }
+    for (const QCommandLineOption *option : forbidden) {
+        if (parser.isSet(*option)) {
+            return QStringLiteral("--%1 doesn't go with '%2'.")
+                .arg(option->names().constFirst(), verb);
         }
     }
+    options.command.json = parser.isSet(declared.json);
+    return {};
+}
+
+QString readMode(const QCommandLineParser &parser, const Declared &declared, Options &options)
+{
     const bool lists = options.mode == Options::Mode::Command &&
                        options.command.verb == ProfileCommand::Verb::List;
     if (parser.isSet(declared.json) && !lists)
@@ -270,8 +324,8 @@ QString readTelemetry(const QCommandLineParser &parser, const Declared &declared
     if (parser.isSet(declared.telemetry)) {
         options.telemetry = parser.value(declared.telemetry);
         const QStringList names = telemetryNames();
-        if (!names.contains(options.telemetry))
-            return QStringLiteral("--telemetry knows %1, not '%2'.")
+        if (!names.contains(options.telemetry) && !isTelemetryFile(options.telemetry))
+            return QStringLiteral("--telemetry knows %1, and files, not '%2'.")
                 .arg(names.join(QStringLiteral(", ")), options.telemetry);
     }
     if (parser.isSet(declared.demoCars)) {
@@ -296,14 +350,19 @@ QString readTelemetry(const QCommandLineParser &parser, const Declared &declared
 
 QString readNetwork(const QCommandLineParser &parser, const Declared &declared, Options &options)
 {
+    const bool hears =
+        options.mode == Options::Mode::Record ||
+        (options.telemetry != QLatin1String("demo") && !isDriveFile(options.telemetry));
     for (const QCommandLineOption *option : {&declared.listen, &declared.port}) {
-        if (parser.isSet(*option) && options.telemetry == QLatin1String("demo")) {
+        if (parser.isSet(*option) && !hears) {
             return QStringLiteral("--%1 goes with --telemetry auto or a feed of games.")
                 .arg(option->names().constFirst());
         }
     }
-    // Who names a port means games.
-    if (options.telemetry.isEmpty() && (parser.isSet(declared.listen) || parser.isSet(declared.port)))
+    // Who records, or names a port or a feed, means games.
+    const bool meansGames = options.mode == Options::Mode::Record || parser.isSet(declared.listen) ||
+                            parser.isSet(declared.port) || parser.isSet(declared.feed);
+    if (options.telemetry.isEmpty() && meansGames)
         options.telemetry = QStringLiteral("auto");
     if (parser.isSet(declared.listen) &&
         !options.listenAddress.setAddress(parser.value(declared.listen))) {
@@ -321,6 +380,54 @@ QString readNetwork(const QCommandLineParser &parser, const Declared &declared, 
     return {};
 }
 
+/// Reads a number within limits, ends included, if the option is set.
+QString readNumber(const QCommandLineParser &parser, const QCommandLineOption &option, double least,
+                   double most, double &number)
+{
+    if (!parser.isSet(option))
+        return {};
+    bool isNumber = false;
+    number = parser.value(option).toDouble(&isNumber);
+    if (isNumber && number >= least && number <= most)
+        return {};
+    return QStringLiteral("--%1 takes a number from %2 to %3, not '%4'.")
+        .arg(option.names().constFirst(), QString::number(least), QString::number(most),
+             parser.value(option));
+}
+
+QString readDrive(const QCommandLineParser &parser, const Declared &declared, Options &options)
+{
+    constexpr double LongestRecording = 1'000'000; // Seconds; eleven days.
+    const bool records = options.mode == Options::Mode::Record;
+    const bool plays = isDriveFile(options.telemetry);
+    for (const QCommandLineOption *option : {&declared.duration, &declared.force}) {
+        if (parser.isSet(*option) && !records)
+            return QStringLiteral("--%1 goes with 'record'.").arg(option->names().constFirst());
+    }
+    for (const QCommandLineOption *option : {&declared.speed, &declared.loop}) {
+        if (parser.isSet(*option) && (!plays || records)) {
+            return QStringLiteral("--%1 goes with a recorded drive, --telemetry FILE.")
+                .arg(option->names().constFirst());
+        }
+    }
+    if (records && parser.isSet(declared.telemetry) &&
+        (plays || options.telemetry == QLatin1String("demo")))
+        return QStringLiteral("'record' takes what games send, not --telemetry %1.")
+            .arg(options.telemetry);
+    if (plays && !parser.isSet(declared.startAt))
+        options.startAt = 0;
+    if (parser.isSet(declared.feed) && !records && options.telemetry == QLatin1String("demo"))
+        return QStringLiteral("--feed doesn't go with the demo.");
+    options.feedFiles = parser.values(declared.feed);
+    options.loop = parser.isSet(declared.loop);
+    options.record.overwrite = parser.isSet(declared.force);
+    const QString error = readNumber(parser, declared.speed, Playback::SlowestSpeed,
+                                     Playback::FastestSpeed, options.speed);
+    return error.isEmpty()
+               ? readNumber(parser, declared.duration, 1, LongestRecording, options.record.seconds)
+               : error;
+}
+
 QString readUnits(const QCommandLineParser &parser, const Declared &declared, Options &options)
 {
     const bool mph = parser.isSet(declared.mph);
@@ -336,6 +443,9 @@ QString helpText(const QCommandLineParser &parser)
 {
     return parser.helpText() +
            QStringLiteral(
+               "\nA drive:\n"
+               "  record FILE                 Write what games send into a file, until Ctrl+C.\n"
+               "  --telemetry FILE            Play it.\n"
                "\nThe collection of dashboards:\n"
                "  profiles list [--json]      Names, ids, kinds, vehicles, previews.\n"
                "  profiles activate NAME|ID   Make it the one that is shown.\n"
@@ -360,7 +470,7 @@ ParsedOptions parseOptions(const QStringList &arguments)
     parser.addOptions(declared.all());
     parser.addPositionalArgument(
         QStringLiteral("command"),
-        QStringLiteral("'profiles ...', 'vehicle ...' and others, see below."),
+        QStringLiteral("'record ...', 'profiles ...' and others, see below."),
         QStringLiteral("[command]"));
     for (const QString &argument : arguments) {
         // What stands for bytes that are no text would name another file than was meant.
@@ -377,8 +487,8 @@ ParsedOptions parseOptions(const QStringList &arguments)
     }
 
     Options options;
-    for (const auto read :
-         {readMode, readView, readPicture, readFrames, readTelemetry, readNetwork, readUnits}) {
+    for (const auto read : {readCommand, readMode, readView, readPicture, readFrames, readTelemetry,
+                            readNetwork, readDrive, readUnits}) {
         const QString error = read(parser, declared, options);
         if (!error.isEmpty())
             return failure(error);

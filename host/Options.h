@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ProfileCommands.h"
+#include "RecordCommand.h"
 
 #include <QtCore/QSize>
 #include <QtCore/QString>
@@ -18,6 +19,7 @@ struct Options
         Frames,  ///< Pictures into files.
         Preview, ///< One dashboard's preview picture.
         Lint,    ///< What is wrong with one dashboard.
+        Record,  ///< What games send into a file.
         Command, ///< No window and no picture.
     };
 
@@ -32,14 +34,18 @@ struct Options
     bool upsideDown = false;
     QString dashboard; ///< A QML file, or a profile's name or id; empty leaves it to the store.
     QString output;    ///< Mode `Preview`: the file to write; empty for the usual one.
-    QString telemetry; ///< One of `telemetryNames`; empty is as set, or the demo without settings.
+    QString telemetry; ///< One of `telemetryNames`, or a file; empty is as set, or else the demo.
+    QStringList feedFiles;      ///< Descriptions of further feeds.
     QHostAddress listenAddress; ///< Of the feeds' ports; null is this computer alone.
     quint16 port = 0;           ///< In place of the feeds' usual ports; 0 leaves those.
     int demoCars = 1;           ///< Cars that the demo drives in turn.
     double startAt = 180;       ///< Seconds into the telemetry.
+    double speed = 1;           ///< Of a drive in a file, in times of its own pace.
+    bool loop = false;          ///< Play a drive in a file again and again.
     Units units = Units::AsSet;
     bool hardwareAcceleration = true;
     ProfileCommand command; ///< In mode `Command`.
+    RecordCommand record;   ///< In mode `Record`.
     bool verbose = false;   ///< Progress messages of the library, too.
 };
 

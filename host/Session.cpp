@@ -10,13 +10,18 @@
 #include "PreviewCommand.h"
 #include "ProfileCommands.h"
 #include "ProfileLookup.h"
+#include "RecordCommand.h"
+#include "TelemetryFactory.h"
 #include "Terminal.h"
 #include "VehicleNames.h"
 #include "WindowSession.h"
+#include "telemetry/feeds/UdpListener.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QStandardPaths>
+
+#include <utility>
 
 namespace {
 
@@ -57,11 +62,20 @@ int lookOver(const Options &options, const GaugeLibrary &library)
                : makePreview(document, options.output, *cluster.engine);
 }
 
+int recordGames(const Options &options)
+{
+    return recordDrive(options.record, [&options](UdpListener::Tap tap) {
+        return makeListener(options, std::move(tap));
+    });
+}
+
 } // namespace
 
 int runSession(const Options &options)
 {
     const MessageLog log(options.verbose);
+    if (options.mode == Options::Mode::Record)
+        return recordGames(options); // Needs no library.
     const GaugeLibrary library(QCoreApplication::applicationDirPath());
     if (!library.error().isEmpty()) {
         printError(library.error());
@@ -78,6 +92,7 @@ int runSession(const Options &options)
         return lookOver(options, library);
     case Options::Mode::Gallery:
     case Options::Mode::View:
+    case Options::Mode::Record:
         break;
     }
     return runWindows(options, library);

@@ -4,10 +4,16 @@
 #include "Terminal.h"
 #include "telemetry/DemoCars.h"
 #include "telemetry/PacedSource.h"
+#include "telemetry/feeds/DescribedFeed.h"
 #include "telemetry/feeds/KnownFeeds.h"
-#include "telemetry/feeds/UdpListener.h"
+#include "telemetry/recordings/DriveFile.h"
+#include "telemetry/recordings/PlaybackSource.h"
+
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
+#include <chrono>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -16,6 +22,36 @@ constexpr std::uint32_t DemoSeed = 64;
 
 const QLatin1String Demo("demo");
 const QLatin1String Auto("auto");
+
+bool isDescription(const QString &path)
+{
+    return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
+}
+
+/// The feeds that the options name; none, with the reasons printed, if a description is wrong.
+std::vector<std::unique_ptr<Feed>> feedsOf(const Options &options)
+{
+    std::vector<std::unique_ptr<Feed>> feeds;
+    QStringList descriptions = options.feedFiles;
+    if (isDescription(options.telemetry))
+        descriptions += options.telemetry;
+    // Described feeds come first: who describes one knows better than a guess by length.
+    for (const QString &path : qAsConst(descriptions)) {
+        QStringList errors;
+        std::optional<FeedDescription> description = FeedDescription::load(path, errors);
+        for (const QString &error : qAsConst(errors))
+            printError(error);
+        if (!description)
+            return {};
+        feeds.push_back(std::make_unique<DescribedFeed>(std::move(*description)));
+    }
+    if (isDescription(options.telemetry))
+        return feeds;
+    const bool isOne = knownFeedOptions().contains(options.telemetry);
+    for (auto &known : makeFeeds(isOne ? options.telemetry : QString()))
+        feeds.push_back(std::move(known));
+    return feeds;
+}
 
 UdpListener::Wishes wishesOf(const Options &options,
                              const std::vector<std::unique_ptr<Feed>> &feeds)
@@ -31,8 +67,11 @@ UdpListener::Wishes wishesOf(const Options &options,
         return wishes;
     }
     for (const auto &feed : feeds) {
-        for (const quint16 port : feed->usualPorts())
-            wishes.ports.push_back(port);
+        for (const quint16 port : feed->usualPorts()) {
+            // Two feeds may share a port, which opens but once.
+            if (std::find(wishes.ports.begin(), wishes.ports.end(), port) == wishes.ports.end())
+                wishes.ports.push_back(port);
+        }
     }
     return wishes;
 }
@@ -56,23 +95,22 @@ QString announcement(const QStringList &names, std::vector<quint16> ports,
              numbers.join(comma), places.join(comma));
 }
 
-std::unique_ptr<TelemetrySource> listen(const Options &options)
+std::unique_ptr<TelemetrySource> play(const Options &options)
 {
-    std::vector<std::unique_ptr<Feed>> feeds =
-        makeFeeds(options.telemetry == Auto ? QString() : options.telemetry);
-    QStringList names;
-    for (const auto &feed : feeds)
-        names += feed->name();
-    const UdpListener::Wishes wishes = wishesOf(options, feeds);
-    auto listener = std::make_unique<UdpListener>(std::move(feeds), wishes);
-    for (const QString &error : listener->errors())
+    QString error;
+    std::unique_ptr<DatagramReader> drive = openDrive(options.telemetry, error);
+    std::vector<std::unique_ptr<Feed>> feeds = feedsOf(options);
+    if (drive == nullptr)
         printError(error);
-    if (!listener->isListening()) {
-        printError(QStringLiteral("No port is open for telemetry."));
+    if (drive == nullptr || feeds.empty())
         return nullptr;
-    }
-    printLine(announcement(names, listener->ports(), wishes.addresses));
-    return listener;
+    constexpr double LongestDrive = 1e8; // Seconds; beyond what nanoseconds can count is far more.
+    const std::chrono::duration<double> startAt(std::min(options.startAt, LongestDrive));
+    return std::make_unique<PlaybackSource>(
+        std::move(drive), std::move(feeds),
+        Playback::Settings{options.speed,
+                           std::chrono::duration_cast<std::chrono::nanoseconds>(startAt),
+                           options.loop});
 }
 
 } // namespace
@@ -82,11 +120,46 @@ QStringList telemetryNames()
     return QStringList{Demo, Auto} + knownFeedOptions();
 }
 
+bool isTelemetryFile(const QString &telemetry)
+{
+    return !telemetryNames().contains(telemetry) &&
+           (QFileInfo::exists(telemetry) || QFileInfo(telemetry).fileName() != telemetry ||
+            telemetry.contains(QLatin1Char('.')));
+}
+
+bool isDriveFile(const QString &telemetry)
+{
+    return isTelemetryFile(telemetry) && !isDescription(telemetry);
+}
+
 std::unique_ptr<TelemetrySource> makeTelemetry(const Options &options)
 {
-    if (options.telemetry == Demo) {
+    if (options.telemetry.isEmpty() || options.telemetry == Demo) {
         return std::make_unique<PacedSource>(std::make_unique<DemoCars>(DemoSeed, options.demoCars),
                                              options.startAt);
     }
-    return listen(options);
+    if (isDriveFile(options.telemetry))
+        return play(options);
+    return makeListener(options);
+}
+
+std::unique_ptr<UdpListener> makeListener(const Options &options, UdpListener::Tap tap)
+{
+    std::vector<std::unique_ptr<Feed>> feeds = feedsOf(options);
+    if (feeds.empty())
+        return nullptr;
+    QStringList names;
+    for (const auto &feed : feeds)
+        names += feed->name();
+    UdpListener::Wishes wishes = wishesOf(options, feeds);
+    wishes.tap = std::move(tap);
+    auto listener = std::make_unique<UdpListener>(std::move(feeds), wishes);
+    for (const QString &error : listener->errors())
+        printError(error);
+    if (!listener->isListening()) {
+        printError(QStringLiteral("No port is open for telemetry."));
+        return nullptr;
+    }
+    printLine(announcement(names, listener->ports(), wishes.addresses));
+    return listener;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "telemetry/feeds/UdpListener.h"
+
 #include <QtCore/QStringList>
 
 #include <memory>
@@ -10,6 +12,16 @@ struct Options;
 /// The names that `--telemetry` knows.
 QStringList telemetryNames();
 
+/// Whether `--telemetry` means a file by this: a drive to play, or the description of a feed.
+bool isTelemetryFile(const QString &telemetry);
+
+/// Whether it means a drive.
+bool isDriveFile(const QString &telemetry);
+
 /// Makes the source that the options ask for. Prints what a driver should know; null, with the
 /// reason printed, if no telemetry could ever come.
 std::unique_ptr<TelemetrySource> makeTelemetry(const Options &options);
+
+/// Listens as the options ask, and prints where. Null, with the reason printed, if no port is open
+/// or a description of a feed can't be read. The demo stands for `auto` here.
+std::unique_ptr<UdpListener> makeListener(const Options &options, UdpListener::Tap tap = {});

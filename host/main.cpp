@@ -31,7 +31,8 @@ int main(int argc, char *argv[])
     case ParsedOptions::Outcome::Run:
         break;
     }
-    if (parsed.options.mode == Options::Mode::Command) {
+    if (parsed.options.mode == Options::Mode::Command ||
+        parsed.options.mode == Options::Mode::Record) {
         const QCoreApplication application(argc, argv);
         return runSession(parsed.options);
     }

@@ -80,6 +80,30 @@ private Q_SLOTS:
         }
     }
 
+    void drivesAndTheirRecordingReachTheirFields()
+    {
+        const Options record =
+            parse(QStringLiteral("record my.drive --force --duration 2.5 --port 5000 "
+                                 "--feed a.json --feed b.json"))
+                .options;
+        QCOMPARE(record.mode, Options::Mode::Record);
+        QCOMPARE(record.record.path, QStringLiteral("my.drive"));
+        QVERIFY(record.record.overwrite);
+        QCOMPARE(record.record.seconds, 2.5);
+        QCOMPARE(int(record.port), 5000);
+        QCOMPARE(record.feedFiles,
+                 (QStringList{QStringLiteral("a.json"), QStringLiteral("b.json")}));
+
+        const Options play =
+            parse(QStringLiteral("--telemetry my.drive --speed 2.5 --loop")).options;
+        QCOMPARE(play.telemetry, QStringLiteral("my.drive"));
+        QCOMPARE(play.startAt, 0.0);
+        QCOMPARE(play.speed, 2.5);
+        QVERIFY(play.loop);
+        QCOMPARE(parse(QStringLiteral("--telemetry my.json --port 7")).options.telemetry,
+                 QStringLiteral("my.json"));
+    }
+
     void helpAndVersionArePrinted()
     {
         const ParsedOptions help = parse(QStringLiteral("--help"));
@@ -147,6 +171,22 @@ private Q_SLOTS:
         row("--start-at -1", "'-1'");
         row("--start-at nan", "'nan'");
         row("--start-at inf", "'inf'");
+        row("--speed 2", "FILE");
+        row("--loop --telemetry auto", "FILE");
+        row("--telemetry a.drive --speed 0.09", "'0.09'");
+        row("--telemetry a.drive --speed 101", "'101'");
+        row("--telemetry a.drive --speed nan", "'nan'");
+        row("--telemetry a.drive --port 4444", "--port");
+        row("--feed a.json", "demo");
+        row("record", "record FILE");
+        row("record a b", "record FILE");
+        row("record a --frames out", "--frames");
+        row("record a --telemetry demo", "demo");
+        row("record a --telemetry b.drive", "b.drive");
+        row("record a --duration 0", "'0'");
+        row("record a --json", "profiles list");
+        row("--duration 5", "record");
+        row("--force", "record");
     }
 
     void wrongArgumentsAreOneClearLine()

@@ -20,13 +20,15 @@ class QThread;
 class UdpListener final : public TelemetrySource
 {
 public:
+    using Tap = std::function<void(const Datagram &)>;
+
     struct Wishes
     {
         std::vector<QHostAddress> addresses; ///< Each with all the ports.
         std::vector<quint16> ports;          ///< 0 is any that is free.
 
         /// Gets every datagram as it comes, whatever is in it, on the listening thread.
-        std::function<void(const Datagram &)> tap = {};
+        Tap tap = {};
     };
 
     /// Opens the ports.

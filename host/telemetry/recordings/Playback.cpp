@@ -47,9 +47,23 @@ std::optional<Playback::Nanoseconds> Playback::nextDue()
     const Datagram *datagram = upcoming();
     if (datagram == nullptr)
         return std::nullopt;
-    if (datagram->time <= settings.startAt)
-        return Nanoseconds(0);
-    const std::chrono::duration<double, std::nano> ahead = datagram->time - settings.startAt;
+    return elapsedAt(datagram->time);
+}
+
+bool Playback::isSkipping()
+{
+    const Datagram *datagram = upcoming();
+    return datagram != nullptr && datagram->time < settings.startAt;
+}
+
+Nanoseconds Playback::placeAt(Nanoseconds elapsed) const
+{
+    return settings.startAt + std::chrono::duration_cast<Nanoseconds>(elapsed * settings.speed);
+}
+
+Nanoseconds Playback::elapsedAt(Nanoseconds place) const
+{
+    const Nanoseconds ahead = std::max(place - settings.startAt, Nanoseconds(0));
     return std::chrono::duration_cast<Nanoseconds>(ahead / settings.speed);
 }
 
@@ -84,6 +98,7 @@ const Datagram *Playback::upcoming()
 
 void Playback::beginAgain()
 {
+    roundOver = true;
     remarkLines = reader->remarks();
     if (settings.loop && begun && place >= settings.startAt) {
         reader->rewind();

@@ -42,11 +42,21 @@ public:
     /// Whether the last datagram has been taken. Never with `loop`, unless there is none to play.
     bool atEnd();
 
+    /// Whether datagrams that lie before `startAt` are still to be taken.
+    bool isSkipping();
+
+    /// Which place of the drive is played `elapsed` after the start, and the other way round.
+    Nanoseconds placeAt(Nanoseconds elapsed) const;
+    Nanoseconds elapsedAt(Nanoseconds place) const;
+
     /// Whether the drive ended before the place at which to begin, at `length()`.
     bool startsBeyondEnd();
 
     /// Where the last datagram that was read stands in the drive.
     Nanoseconds length() const { return place; }
+
+    /// Whether the file has been read to its end at least once.
+    bool isRoundOver() const { return roundOver; }
 
     /// What the user should know of the file: one line each. Empty until the first round is over.
     QStringList remarks() const { return remarkLines; }
@@ -61,6 +71,7 @@ private:
     Nanoseconds fileTime{0};         ///< Of the last datagram read.
     Nanoseconds place{0};
     bool begun = false;
+    bool roundOver = false;
     bool ended = false;
     QStringList remarkLines;
 };

@@ -61,29 +61,38 @@ RecordingWriter::~RecordingWriter()
     if (thread.joinable())
         thread.join();
     writeOut();
+    if (file.isOpen() && !wasThere && counts.datagrams == 0)
+        file.remove();
 }
 
 bool RecordingWriter::open(Existing existing)
 {
-    QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
-    // To look first whether the file is there would leave a moment in which it can come up.
-    mode |= existing == Existing::Keep ? QIODevice::NewOnly : QIODevice::Truncate;
-    if (!file.open(mode)) {
-        const QFileInfo there(file.fileName());
-        if (existing == Existing::Keep && there.exists() && !there.isDir()) {
-            errorText =
-                QStringLiteral("'%1' is already there; --force overwrites it.").arg(shownPath);
-        } else {
-            errorText = QStringLiteral("Could not make '%1': %2.")
-                            .arg(shownPath, there.isDir() ? QStringLiteral("it is a folder")
-                                                          : file.errorString());
-        }
-        return false;
+    const QFileInfo there(file.fileName());
+    wasThere = existing == Existing::Overwrite && there.exists();
+    // With `Keep`, to look first whether the file is there would leave a moment in which it can
+    // come up.
+    const QIODevice::OpenMode mode = existing == Existing::Keep
+                                         ? QIODevice::WriteOnly | QIODevice::NewOnly
+                                         : QIODevice::ReadWrite;
+    counts.bytes = head().size();
+    if (file.open(mode | QIODevice::Unbuffered)) {
+        errorText = wasThere ? QString() : writeHead();
+        return errorText.isEmpty();
     }
-    const QByteArray bytes = head();
-    counts.bytes = bytes.size();
-    errorText = writeAll(bytes);
-    return errorText.isEmpty();
+    if (existing == Existing::Keep && there.exists() && !there.isDir()) {
+        errorText = QStringLiteral("'%1' is already there; --force overwrites it.").arg(shownPath);
+    } else {
+        errorText = QStringLiteral("Could not make '%1': %2.")
+                        .arg(shownPath,
+                             there.isDir() ? QStringLiteral("it is a folder") : file.errorString());
+    }
+    return false;
+}
+
+QString RecordingWriter::writeHead()
+{
+    headIsWritten = true;
+    return writeAll(head());
 }
 
 void RecordingWriter::add(const Datagram &datagram)
@@ -143,7 +152,13 @@ void RecordingWriter::writeOut()
     }
     if (bytes.isEmpty())
         return;
-    const QString failure = writeAll(bytes);
+    QString failure;
+    if (!headIsWritten) {
+        file.resize(0); // A device may have no size; it tells when it is written to.
+        failure = writeHead();
+    }
+    if (failure.isEmpty())
+        failure = writeAll(bytes);
     if (failure.isEmpty())
         return;
     const std::lock_guard guard(mutex);

@@ -26,11 +26,12 @@ public:
         qint64 dropped = 0;   ///< Not taken, since the disk was too slow or failed.
     };
 
-    /// Makes the file. With `Existing::Keep` a file that is already there is an error. `error`
-    /// tells at once if the file can't be made or written.
+    /// Makes the file. With `Existing::Keep` a file that is already there is an error, with
+    /// `Existing::Overwrite` it stays as it is until the first datagrams are written. `error` tells
+    /// at once if the file can't be made or opened.
     explicit RecordingWriter(const QString &path, Existing existing = Existing::Keep);
 
-    /// Writes what is left and closes the file.
+    /// Writes what is left and closes the file. A file that was made for nothing is removed.
     ~RecordingWriter();
     RecordingWriter(const RecordingWriter &) = delete;
     RecordingWriter &operator=(const RecordingWriter &) = delete;
@@ -52,6 +53,7 @@ private:
     static constexpr int LargestBacklog = 32 * 1024 * 1024; ///< Bytes in memory.
 
     bool open(Existing existing);
+    QString writeHead();
     void run();
     void writeOut();
     QString writeAll(const QByteArray &bytes);
@@ -60,7 +62,9 @@ private:
     const QString shownPath;
 
     std::mutex fileMutex; ///< Taken before `mutex`, by whoever writes.
-    qint64 written = 0;   ///< Bytes that make up whole records.
+    qint64 written = 0;   ///< Bytes in the file.
+    bool wasThere = false;
+    bool headIsWritten = false;
 
     mutable std::mutex mutex;
     std::condition_variable wake;

@@ -1,7 +1,13 @@
-#include "telemetry/recordings/Playback.h"
+#include "telemetry/TelemetrySource.h"
+#include "telemetry/recordings/DriveFile.h"
+#include "telemetry/recordings/PlaybackSource.h"
+#include "telemetry/recordings/RecordingWriter.h"
 
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QtEndian>
 #include <QtTest/QtTest>
 
+#include <atomic>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -11,7 +17,7 @@ using std::chrono::nanoseconds;
 
 namespace {
 
-/// A drive in memory; each datagram's port is its number.
+/// A drive in memory; each datagram holds its number.
 class Drive final : public DatagramReader
 {
 public:
@@ -25,7 +31,9 @@ public:
         if (at == times.size())
             return std::nullopt;
         const std::size_t number = at++;
-        return Datagram{times[number], static_cast<quint16>(number), {}};
+        QByteArray payload(2, '\0');
+        qToLittleEndian(static_cast<quint16>(number), payload.data());
+        return Datagram{times[number], 4444, payload};
     }
 
     void rewind() override { at = 0; }
@@ -37,6 +45,11 @@ private:
     std::size_t at = 0;
 };
 
+int numberIn(const QByteArray &payload)
+{
+    return qFromLittleEndian<quint16>(payload.constData());
+}
+
 Playback play(std::vector<nanoseconds> times, const Playback::Settings &settings = {})
 {
     return {std::make_unique<Drive>(std::move(times)), settings};
@@ -47,11 +60,59 @@ std::vector<int> due(Playback &playback, nanoseconds elapsed)
 {
     std::vector<int> numbers;
     while (const std::optional<Datagram> datagram = playback.take(elapsed))
-        numbers.push_back(datagram->port);
+        numbers.push_back(numberIn(datagram->payload));
     return numbers;
 }
 
 using Numbers = std::vector<int>;
+
+/// Takes every datagram and counts them in the position; its number is the rpm.
+class CountingFeed final : public Feed
+{
+public:
+    QString name() const override { return QStringLiteral("Counting"); }
+    std::vector<quint16> usualPorts() const override { return {}; }
+    bool accepts(const QByteArray &payload) const override { return payload.size() == 2; }
+
+    std::optional<FeedSample> decode(const QByteArray &payload) override
+    {
+        FeedSample result;
+        result.sample.vehicle.rpm = static_cast<quint32>(numberIn(payload));
+        result.sample.vehicle.position = ++count;
+        result.vehicle = QStringLiteral("Car");
+        return result;
+    }
+
+private:
+    int count = 0;
+};
+
+/// Writes down what it is told: the rpm, and -1 for silence.
+class Notes final : public TelemetrySink
+{
+public:
+    void update(const TelemetrySample &sample, const QString &vehicle) override
+    {
+        told.push_back(static_cast<int>(sample.vehicle.rpm));
+        decoded = sample.vehicle.position;
+        lastVehicle = vehicle;
+        ++updates;
+    }
+
+    void fallSilent() override { told.push_back(-1); }
+
+    Numbers told;
+    int decoded = 0;
+    QString lastVehicle;
+    std::atomic<int> updates{0};
+};
+
+DrivePlayer player(std::vector<nanoseconds> times, const Playback::Settings &settings = {})
+{
+    std::vector<std::unique_ptr<Feed>> feeds;
+    feeds.push_back(std::make_unique<CountingFeed>());
+    return {std::make_unique<Drive>(std::move(times)), std::move(feeds), settings};
+}
 
 } // namespace
 
@@ -145,6 +206,73 @@ private Q_SLOTS:
                                                 1s + Playback::LongestGap,
                                                 1s + 2 * Playback::LongestGap};
         QVERIFY(places == expected);
+    }
+
+    void aDriveIsDecodedAsIfItWasLive()
+    {
+        DrivePlayer drive = player({0s, 16ms, 17ms, 2s});
+        Notes notes;
+        QCOMPARE(drive.advance(0s, notes).value_or(0s), nanoseconds(16ms));
+        // Of several the newest is shown, and each is decoded.
+        QCOMPARE(drive.advance(20ms, notes).value_or(0s), nanoseconds(517ms));
+        QCOMPARE(notes.told, (Numbers{0, 2}));
+        QCOMPARE(notes.decoded, 3);
+        QCOMPARE(notes.lastVehicle, QStringLiteral("Car"));
+        QCOMPARE(drive.advance(517ms, notes).value_or(0s), nanoseconds(2s));
+        QTest::ignoreMessage(QtWarningMsg, "The drive: dusty");
+        QTest::ignoreMessage(QtWarningMsg, "The drive is over after 2.0 seconds.");
+        drive.advance(2s, notes);
+        QCOMPARE(notes.told, (Numbers{0, 2, -1, 3}));
+        QVERIFY(drive.advance(2500ms, notes));
+        QVERIFY(!drive.advance(7s, notes));
+        QCOMPARE(notes.told, (Numbers{0, 2, -1, 3, -1}));
+    }
+
+    void theWayToTheStartIsDecodedButNotShown()
+    {
+        std::vector<nanoseconds> times;
+        for (int i = 0; i < 25'000; ++i)
+            times.emplace_back(std::chrono::milliseconds(i));
+        DrivePlayer drive = player(times, {100, 24'900ms, false});
+        Notes notes;
+        int turns = 0;
+        while (drive.advance(0s, notes) == nanoseconds(0)) {
+            QVERIFY(notes.told.empty());
+            ++turns;
+        }
+        QVERIFY(turns > 1); // So that the program can end meanwhile.
+        QCOMPARE(notes.told, Numbers{24'900});
+        QCOMPARE(notes.decoded, 24'901);
+    }
+
+    void aStartBeyondTheEndAndForeignDrivesAreTold()
+    {
+        Notes notes;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("lasts only 1.0 s")));
+        player({0s, 1s}, {1, 90s, true}).advance(0s, notes);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("no telemetry")));
+        DrivePlayer({std::make_unique<Drive>(std::vector<nanoseconds>{0s})}, {}, {})
+            .advance(1s, notes);
+    }
+
+    void aRecordingPlaysOnAThreadOfItsOwn()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("a.drive"));
+        {
+            RecordingWriter writer(path);
+            for (int i = 0; i < 10; ++i)
+                writer.add({std::chrono::milliseconds(10 * i), 1, QByteArray(2, char(i))});
+        }
+        QString error;
+        std::unique_ptr<DatagramReader> reader = openDrive(path, error);
+        QCOMPARE(error, QString());
+        Notes notes;
+        std::vector<std::unique_ptr<Feed>> feeds;
+        feeds.push_back(std::make_unique<CountingFeed>());
+        PlaybackSource source(std::move(reader), std::move(feeds), {10, 0s, true});
+        source.start(notes);
+        QTRY_VERIFY(notes.updates > 20);
     }
 };
 

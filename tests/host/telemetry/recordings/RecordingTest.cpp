@@ -52,6 +52,11 @@ QByteArray recordingOf(const std::vector<Datagram> &datagrams)
     return contents(path);
 }
 
+QByteArray headOfRecording()
+{
+    return recordingOf({{0s, 1, {}}}).left(HeadSize);
+}
+
 struct Reading
 {
     QString error;
@@ -163,14 +168,14 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("mention");
-        QByteArray newer = recordingOf({});
+        QByteArray newer = headOfRecording();
         newer[8] = 2;
         const quint32 sum = qToLittleEndian(RecordingFormat::checksum(newer.constData(), 20));
         newer.replace(20, 4, reinterpret_cast<const char *>(&sum), 4);
         QTest::newRow("nothing") << QByteArray() << "empty";
         QTest::newRow("text") << QByteArray("Lap one\n") << "neither";
         QTest::newRow("newer") << newer << "version 2";
-        QTest::newRow("only the magic") << recordingOf({}).left(8) << "head";
+        QTest::newRow("only the magic") << headOfRecording().left(8) << "head";
     }
 
     void foreignFilesAreRefusedWithAReason()
@@ -190,7 +195,7 @@ private Q_SLOTS:
     void hostileBytesEndSoon()
     {
         // Markers in a row, each of which asks for the checksum of 64 KiB.
-        QByteArray hostile = recordingOf({});
+        QByteArray hostile = headOfRecording();
         while (hostile.size() < 4'000'000)
             hostile += QByteArray("DGRM\xff\xff", 6);
         QElapsedTimer timer;
@@ -218,8 +223,15 @@ private Q_SLOTS:
             QCOMPARE(second.progress().dropped, 1);
         }
         QCOMPARE(contents(path), before);
-        RecordingWriter(path, RecordingWriter::Existing::Overwrite);
-        QCOMPARE(contents(path).size(), HeadSize);
+        // Even when forced, only by something better.
+        RecordingWriter(path, RecordingWriter::Existing::Overwrite).flush();
+        QCOMPARE(contents(path), before);
+        RecordingWriter(path, RecordingWriter::Existing::Overwrite).add({0s, 1, "new"});
+        QCOMPARE(read(contents(path)).datagrams.size(), std::size_t(1));
+        QCOMPARE(contents(path).size(), HeadSize + RecordOverhead + 3);
+        const QString unused = folder.filePath(QStringLiteral("unused.drive"));
+        RecordingWriter(unused).flush();
+        QVERIFY(!QFileInfo::exists(unused));
 
         for (const QString &bad : {folder.path(), folder.filePath(QStringLiteral("no/a.drive"))}) {
             const RecordingWriter writer(bad, RecordingWriter::Existing::Overwrite);
@@ -278,8 +290,9 @@ private Q_SLOTS:
         QCOMPARE(reading.lost, 50);
 
         if (QFileInfo::exists(QStringLiteral("/dev/full"))) {
-            const RecordingWriter full(QStringLiteral("/dev/full"),
-                                       RecordingWriter::Existing::Overwrite);
+            RecordingWriter full(QStringLiteral("/dev/full"), RecordingWriter::Existing::Overwrite);
+            full.add({0s, 1, "lost"});
+            full.flush();
             QVERIFY(!full.error().isEmpty());
         }
     }

@@ -1,0 +1,137 @@
+#include "RecordCommand.h"
+
+#include "Terminal.h"
+#include "telemetry/recordings/RecordingWriter.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTimer>
+
+#include <csignal>
+#include <cstdio>
+
+namespace {
+
+constexpr int LookPeriodMs = 100;
+
+volatile std::sig_atomic_t endRequested = 0;
+
+void requestEnd(int /*signal*/)
+{
+    endRequested = 1;
+}
+
+/// Lets Ctrl+C end the recording and not the program, as long as it lives.
+class EndOnSignal
+{
+public:
+    EndOnSignal()
+        : interrupt(std::signal(SIGINT, requestEnd))
+        , terminate(std::signal(SIGTERM, requestEnd))
+    {
+        endRequested = 0;
+    }
+
+    ~EndOnSignal()
+    {
+        std::signal(SIGINT, interrupt);
+        std::signal(SIGTERM, terminate);
+    }
+
+    EndOnSignal(const EndOnSignal &) = delete;
+    EndOnSignal &operator=(const EndOnSignal &) = delete;
+
+private:
+    using Handler = void (*)(int);
+    const Handler interrupt;
+    const Handler terminate;
+};
+
+QString megabytes(qint64 bytes)
+{
+    return QStringLiteral("%1 MB").arg(static_cast<double>(bytes) / 1e6, 0, 'f', 2);
+}
+
+QString summary(const RecordingWriter::Progress &progress, double seconds)
+{
+    const double rate = seconds > 0 ? static_cast<double>(progress.datagrams) / seconds : 0;
+    return QStringLiteral("%1 datagrams in %2 s, %3 a second, %4")
+        .arg(progress.datagrams)
+        .arg(seconds, 0, 'f', 1)
+        .arg(rate, 0, 'f', 1)
+        .arg(megabytes(progress.bytes));
+}
+
+/// Waits for the end, and keeps the terminal's line up to date. The result is the time it took.
+double waitForEnd(const RecordingWriter &writer, double seconds)
+{
+    const EndOnSignal signals_;
+    QElapsedTimer elapsed;
+    elapsed.start();
+    const auto soFar = [&elapsed] { return static_cast<double>(elapsed.nsecsElapsed()) / 1e9; };
+    QEventLoop loop;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+        const bool timeIsUp = seconds > 0 && soFar() >= seconds;
+        if (endRequested != 0 || timeIsUp || !writer.error().isEmpty()) {
+            loop.quit();
+            return;
+        }
+        if (standardErrorIsTerminal()) {
+            clearLine();
+            std::fputs(qUtf8Printable(summary(writer.progress(), soFar())), stderr);
+            std::fflush(stderr);
+        }
+    });
+    look.start(LookPeriodMs);
+    loop.exec();
+    clearLine();
+    return soFar();
+}
+
+} // namespace
+
+std::optional<RecordCommand> RecordCommand::parse(const QStringList &words, QString &error)
+{
+    if (words.size() == 2 && !words.at(1).isEmpty()) {
+        RecordCommand command;
+        command.path = words.at(1);
+        return command;
+    }
+    error = QStringLiteral("It is: record FILE.");
+    return std::nullopt;
+}
+
+int recordDrive(const RecordCommand &command,
+                const std::function<std::unique_ptr<UdpListener>(UdpListener::Tap)> &listen)
+{
+    RecordingWriter writer(command.path, command.overwrite ? RecordingWriter::Existing::Overwrite
+                                                           : RecordingWriter::Existing::Keep);
+    if (!writer.error().isEmpty()) {
+        printError(writer.error());
+        return 1;
+    }
+    double seconds = 0;
+    {
+        const std::unique_ptr<UdpListener> listener =
+            listen([&writer](const Datagram &datagram) { writer.add(datagram); });
+        if (listener == nullptr)
+            return 1;
+        printLine(QStringLiteral("Recording into '%1'. Ctrl+C ends it.")
+                      .arg(QDir::toNativeSeparators(command.path)));
+        seconds = waitForEnd(writer, command.seconds);
+    }
+    writer.flush();
+    const RecordingWriter::Progress progress = writer.progress();
+    if (!writer.error().isEmpty())
+        printError(writer.error());
+    if (progress.dropped > 0)
+        printError(QStringLiteral("%1 datagrams were not recorded.").arg(progress.dropped));
+    if (progress.datagrams == 0) {
+        printError(QStringLiteral("Nothing came in, so there is no recording."));
+        return 1;
+    }
+    std::printf("%s\n", qUtf8Printable(summary(progress, seconds)));
+    return writer.error().isEmpty() && progress.dropped == 0 ? 0 : 1;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "telemetry/feeds/UdpListener.h"
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+/// What the command line asks to be recorded.
+struct RecordCommand
+{
+    QString path;
+    bool overwrite = false;
+    double seconds = 0; ///< How long to record; 0 is until the user ends it.
+
+    /// Reads "record FILE". Nothing if the words make no command; `error` then says why in one
+    /// line.
+    static std::optional<RecordCommand> parse(const QStringList &words, QString &error);
+};
+
+/// Records what comes in until Ctrl+C, the end of the time, or an error, and prints how it goes.
+/// `listen` opens the ports, or gives null with the reason printed. Needs a QCoreApplication. The
+/// result is the program's exit code: 0 if anything was recorded and nothing was lost.
+int recordDrive(const RecordCommand &command,
+                const std::function<std::unique_ptr<UdpListener>(UdpListener::Tap)> &listen);

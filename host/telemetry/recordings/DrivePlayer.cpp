@@ -1,0 +1,112 @@
+#include "DrivePlayer.h"
+
+#include "telemetry/TelemetrySource.h"
+
+#include <QtCore/QDebug>
+
+#include <algorithm>
+
+namespace {
+
+using Nanoseconds = DrivePlayer::Nanoseconds;
+
+/// Datagrams to decode before the caller may stop; the way to `startAt` can be a long one.
+constexpr int LongestTurn = 10'000;
+
+/// At many times the drive's pace updates come faster than anything could show them.
+constexpr std::chrono::milliseconds ShortestWait(2);
+
+FeedSwitch::TimePoint onTheDrivesClock(Nanoseconds place)
+{
+    return FeedSwitch::TimePoint(
+        std::chrono::duration_cast<FeedSwitch::TimePoint::duration>(place));
+}
+
+QString shown(Nanoseconds length)
+{
+    return QString::number(std::chrono::duration<double>(length).count(), 'f', 1);
+}
+
+} // namespace
+
+DrivePlayer::DrivePlayer(std::unique_ptr<DatagramReader> reader,
+                         std::vector<std::unique_ptr<Feed>> feeds,
+                         const Playback::Settings &settings)
+    : playback(std::move(reader), settings)
+    , drive(std::move(feeds))
+{
+}
+
+std::optional<Nanoseconds> DrivePlayer::advance(Nanoseconds elapsed, TelemetrySink &sink)
+{
+    const bool all = takeDue(elapsed);
+    if (!all && playback.isSkipping())
+        return elapsed;
+    if (newest) {
+        sink.update(newest->sample, newest->vehicle);
+        newest.reset();
+    }
+    tell();
+    if (!all)
+        return elapsed;
+    if (drive.check(onTheDrivesClock(playback.placeAt(elapsed))) == FeedSwitch::Silence::Paused)
+        sink.fallSilent();
+    return nextMoment(elapsed);
+}
+
+/// Decodes what is due; false if there is more of it.
+bool DrivePlayer::takeDue(Nanoseconds elapsed)
+{
+    for (int i = 0; i < LongestTurn; ++i) {
+        const std::optional<Datagram> datagram = playback.take(elapsed);
+        if (!datagram)
+            return true;
+        const FeedSwitch::Sender sender{QHostAddress(QHostAddress::LocalHost), 0, datagram->port};
+        const FeedSwitch::TimePoint time = onTheDrivesClock(datagram->time);
+        // As a listener does in the silence between two datagrams.
+        while (drive.check(time) != FeedSwitch::Silence::None) {}
+        if (!drive.offer(datagram->payload, sender, time))
+            continue;
+        // Each one is decoded: a feed may learn from it.
+        if (std::optional<FeedSample> sample = drive.takeNewest()) {
+            newest = std::move(sample);
+            anyUnderstood = true;
+        }
+    }
+    return false;
+}
+
+std::optional<Nanoseconds> DrivePlayer::nextMoment(Nanoseconds elapsed)
+{
+    std::optional<Nanoseconds> next = playback.nextDue();
+    if (const std::optional<FeedSwitch::TimePoint> check = drive.nextCheck()) {
+        const Nanoseconds moment = playback.elapsedAt(check->time_since_epoch());
+        next = next ? std::min(*next, moment) : moment;
+    }
+    if (!next)
+        return std::nullopt;
+    return std::max(*next, elapsed + ShortestWait);
+}
+
+/// Tells the user once what there is to tell of the file.
+void DrivePlayer::tell()
+{
+    if (!toldRemarks && playback.isRoundOver()) {
+        toldRemarks = true;
+        for (const QString &remark : playback.remarks())
+            qWarning().noquote() << QStringLiteral("The drive: ") + remark;
+        if (!anyUnderstood)
+            qWarning("The drive holds no telemetry in a format that is known here.");
+    }
+    if (toldEnd || !playback.atEnd())
+        return;
+    toldEnd = true;
+    if (playback.startsBeyondEnd()) {
+        qWarning().noquote() << QStringLiteral("The drive lasts only %1 seconds, so there is "
+                                               "nothing to play from --start-at on.")
+                                    .arg(shown(playback.length()));
+    } else {
+        qWarning().noquote()
+            << QStringLiteral("The drive is over after %1 seconds.").arg(shown(playback.length()));
+    }
+}

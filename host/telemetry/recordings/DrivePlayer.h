@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Playback.h"
+#include "telemetry/feeds/FeedSwitch.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class TelemetrySink;
+
+/// Plays a drive through the decoding that live telemetry takes. Time comes in as an argument. Used
+/// by one thread at a time.
+class DrivePlayer
+{
+public:
+    using Nanoseconds = std::chrono::nanoseconds;
+
+    DrivePlayer(std::unique_ptr<DatagramReader> reader, std::vector<std::unique_ptr<Feed>> feeds,
+                const Playback::Settings &settings);
+
+    /// Hands on what is due `elapsed` after the start: of several updates the newest, as a
+    /// dashboard shows no other. The result is the moment at which to call again, or nothing when
+    /// all is over.
+    std::optional<Nanoseconds> advance(Nanoseconds elapsed, TelemetrySink &sink);
+
+private:
+    bool takeDue(Nanoseconds elapsed);
+    std::optional<Nanoseconds> nextMoment(Nanoseconds elapsed);
+    void tell();
+
+    Playback playback;
+    FeedSwitch drive;
+    std::optional<FeedSample> newest;
+    bool anyUnderstood = false;
+    bool toldRemarks = false;
+    bool toldEnd = false;
+};

@@ -1,0 +1,122 @@
+#include "telemetry/recordings/DriveFile.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtNetwork/QUdpSocket>
+#include <QtTest/QtTest>
+
+#include <vector>
+
+namespace {
+
+constexpr int LongestRunMs = 60'000;
+
+quint16 freePort()
+{
+    QUdpSocket socket;
+    socket.bind(QHostAddress::LocalHost);
+    return socket.localPort();
+}
+
+} // namespace
+
+/// Runs the program as a driver does.
+class RecordTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir folder;
+    const quint16 port = freePort();
+
+    QString path(const char *name) const { return folder.filePath(QLatin1String(name)); }
+
+    void start(QProcess &process, const QString &file, const QStringList &further = {}) const
+    {
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(QStringLiteral(GAUGE_HOST),
+                      QStringList{QStringLiteral("record"), file, QStringLiteral("--port"),
+                                  QString::number(port)} +
+                          further);
+    }
+
+    static QString outputOf(QProcess &process)
+    {
+        process.waitForFinished(LongestRunMs);
+        return QString::fromUtf8(process.readAll());
+    }
+
+    static std::vector<Datagram> read(const QString &file)
+    {
+        QString error;
+        const auto reader = openDrive(file, error);
+        std::vector<Datagram> datagrams;
+        while (reader != nullptr) {
+            const std::optional<Datagram> datagram = reader->next();
+            if (!datagram)
+                break;
+            datagrams.push_back(*datagram);
+        }
+        return datagrams;
+    }
+
+private Q_SLOTS:
+    void whatComesInIsRecordedUntilTheEndIsAskedFor()
+    {
+        const QString file = path("a.drive");
+        QProcess process;
+        start(process, file);
+        QByteArray output;
+        QTRY_VERIFY2((output += process.readAll()).contains("Ctrl+C"), output.constData());
+        QUdpSocket game;
+        for (int i = 0; i < 10; ++i)
+            game.writeDatagram(QByteArray(5 * i, char(i)), QHostAddress::LocalHost, port);
+        QTRY_COMPARE(QFileInfo(file).size(), 24 + 10 * 20 + 5 * 45);
+        process.terminate();
+        const QString rest = outputOf(process);
+        QVERIFY2(rest.contains(QStringLiteral("10 datagrams")), qPrintable(rest));
+        QCOMPARE(process.exitCode(), 0);
+        const std::vector<Datagram> datagrams = read(file);
+        QCOMPARE(datagrams.size(), std::size_t(10));
+        for (int i = 0; i < 10; ++i) {
+            QCOMPARE(datagrams[std::size_t(i)].payload, QByteArray(5 * i, char(i)));
+            QCOMPARE(datagrams[std::size_t(i)].port, port);
+        }
+
+        // A second one may not destroy it.
+        QProcess again;
+        start(again, file);
+        QVERIFY(outputOf(again).contains(QStringLiteral("--force")));
+        QCOMPARE(again.exitCode(), 1);
+        QCOMPARE(read(file).size(), std::size_t(10));
+    }
+
+    void aRecordingOfNothingIsNone()
+    {
+        QProcess process;
+        start(process, path("b.drive"), {QStringLiteral("--duration"), QStringLiteral("1")});
+        const QString output = outputOf(process);
+        QVERIFY2(output.contains(QStringLiteral("Nothing came in")), qPrintable(output));
+        QCOMPARE(process.exitCode(), 1);
+        QVERIFY(!QFileInfo::exists(path("b.drive")));
+    }
+
+    void aWrongDescriptionLeavesNothingBehind()
+    {
+        QFile description(path("bad.json"));
+        QVERIFY(description.open(QIODevice::WriteOnly));
+        description.write("{\n\"name\": 1}");
+        description.close();
+        QProcess process;
+        start(process, path("c.drive"), {QStringLiteral("--feed"), path("bad.json")});
+        const QString output = outputOf(process);
+        QVERIFY2(output.contains(path("bad.json") + QStringLiteral(":2: 'name'")),
+                 qPrintable(output));
+        QCOMPARE(process.exitCode(), 1);
+        QVERIFY(!QFileInfo::exists(path("c.drive")));
+    }
+};
+
+QTEST_GUILESS_MAIN(RecordTest)
+#include "RecordTest.moc"
