@@ -1,0 +1,27 @@
+#include "telemetry/feeds/DescribedFeed.h"
+
+#include <QtCore/QStringList>
+
+#include <cstdlib>
+
+// The input is a description, a zero byte, and a datagram. Whatever is accepted as a description
+// decodes any datagram.
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<int>(size));
+    const int zero = bytes.indexOf('\0');
+    const QByteArray json = zero < 0 ? bytes : bytes.left(zero);
+    QStringList errors;
+    std::optional<FeedDescription> description =
+        FeedDescription::parse(json, QStringLiteral("fuzz"), errors);
+    if (description.has_value() != errors.isEmpty())
+        std::abort();
+    if (!description)
+        return 0;
+    DescribedFeed feed(std::move(*description));
+    const QByteArray payload = zero < 0 ? QByteArray() : bytes.mid(zero + 1);
+    if (feed.decode(payload).has_value() != feed.accepts(payload))
+        std::abort();
+    return 0;
+}
