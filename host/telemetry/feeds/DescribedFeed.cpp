@@ -89,8 +89,8 @@ void DescribedFeed::restart()
 
 void DescribedFeed::learnMaximum(FeedSample &sample)
 {
-    if (sample.vehicle != vehicle) {
-        vehicle = sample.vehicle;
+    if (sample.vehicle != learntOf) {
+        learntOf = sample.vehicle;
         learner.restart({});
     }
     VehicleTelemetry &now = sample.sample.vehicle;

@@ -25,5 +25,5 @@ private:
     const FeedDescription description;
     const bool learns; ///< The description doesn't tell the highest engine speed.
     RevLimitLearner learner;
-    QString vehicle; ///< The one that the learner knows.
+    QString learntOf; ///< The vehicle that the learner knows.
 };

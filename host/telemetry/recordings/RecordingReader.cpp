@@ -11,7 +11,7 @@ namespace {
 
 using namespace RecordingFormat;
 
-constexpr int Chunk = 128 * 1024;
+constexpr int Chunk = 32 * 1024;
 
 /// A record's checksum may cost 64 KiB of work for each marker, of which a hostile file has one in
 /// four bytes. No real damage comes near this number.
