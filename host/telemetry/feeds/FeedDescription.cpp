@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -50,8 +51,8 @@ const TypeName &entryOf(Type type)
 class DescriptionReader
 {
 public:
-    DescriptionReader(const QString &fileName, QStringList &errors)
-        : fileName(fileName)
+    DescriptionReader(QString fileName, QStringList &errors)
+        : fileName(std::move(fileName))
         , errors(errors)
     {
     }

@@ -47,9 +47,9 @@ QString counted(int count, const QString &one, const QString &several)
 
 } // namespace
 
-void CaptureReader::Close::operator()(pcap *capture) const
+void CaptureReader::Close::operator()(pcap *opened) const
 {
-    pcap_close(capture);
+    pcap_close(opened);
 }
 
 bool CaptureReader::recognises(const QByteArray &beginning)

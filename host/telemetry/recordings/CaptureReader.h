@@ -27,7 +27,7 @@ public:
 private:
     struct Close
     {
-        void operator()(pcap *capture) const;
+        void operator()(pcap *opened) const;
     };
 
     explicit CaptureReader(QString path);

@@ -93,7 +93,8 @@ void DrivePlayer::tell()
 {
     if (!toldRemarks && playback.isRoundOver()) {
         toldRemarks = true;
-        for (const QString &remark : playback.remarks())
+        const QStringList remarks = playback.remarks();
+        for (const QString &remark : remarks)
             qWarning().noquote() << QStringLiteral("The drive: ") + remark;
         if (!anyUnderstood)
             qWarning("The drive holds no telemetry in a format that is known here.");
