@@ -61,9 +61,9 @@ Nanoseconds Playback::placeAt(Nanoseconds elapsed) const
     return settings.startAt + std::chrono::duration_cast<Nanoseconds>(elapsed * settings.speed);
 }
 
-Nanoseconds Playback::elapsedAt(Nanoseconds place) const
+Nanoseconds Playback::elapsedAt(Nanoseconds target) const
 {
-    const Nanoseconds ahead = std::max(place - settings.startAt, Nanoseconds(0));
+    const Nanoseconds ahead = std::max(target - settings.startAt, Nanoseconds(0));
     return std::chrono::duration_cast<Nanoseconds>(ahead / settings.speed);
 }
 

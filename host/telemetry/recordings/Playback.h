@@ -47,7 +47,7 @@ public:
 
     /// Which place of the drive is played `elapsed` after the start, and the other way round.
     Nanoseconds placeAt(Nanoseconds elapsed) const;
-    Nanoseconds elapsedAt(Nanoseconds place) const;
+    Nanoseconds elapsedAt(Nanoseconds target) const;
 
     /// Whether the drive ended before the place at which to begin, at `length()`.
     bool startsBeyondEnd();
