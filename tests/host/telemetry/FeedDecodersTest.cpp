@@ -293,7 +293,7 @@ private Q_SLOTS:
             }
             QVERIFY2(taken < 50, format.name);
             const QByteArray text =
-                QByteArray("{\"speed\":51.2,\"rpm\":7250,\"gear\":4}").repeated(10);
+                QByteArray(R"({"speed":51.2,"rpm":7250,"gear":4})").repeated(10);
             QVERIFY2(!Decoders[format.decoder](text.left(format.datagram.size())), format.name);
         }
     }

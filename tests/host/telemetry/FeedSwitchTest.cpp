@@ -12,9 +12,9 @@ using Silence = FeedSwitch::Silence;
 
 namespace {
 
-const QByteArray Rally = Senders::ego();
-const QByteArray Race = Senders::dataOut();
-const QByteArray Unknown(1289, 'x');
+/// Two games in two formats.
+const Packet Rally = Senders::ego();
+const Packet Race = Senders::dataOut();
 
 /// A switch between two formats, with a clock that stands still unless it is moved.
 struct Bench
@@ -153,7 +153,7 @@ private Q_SLOTS:
     {
         Bench bench;
         for (int i = 0; i < 100; ++i)
-            QVERIFY(!bench.send(Unknown, 1000));
+            QVERIFY(!bench.send(QByteArray(1289, 'x'), 1000));
         QCOMPARE(bench.warnings(), 1);
         QVERIFY(bench.log.lines.last().contains(QStringLiteral("1289")));
         QVERIFY(bench.log.lines.last().contains(QStringLiteral("20777")));

@@ -71,7 +71,7 @@ private Q_SLOTS:
         QUdpSocket game;
         QTRY_VERIFY((send(game, 7, listener->ports()[0]), taker.lastCar == 7));
         if (listener->ports().size() < 2)
-            QSKIP("This computer has no IPv6.");
+            QSKIP("this computer has no IPv6", );
         QUdpSocket other;
         // The first game has the wheel until it is silent.
         QTRY_VERIFY((send(other, 8, listener->ports()[1], local6), taker.lastCar == 8));
