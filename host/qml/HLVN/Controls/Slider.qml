@@ -16,6 +16,13 @@ T.Slider {
     snapMode: T.Slider.SnapAlways
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
+    Keys.onPressed: {
+        const limit = event.key === Qt.Key_Home ? from : event.key === Qt.Key_End ? to : NaN
+        if (!isNaN(limit)) {
+            value = limit
+            event.accepted = true
+        }
+    }
 
     background: Rectangle {
         x: root.leftPadding
