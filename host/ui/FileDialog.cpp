@@ -10,6 +10,7 @@
 FileDialog::FileDialog(HostWindow &parent, const QString &title, const QString &filter,
                        const QString &startPath)
     : HostWindow(QStringLiteral("FileDialog"), parent.navigation())
+    , parent(parent)
     , filterText(filter)
 {
     setTitle(title);
@@ -34,10 +35,13 @@ QString FileDialog::choose()
 {
     QEventLoop loop;
     connect(this, &HostWindow::closed, &loop, &QEventLoop::quit);
-    connect(transientParent(), &QObject::destroyed, &loop, &QEventLoop::quit);
+    // A window below a modal one can't be closed, but it can be hidden.
+    connect(&parent, &QWindow::visibleChanged, &loop, &QEventLoop::quit);
     open(QUrl(QStringLiteral("qrc:/qml/FileDialog.qml")));
-    if (isVisible())
+    if (isVisible()) {
+        const WaitingDocument guard(parent);
         loop.exec();
+    }
     return QDir::toNativeSeparators(chosen);
 }
 

@@ -43,6 +43,7 @@ public:
     Q_INVOKABLE static QString nativePath(const QUrl &address);
 
 private:
+    HostWindow &parent;
     const QString filterText;
     QUrl folder;
     QString fileName;

@@ -4,21 +4,40 @@
 #include "ui/UiEngine.h"
 
 #include <QtCore/QEvent>
+#include <QtCore/QScopedValueRollback>
 #include <QtCore/QUrl>
 #include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QScreen>
 #include <QtQml/QQmlContext>
 
 #include <memory>
+
+namespace {
+
+const QMouseEvent *asMouseEvent(const QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+        return static_cast<const QMouseEvent *>(event);
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
 
 HostWindow::HostWindow(const QString &name, Navigation &navigation)
     : QQuickView(std::make_unique<UiEngine>().release(), nullptr)
     , name(name)
     , navigator(navigation)
     , place(WindowPlace::load(name))
-    , sizeRemembered(!place.geometry.isNull() && place.isOnAScreen())
+    , sizeRemembered(place.fitOntoScreens())
 {
     engine()->setParent(this);
     setResizeMode(SizeRootObjectToView);
@@ -78,9 +97,9 @@ void HostWindow::move(qreal x, qreal y)
     setPosition(qRound(x), qRound(y));
 }
 
-QPoint HostWindow::cursorPosGlobal()
+QPoint HostWindow::cursorPosGlobal() const
 {
-    return QCursor::pos();
+    return mouseEvent != nullptr ? mouseEvent->globalPos() : QCursor::pos();
 }
 
 void HostWindow::setAboutToBeMoved(bool moving)
@@ -118,6 +137,7 @@ void HostWindow::showNormal()
 
 bool HostWindow::event(QEvent *event)
 {
+    const QScopedValueRollback<const QMouseEvent *> guard(mouseEvent, asMouseEvent(event));
     if (event->type() != QEvent::Close || closing)
         return QQuickView::event(event);
     // The document's answer to the request may close the window once more.

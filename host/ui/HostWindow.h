@@ -7,6 +7,7 @@
 #include <QtQuick/QQuickView>
 
 class Navigation;
+class QMouseEvent;
 class QUrl;
 
 /// A window of the host: one QML document in a QML engine of its own, so that `Qt.quit()` there
@@ -38,6 +39,10 @@ public:
     bool canBeMinimized() const { return minimizable; }
     void setCanBeMinimized(bool can);
 
+    /// Whether a call of the document is still waiting for a dialog's answer. Until that has
+    /// returned, the window must not be deleted.
+    bool isWaiting() const { return waiting > 0; }
+
     bool isStayOnTop() const { return flags().testFlag(Qt::WindowStaysOnTopHint); }
 
     /// The size at the first time; a remembered one goes before it.
@@ -46,8 +51,9 @@ public:
     /// Moves the window, without its frame, in logical pixels.
     Q_INVOKABLE void move(qreal x, qreal y);
 
-    /// The mouse's position on the desktop, in logical pixels.
-    Q_INVOKABLE static QPoint cursorPosGlobal();
+    /// The mouse's position on the desktop, in logical pixels: during a mouse event where it
+    /// happened, however late the program comes to it, else where the mouse is now.
+    Q_INVOKABLE QPoint cursorPosGlobal() const;
 
     /// Tells that a move by dragging begins or ends.
     Q_INVOKABLE void setAboutToBeMoved(bool moving);
@@ -76,6 +82,8 @@ protected:
     virtual void restoreFullScreen();
 
 private:
+    friend class WaitingDocument;
+
     void placeFirstTime();
     void rememberPlace();
 
@@ -85,4 +93,23 @@ private:
     bool minimizable = true;
     bool sizeRemembered = false;
     bool closing = false;
+    int waiting = 0;
+    const QMouseEvent *mouseEvent = nullptr; ///< The one that is being handled.
+};
+
+/// Marks a window as waiting while this lives.
+class WaitingDocument
+{
+public:
+    explicit WaitingDocument(HostWindow &window)
+        : window(window)
+    {
+        ++window.waiting;
+    }
+    ~WaitingDocument() { --window.waiting; }
+    WaitingDocument(const WaitingDocument &) = delete;
+    WaitingDocument &operator=(const WaitingDocument &) = delete;
+
+private:
+    HostWindow &window;
 };

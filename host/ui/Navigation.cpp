@@ -56,8 +56,15 @@ ViewWindow *Navigation::window(const QString &name) const
 
 void Navigation::closeViews()
 {
-    for (const View &view : qAsConst(views))
-        delete view.window;
+    for (View &view : views)
+        endView(view);
+}
+
+void Navigation::endView(View &view)
+{
+    if (view.window != nullptr)
+        view.window->end();
+    view.window = nullptr;
 }
 
 void Navigation::openView(const QString &name, View &view, const QVariant &argument)
@@ -69,7 +76,7 @@ void Navigation::openView(const QString &name, View &view, const QVariant &argum
         return;
     }
     // One that has just closed still waits for its end.
-    delete view.window;
+    endView(view);
     const bool frameless = name == QLatin1String("DashboardWindow");
     view.window = std::make_unique<ViewWindow>(
                       name, *this, std::unique_ptr<IViewModel>(view.makeViewModel()), frameless)

@@ -53,6 +53,7 @@ private:
         QPointer<ViewWindow> window;
     };
 
+    static void endView(View &view);
     void openView(const QString &name, View &view, const QVariant &argument);
 
     QMap<QString, View> views;

@@ -58,7 +58,22 @@ ViewWindow::~ViewWindow()
 {
     // The document goes first, for it is bound to the view model.
     setSource(QUrl());
+    if (viewModel != nullptr)
+        viewModel->setWindow(nullptr);
+}
+
+void ViewWindow::end()
+{
+    if (!isWaiting()) {
+        delete this;
+        return;
+    }
+    // The document would complain that what it is bound to has gone.
+    engine()->setOutputWarningsToStandardError(false);
+    hide();
     viewModel->setWindow(nullptr);
+    viewModel.reset();
+    deleteLater();
 }
 
 void ViewWindow::openView(const QString &documentPath, const QVariant &argument)

@@ -28,6 +28,10 @@ public:
     /// Hands an argument to the view model.
     void setArgument(const QVariant &argument);
 
+    /// Ends the view at once. The window itself goes with it, or, if its document is still waiting
+    /// for a dialog, as soon as that has returned.
+    void end();
+
 protected:
     void restoreFullScreen() override;
     void keyPressEvent(QKeyEvent *event) override;

@@ -14,6 +14,7 @@ struct WindowPlace
     static WindowPlace load(const QString &window);
     void save(const QString &window) const;
 
-    /// Whether enough of the window would lie on a screen to be seen and dragged.
-    bool isOnAScreen() const;
+    /// Cuts off what is larger than all screens together. False if the place is unknown, or not
+    /// enough of the window would lie on a screen to be seen and dragged.
+    bool fitOntoScreens();
 };
