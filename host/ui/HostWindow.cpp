@@ -12,6 +12,7 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QScreen>
 #include <QtQml/QQmlContext>
+#include <QtQml/QQmlError>
 
 #include <memory>
 
@@ -56,6 +57,15 @@ HostWindow::~HostWindow()
 void HostWindow::open(const QUrl &document)
 {
     setSource(document);
+    if (status() == Error) { // Which the engine has logged.
+        const QList<QQmlError> found = errors();
+        QStringList lines;
+        for (const QQmlError &error : found)
+            lines += error.toString();
+        errorText = lines.join(QLatin1Char('\n'));
+        setFlag(Qt::FramelessWindowHint, false);
+        setSource(QUrl(QStringLiteral("qrc:/qml/DocumentErrors.qml")));
+    }
     if (sizeRemembered)
         setGeometry(place.geometry);
     else

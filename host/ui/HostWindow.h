@@ -20,6 +20,7 @@ class HostWindow : public QQuickView
 {
     Q_OBJECT
     Q_PROPERTY(bool isStayOnTop READ isStayOnTop NOTIFY stayOnTopChanged)
+    Q_PROPERTY(QString documentErrors READ documentErrors CONSTANT)
     Q_PROPERTY(bool canBeMinimized READ canBeMinimized WRITE setCanBeMinimized)
 
 public:
@@ -28,7 +29,8 @@ public:
     ~HostWindow() override;
 
     /// Loads the document and shows the window where it was seen last; at first in the middle of
-    /// the screen. What fails in the document is logged.
+    /// the screen. A document that fails is logged, and its
+    /// errors are shown instead.
     void open(const QUrl &document);
 
     /// Brings an open window to the user's eyes.
@@ -38,6 +40,9 @@ public:
 
     bool canBeMinimized() const { return minimizable; }
     void setCanBeMinimized(bool can);
+
+    /// Why the document can't be shown, an error on a line; empty if it can.
+    QString documentErrors() const { return errorText; }
 
     /// Whether a call of the document is still waiting for a dialog's answer. Until that has
     /// returned, the window must not be deleted.
@@ -88,6 +93,7 @@ private:
     void rememberPlace();
 
     const QString name;
+    QString errorText;
     Navigation &navigator;
     WindowPlace place;
     bool minimizable = true;

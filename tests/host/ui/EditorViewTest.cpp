@@ -1,6 +1,8 @@
 #include "host/ui/Desktop.h"
 #include "host/ui/UserBench.h"
 
+#include "IViewModel.h"
+
 #include <QtQml/QQmlEngine>
 
 #include <cmath>
@@ -12,6 +14,18 @@ namespace {
 const QByteArray Pedals =
     "Rectangle { width: 480; height: 272; color: Qt.rgba(dash_gasPedal_Percent / 100, "
     "dash_brakePedal_Percent / 100, 0, 1) }";
+
+/// A view model without anything behind it.
+class EmptyView final : public QObject, public IViewModel
+{
+public:
+    QObject *asQObject() override { return this; }
+    void initContext(QQmlContext *) override {}
+    void setArgument(void *, int, const QVariant &) override {}
+    void setWindow(QWindow *) override {}
+    bool viewFlagA() override { return false; }
+    bool viewFlagB() override { return true; }
+};
 
 QQuickItem *sliderOf(const HostWindow *window, const char *caption)
 {
@@ -65,6 +79,7 @@ private Q_SLOTS:
     void slidersReachThePreview();
     void aLowerLimitTakesTheRpmAlong();
     void asksTheHostForHelpSettingsAndCode();
+    void showsTheErrorsOfADocument();
     void closesByEveryRoad_data();
     void closesByEveryRoad();
     void endsWhileItsFileDialogIsOpen_data();
@@ -213,6 +228,19 @@ void EditorViewTest::asksTheHostForHelpSettingsAndCode()
     desktop.keys({QStringLiteral("Return")});
     QTRY_COMPARE(targets.size(), 4);
     QCOMPARE(targets.at(3), QStringLiteral("SoftwareConfiguration "));
+}
+
+void EditorViewTest::showsTheErrorsOfADocument()
+{
+    const Complaints complaints;
+    bench->navigation->registerView(QStringLiteral("Broken"), QStringLiteral(":/no/such/View.qml"),
+                                    [] { return std::make_unique<EmptyView>().release(); });
+    bench->navigation->showView(QStringLiteral("Broken"));
+    const HostWindow *broken = UserBench::window(QStringLiteral("Error"));
+    QVERIFY(broken != nullptr);
+    QVERIFY(broken->documentErrors().contains(QLatin1String("/no/such/View.qml")));
+    QVERIFY(UserBench::item(broken, broken->documentErrors()) != nullptr);
+    QVERIFY(Complaints::texts.join(QLatin1Char(' ')).contains(QLatin1String("/no/such/View.qml")));
 }
 
 void EditorViewTest::closesByEveryRoad_data()
