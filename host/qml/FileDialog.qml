@@ -112,6 +112,7 @@ Rectangle {
 
             RoundedButton {
                 width: places.width
+                flat: true
                 text: modelData.name
                 onClicked: root.goTo(modelData.folder)
             }

@@ -14,6 +14,7 @@
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlError>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -66,10 +67,11 @@ void HostWindow::open(const QUrl &document)
         setFlag(Qt::FramelessWindowHint, false);
         setSource(QUrl(QStringLiteral("qrc:/qml/DocumentErrors.qml")));
     }
-    if (sizeRemembered)
+    // A dialog belongs above its window, wherever that stood the last time.
+    if (sizeRemembered && transientParent() == nullptr)
         setGeometry(place.geometry);
     else
-        placeFirstTime();
+        placeInTheMiddle();
     if (place.fullScreen)
         restoreFullScreen();
     else
@@ -174,11 +176,18 @@ void HostWindow::restoreFullScreen()
     showFullScreen();
 }
 
-void HostWindow::placeFirstTime()
+void HostWindow::placeInTheMiddle()
 {
-    QRect geometry(QPoint(), size());
-    geometry.moveCenter(screen()->availableGeometry().center());
-    setGeometry(geometry.intersected(screen()->availableGeometry()));
+    const QWindow *parent = transientParent();
+    const QRect available = (parent != nullptr ? parent->screen() : screen())->availableGeometry();
+    const QSize wanted = sizeRemembered ? place.geometry.size() : size();
+    QRect geometry(QPoint(), wanted.boundedTo(available.size()));
+    geometry.moveCenter((parent != nullptr ? parent->geometry() : available).center());
+    geometry.moveRight(std::min(geometry.right(), available.right()));
+    geometry.moveBottom(std::min(geometry.bottom(), available.bottom()));
+    geometry.moveLeft(std::max(geometry.left(), available.left()));
+    geometry.moveTop(std::max(geometry.top(), available.top()));
+    setGeometry(geometry);
 }
 
 void HostWindow::rememberPlace()

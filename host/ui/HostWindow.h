@@ -29,8 +29,8 @@ public:
     ~HostWindow() override;
 
     /// Loads the document and shows the window where it was seen last; at first in the middle of
-    /// the screen. A document that fails is logged, and its
-    /// errors are shown instead.
+    /// the screen, and a dialog always in the middle of its window. A document that fails is
+    /// logged, and its errors are shown instead.
     void open(const QUrl &document);
 
     /// Brings an open window to the user's eyes.
@@ -89,7 +89,7 @@ protected:
 private:
     friend class WaitingDocument;
 
-    void placeFirstTime();
+    void placeInTheMiddle();
     void rememberPlace();
 
     const QString name;

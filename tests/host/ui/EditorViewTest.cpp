@@ -284,7 +284,9 @@ void EditorViewTest::endsWhileItsFileDialogIsOpen()
 {
     QFETCH(const QString, road);
     const QPointer<HostWindow> editor(window);
+    editor->setPosition(60, 120);
     bool opened = false;
+    QPoint offset;
     QTimer act;
     connect(&act, &QTimer::timeout, this, [&] {
         HostWindow *dialog = UserBench::window(QStringLiteral("Select main dashboard QML file"));
@@ -292,6 +294,7 @@ void EditorViewTest::endsWhileItsFileDialogIsOpen()
             return;
         act.stop();
         opened = true;
+        offset = dialog->geometry().center() - editor->geometry().center();
         if (road == QLatin1String("escape"))
             desktop.keys({QStringLiteral("Escape")});
         else if (road == QLatin1String("frame"))
@@ -316,6 +319,7 @@ void EditorViewTest::endsWhileItsFileDialogIsOpen()
     poll.start(20);
     QCOMPARE(QCoreApplication::exec(), road == QLatin1String("quit") ? 3 : 2);
     QVERIFY(opened);
+    QVERIFY(offset.manhattanLength() <= 2);
     QTRY_COMPARE(editor == nullptr, road == QLatin1String("views"));
     if (editor != nullptr) {
         editor->show();

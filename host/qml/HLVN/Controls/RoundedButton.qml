@@ -25,7 +25,7 @@ T.Button {
         text: root.text
         font: root.font
         color: root.primary || root.danger ? ux.accentTextColor : ux.textLightColor
-        horizontalAlignment: Text.AlignHCenter
+        horizontalAlignment: root.flat ? Text.AlignLeft : Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
     }
