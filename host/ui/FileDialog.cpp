@@ -7,11 +7,13 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStandardPaths>
 
-FileDialog::FileDialog(HostWindow &parent, const QString &title, const QString &filter,
+#include <utility>
+
+FileDialog::FileDialog(HostWindow &parent, const QString &title, QString filter,
                        const QString &startPath)
     : HostWindow(QStringLiteral("FileDialog"), parent.navigation())
     , parent(parent)
-    , filterText(filter)
+    , filterText(std::move(filter))
 {
     setTitle(title);
     setTransientParent(&parent);

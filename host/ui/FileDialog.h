@@ -19,8 +19,7 @@ class FileDialog final : public HostWindow
 public:
     /// `filter` is a text with name patterns in brackets, such as "Pictures (*.png *.jpg)". The
     /// dialog begins in the folder of `startPath`, or in the user's documents.
-    FileDialog(HostWindow &parent, const QString &title, const QString &filter,
-               const QString &startPath);
+    FileDialog(HostWindow &parent, const QString &title, QString filter, const QString &startPath);
 
     /// Shows the dialog and waits in an event loop of its own. The chosen file's path in native
     /// separators, or empty when nothing was chosen or the program ends.

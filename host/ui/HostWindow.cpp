@@ -96,6 +96,7 @@ void HostWindow::setCanBeMinimized(bool can)
                                   Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
                                   Qt::WindowCloseButtonHint;
     setFlags(can ? flags() & ~hints : flags() | hints);
+    Q_EMIT canBeMinimizedChanged();
 }
 
 void HostWindow::setInitialSize(qreal width, qreal height)

@@ -21,7 +21,8 @@ class HostWindow : public QQuickView
     Q_OBJECT
     Q_PROPERTY(bool isStayOnTop READ isStayOnTop NOTIFY stayOnTopChanged)
     Q_PROPERTY(QString documentErrors READ documentErrors CONSTANT)
-    Q_PROPERTY(bool canBeMinimized READ canBeMinimized WRITE setCanBeMinimized)
+    Q_PROPERTY(bool canBeMinimized READ canBeMinimized WRITE setCanBeMinimized NOTIFY
+                   canBeMinimizedChanged)
 
 public:
     /// `navigation` is borrowed. Nothing is shown before `open`.
@@ -71,6 +72,7 @@ public Q_SLOTS:
     void showNormal();
 
 Q_SIGNALS:
+    void canBeMinimizedChanged();
     void stayOnTopChanged();
 
     /// The user has asked for the end by the window's frame. The window closes right after.
