@@ -35,11 +35,11 @@ bool Cluster::chooseDashboard()
     return store->activeProfileId() != DashboardProfileHeader::NoId;
 }
 
-bool Cluster::startTelemetry()
+QStringList Cluster::startTelemetry()
 {
-    std::unique_ptr<TelemetrySource> source = makeTelemetry(options);
-    if (source == nullptr)
-        return false;
-    feeder = std::make_unique<TelemetryFeeder>(std::move(source), *engine, vehicles, monitor);
-    return true;
+    QStringList problems;
+    if (std::unique_ptr<TelemetrySource> source = makeTelemetry(options, problems)) {
+        feeder = std::make_unique<TelemetryFeeder>(std::move(source), *engine, vehicles, monitor);
+    }
+    return problems;
 }

@@ -7,6 +7,8 @@
 #include "telemetry/TelemetryMonitor.h"
 #include "ui/Navigation.h"
 
+#include <QtCore/QStringList>
+
 #include <memory>
 
 class GaugeLibrary;
@@ -28,9 +30,10 @@ public:
     /// there is none to show.
     bool chooseDashboard();
 
-    /// Starts to feed the engine from the source that the options name. False, with the reason
-    /// printed, if none can come.
-    bool startTelemetry();
+    /// Starts to feed the engine from the source that the options name. The result says, a sentence
+    /// each, what a driver should know of it; `isFed` whether any telemetry can come.
+    QStringList startTelemetry();
+    bool isFed() const { return feeder != nullptr; }
 
     /// Updates that the engine got. 0 before `startTelemetry`.
     int updatesSent() const { return feeder != nullptr ? feeder->updatesSent() : 0; }

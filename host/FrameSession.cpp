@@ -62,8 +62,11 @@ Course record(FrameRecorder &recorder, int count, Cluster &cluster, const Messag
 
     cluster.engine->addConsumer(&recorder);
     stall.start();
-    cluster.startTelemetry();
-    loop.exec();
+    const QStringList problems = cluster.startTelemetry();
+    for (const QString &problem : problems)
+        printError(problem);
+    if (cluster.isFed())
+        loop.exec();
     course.updatesSent = cluster.updatesSent();
     cluster.engine->removeConsumer(&recorder);
     recorder.flush();

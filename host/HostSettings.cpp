@@ -150,13 +150,13 @@ QString HostSettings::startupDashboardAmong(const QStringList &profiles)
     return found ? dashboard : QString();
 }
 
-QString HostSettings::telemetrySourceTitle() const
+QString HostSettings::titleOf(const QString &telemetrySource) const
 {
     for (const TelemetrySourceChoice &choice : sources) {
-        if (choice.name == source)
+        if (choice.name == telemetrySource)
             return QCoreApplication::translate("TelemetrySources", choice.title);
     }
-    return source;
+    return telemetrySource;
 }
 
 void HostSettings::setTelemetrySource(const QString &name)

@@ -49,8 +49,8 @@ public:
     /// One of the sources' names.
     QString telemetrySource() const { return source; }
     void setTelemetrySource(const QString &name);
-    /// The source's name for people, in the language of the moment.
-    QString telemetrySourceTitle() const;
+    /// A source's title in the language of the moment; the name itself if it isn't among them.
+    QString titleOf(const QString &telemetrySource) const;
     const std::vector<TelemetrySourceChoice> &telemetrySources() const { return sources; }
 
     /// "en", "de", or empty for the system's.

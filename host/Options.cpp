@@ -360,8 +360,9 @@ QString readNetwork(const QCommandLineParser &parser, const Declared &declared, 
         }
     }
     // Who records, or names a port or a feed, means games.
-    const bool meansGames = options.mode == Options::Mode::Record || parser.isSet(declared.listen) ||
-                            parser.isSet(declared.port) || parser.isSet(declared.feed);
+    const bool meansGames = options.mode == Options::Mode::Record ||
+                            parser.isSet(declared.listen) || parser.isSet(declared.port) ||
+                            parser.isSet(declared.feed);
     if (options.telemetry.isEmpty() && meansGames)
         options.telemetry = QStringLiteral("auto");
     if (parser.isSet(declared.listen) &&

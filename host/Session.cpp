@@ -65,7 +65,11 @@ int lookOver(const Options &options, const GaugeLibrary &library)
 int recordGames(const Options &options)
 {
     return recordDrive(options.record, [&options](UdpListener::Tap tap) {
-        return makeListener(options, std::move(tap));
+        QStringList problems;
+        auto listener = makeListener(options, problems, std::move(tap));
+        for (const QString &problem : qAsConst(problems))
+            printError(problem);
+        return listener;
     });
 }
 

@@ -28,8 +28,9 @@ bool isDescription(const QString &path)
     return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
 }
 
-/// The feeds that the options name; none, with the reasons printed, if a description is wrong.
-std::vector<std::unique_ptr<Feed>> feedsOf(const Options &options)
+/// The feeds that the options name; none, with the reasons in `problems`, if a description is
+/// wrong.
+std::vector<std::unique_ptr<Feed>> feedsOf(const Options &options, QStringList &problems)
 {
     std::vector<std::unique_ptr<Feed>> feeds;
     QStringList descriptions = options.feedFiles;
@@ -37,10 +38,7 @@ std::vector<std::unique_ptr<Feed>> feedsOf(const Options &options)
         descriptions += options.telemetry;
     // Described feeds come first: who describes one knows better than a guess by length.
     for (const QString &path : qAsConst(descriptions)) {
-        QStringList errors;
-        std::optional<FeedDescription> description = FeedDescription::load(path, errors);
-        for (const QString &error : qAsConst(errors))
-            printError(error);
+        std::optional<FeedDescription> description = FeedDescription::load(path, problems);
         if (!description)
             return {};
         feeds.push_back(std::make_unique<DescribedFeed>(std::move(*description)));
@@ -95,13 +93,13 @@ QString announcement(const QStringList &names, std::vector<quint16> ports,
              numbers.join(comma), places.join(comma));
 }
 
-std::unique_ptr<TelemetrySource> play(const Options &options)
+std::unique_ptr<TelemetrySource> play(const Options &options, QStringList &problems)
 {
     QString error;
     std::unique_ptr<DatagramReader> drive = openDrive(options.telemetry, error);
-    std::vector<std::unique_ptr<Feed>> feeds = feedsOf(options);
+    std::vector<std::unique_ptr<Feed>> feeds = feedsOf(options, problems);
     if (drive == nullptr)
-        printError(error);
+        problems += error;
     if (drive == nullptr || feeds.empty())
         return nullptr;
     constexpr double LongestDrive = 1e8; // Seconds; beyond what nanoseconds can count is far more.
@@ -132,20 +130,21 @@ bool isDriveFile(const QString &telemetry)
     return isTelemetryFile(telemetry) && !isDescription(telemetry);
 }
 
-std::unique_ptr<TelemetrySource> makeTelemetry(const Options &options)
+std::unique_ptr<TelemetrySource> makeTelemetry(const Options &options, QStringList &problems)
 {
     if (options.telemetry.isEmpty() || options.telemetry == Demo) {
         return std::make_unique<PacedSource>(std::make_unique<DemoCars>(DemoSeed, options.demoCars),
                                              options.startAt);
     }
     if (isDriveFile(options.telemetry))
-        return play(options);
-    return makeListener(options);
+        return play(options, problems);
+    return makeListener(options, problems);
 }
 
-std::unique_ptr<UdpListener> makeListener(const Options &options, UdpListener::Tap tap)
+std::unique_ptr<UdpListener> makeListener(const Options &options, QStringList &problems,
+                                          UdpListener::Tap tap)
 {
-    std::vector<std::unique_ptr<Feed>> feeds = feedsOf(options);
+    std::vector<std::unique_ptr<Feed>> feeds = feedsOf(options, problems);
     if (feeds.empty())
         return nullptr;
     QStringList names;
@@ -154,10 +153,9 @@ std::unique_ptr<UdpListener> makeListener(const Options &options, UdpListener::T
     UdpListener::Wishes wishes = wishesOf(options, feeds);
     wishes.tap = std::move(tap);
     auto listener = std::make_unique<UdpListener>(std::move(feeds), wishes);
-    for (const QString &error : listener->errors())
-        printError(error);
+    problems += listener->errors();
     if (!listener->isListening()) {
-        printError(QStringLiteral("No port is open for telemetry."));
+        problems += QStringLiteral("No port is open for telemetry.");
         return nullptr;
     }
     printLine(announcement(names, listener->ports(), wishes.addresses));

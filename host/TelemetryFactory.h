@@ -18,10 +18,12 @@ bool isTelemetryFile(const QString &telemetry);
 /// Whether it means a drive.
 bool isDriveFile(const QString &telemetry);
 
-/// Makes the source that the options ask for. Prints what a driver should know; null, with the
-/// reason printed, if no telemetry could ever come.
-std::unique_ptr<TelemetrySource> makeTelemetry(const Options &options);
+/// Makes the source that the options ask for, the demo for an empty name, and prints where it
+/// listens. What a driver should know goes to `problems`, a sentence each; null if no telemetry
+/// could ever come.
+std::unique_ptr<TelemetrySource> makeTelemetry(const Options &options, QStringList &problems);
 
-/// Listens as the options ask, and prints where. Null, with the reason printed, if no port is open
-/// or a description of a feed can't be read. The demo stands for `auto` here.
-std::unique_ptr<UdpListener> makeListener(const Options &options, UdpListener::Tap tap = {});
+/// Listens as the options ask, and prints where. Null if no port is open or a description of a feed
+/// can't be read.
+std::unique_ptr<UdpListener> makeListener(const Options &options, QStringList &problems,
+                                          UdpListener::Tap tap = {});

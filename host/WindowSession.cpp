@@ -4,6 +4,7 @@
 #include "HostSettings.h"
 #include "Options.h"
 #include "ProfileLookup.h"
+#include "TelemetryFactory.h"
 #include "Terminal.h"
 #include "Termination.h"
 #include "Translations.h"
@@ -13,6 +14,7 @@
 #include "ui/ViewWindow.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
 
@@ -42,8 +44,9 @@ public:
 private:
     bool activateStartupDashboard();
     void show();
+    QString telemetryTitle() const;
 
-    const Options &options;
+    const Options options; ///< With what the settings add.
     HostSettings &settings;
     Cluster cluster;
     ToolWindows tools;
@@ -51,17 +54,21 @@ private:
     std::unique_ptr<GalleryWindow> gallery;
 };
 
-bool useMph(const Options &options, const HostSettings &settings)
+/// Options go before settings.
+Options completed(Options options, const HostSettings &settings)
 {
-    return options.units == Options::Units::AsSet ? settings.useMph()
-                                                  : options.units == Options::Units::Mph;
+    if (options.units == Options::Units::AsSet)
+        options.units = settings.useMph() ? Options::Units::Mph : Options::Units::Kmh;
+    if (options.telemetry.isEmpty())
+        options.telemetry = settings.telemetrySource();
+    return options;
 }
 
 WindowSession::WindowSession(const Options &options, const GaugeLibrary &library,
                              HostSettings &settings)
-    : options(options)
+    : options(completed(options, settings))
     , settings(settings)
-    , cluster(options, library, useMph(options, settings))
+    , cluster(this->options, library, this->options.units == Options::Units::Mph)
     , tools(settings, *cluster.store, cluster.navigation)
     , message(cluster.navigation)
 {
@@ -117,11 +124,11 @@ bool WindowSession::activateStartupDashboard()
 void WindowSession::show()
 {
     if (options.mode == Options::Mode::Gallery) {
-        gallery = std::make_unique<GalleryWindow>(cluster.navigation, *cluster.engine,
-                                                  *cluster.store, cluster.vehicles, cluster.monitor,
-                                                  settings.telemetrySourceTitle());
+        gallery =
+            std::make_unique<GalleryWindow>(cluster.navigation, *cluster.engine, *cluster.store,
+                                            cluster.vehicles, cluster.monitor, telemetryTitle());
         connect(&settings, &HostSettings::languageChanged, gallery.get(),
-                [this] { gallery->setTelemetrySource(settings.telemetrySourceTitle()); });
+                [this] { gallery->setTelemetrySource(telemetryTitle()); });
         gallery->openGallery();
     } else {
         const QString path = options.viewPath;
@@ -132,7 +139,30 @@ void WindowSession::show()
         if (window != nullptr && options.size)
             window->resize(*options.size);
     }
-    cluster.startTelemetry();
+    const QStringList problems = cluster.startTelemetry();
+    for (const QString &problem : problems)
+        printError(problem);
+    if (!problems.isEmpty())
+        message.tell(problems.join(QLatin1Char('\n')));
+}
+
+QString WindowSession::telemetryTitle() const
+{
+    if (isTelemetryFile(options.telemetry))
+        return QFileInfo(options.telemetry).fileName();
+    return settings.titleOf(options.telemetry);
+}
+
+/// In the order in which the settings offer them.
+std::vector<TelemetrySourceChoice> telemetryChoices()
+{
+    return {
+        {QStringLiteral("demo"), QT_TRANSLATE_NOOP("TelemetrySources", "Demo lap")},
+        {QStringLiteral("auto"), QT_TRANSLATE_NOOP("TelemetrySources", "Any game that sends")},
+        {QStringLiteral("outgauge"), QT_TRANSLATE_NOOP("TelemetrySources", "OutGauge")},
+        {QStringLiteral("data-out"), QT_TRANSLATE_NOOP("TelemetrySources", "Data Out")},
+        {QStringLiteral("ego"), QT_TRANSLATE_NOOP("TelemetrySources", "EGO extradata")},
+    };
 }
 
 } // namespace
@@ -141,8 +171,7 @@ int runWindows(const Options &options, const GaugeLibrary &library)
 {
     const Termination termination;
     Translations translations;
-    HostSettings settings(
-        {{QStringLiteral("demo"), QT_TRANSLATE_NOOP("TelemetrySources", "Demo lap")}});
+    HostSettings settings(telemetryChoices());
     translations.use(settings.language());
     QObject::connect(&settings, &HostSettings::languageChanged, &settings,
                      [&] { translations.use(settings.language()); });

@@ -211,6 +211,28 @@
     </message>
 </context>
 <context>
+    <name>Dialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished">Abbrechen</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DocumentErrors</name>
+    <message>
+        <source>This window can&apos;t be shown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>FileDialog</name>
     <message>
         <source>Up</source>
@@ -247,6 +269,158 @@
     <message>
         <source>Home</source>
         <translation>Persönlicher Ordner</translation>
+    </message>
+</context>
+<context>
+    <name>Gallery</name>
+    <message>
+        <source>%1 copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New dashboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>That didn&apos;t work</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>GalleryHeader</name>
+    <message>
+        <source>Live picture of %1. Opens the dashboard&apos;s window.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No dashboard is on</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open the dashboard&apos;s window</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Active dashboard, live</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Active dashboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose a dashboard below</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Built-in</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Yours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>goes with no vehicle yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>goes with 1 vehicle</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>goes with %1 vehicles</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open window</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the dashboard in a window of its own</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit a copy of this dashboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open this dashboard in the editor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Vehicles</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the vehicles that this dashboard goes with</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation type="unfinished">Einstellungen</translation>
+    </message>
+    <message>
+        <source>Settings (Ctrl+,)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation type="unfinished">Hilfe</translation>
+    </message>
+    <message>
+        <source>Help (F1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>GalleryStatusBar</name>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No vehicle yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Vehicle: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dashboard: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>GalleryToolBar</name>
+    <message>
+        <source>Dashboards</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search names and vehicles</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+F; Escape clears</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New from template</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make a dashboard of your own from the template (Ctrl+N)</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -314,6 +488,257 @@
     </message>
 </context>
 <context>
+    <name>MessageDialog</name>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished">Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>MessageWindow</name>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished">OK</translation>
+    </message>
+</context>
+<context>
+    <name>NameDialog</name>
+    <message>
+        <source>This dashboard is no longer there.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name your copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Create and edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A new dashboard of your own, made from the template.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Built-in dashboards stay as they came. Your changes go into a copy.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name of the dashboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ProfileActions</name>
+    <message>
+        <source>Copying to “%1”…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Renaming to “%1”…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Removing “%1”…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter a name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is its name already.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is a dashboard with this name already.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ProfileCard</name>
+    <message>
+        <source>Built-in</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Yours</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no vehicle</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1 vehicle</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 vehicles</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, active, %2, %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2, %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No preview</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Active</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Actions for %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ProfileGrid</name>
+    <message>
+        <source>Dashboards</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing matches “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are no dashboards yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The search looks at the names of dashboards and of vehicles. Escape in the search field shows all again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start one of your own with “New from template”, or put the folder of a dashboard into Orvalentix/Halvorin/Dashboards in your documents and start the program again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Put the folder of a dashboard into Orvalentix/Halvorin/Dashboards in your documents and start the program again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ProfileMenu</name>
+    <message>
+        <source>It came with the program. Make a copy to change it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Activate</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is the active one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit a copy…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+E</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ctrl+D</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Vehicles…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rename…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>F2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RemoveDialog</name>
+    <message>
+        <source>Remove “%1”?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Its folder is deleted with all that is in it, which can&apos;t be undone:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Vehicles that then go with no dashboard: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is the active dashboard; another one takes its place.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SearchField</name>
+    <message>
+        <source>Clear</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>SettingsWindow</name>
     <message>
         <source>Units</source>
@@ -366,6 +791,71 @@
     <message>
         <source>%1 (no longer there)</source>
         <translation>%1 (nicht mehr da)</translation>
+    </message>
+</context>
+<context>
+    <name>TelemetrySources</name>
+    <message>
+        <source>Demo lap</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Any game that sends</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OutGauge</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Data Out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>EGO extradata</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TelemetryStatus</name>
+    <message>
+        <source>Live, %1 Hz</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Live</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Paused</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lost</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting for data</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>VehiclesDialog</name>
+    <message>
+        <source>Vehicles of “%1”</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished">Schließen</translation>
+    </message>
+    <message>
+        <source>When one of these is driven, this dashboard comes on.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It goes with no vehicle yet. A vehicle joins the dashboard that is active when it is driven for the first time, or that you activate while driving.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
