@@ -214,22 +214,11 @@
     <name>Dialog</name>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished">Abbrechen</translation>
+        <translation>Abbrechen</translation>
     </message>
     <message>
         <source>Hide</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>DocumentErrors</name>
-    <message>
-        <source>This window can&apos;t be shown</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Error</source>
-        <translation type="unfinished"></translation>
+        <translation>Ausblenden</translation>
     </message>
 </context>
 <context>
@@ -275,152 +264,152 @@
     <name>Gallery</name>
     <message>
         <source>%1 copy</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Kopie</translation>
     </message>
     <message>
         <source>New dashboard</source>
-        <translation type="unfinished"></translation>
+        <translation>Neues Dashboard</translation>
     </message>
     <message>
         <source>That didn&apos;t work</source>
-        <translation type="unfinished"></translation>
+        <translation>Das hat nicht geklappt</translation>
     </message>
 </context>
 <context>
     <name>GalleryHeader</name>
     <message>
         <source>Live picture of %1. Opens the dashboard&apos;s window.</source>
-        <translation type="unfinished"></translation>
+        <translation>Live-Bild von %1. Öffnet das Fenster des Dashboards.</translation>
     </message>
     <message>
         <source>No dashboard is on</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Dashboard ist aktiv</translation>
     </message>
     <message>
         <source>Open the dashboard&apos;s window</source>
-        <translation type="unfinished"></translation>
+        <translation>Fenster des Dashboards öffnen</translation>
     </message>
     <message>
         <source>Active dashboard, live</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktives Dashboard, live</translation>
     </message>
     <message>
         <source>Active dashboard</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktives Dashboard</translation>
     </message>
     <message>
         <source>Choose a dashboard below</source>
-        <translation type="unfinished"></translation>
+        <translation>Unten ein Dashboard auswählen</translation>
     </message>
     <message>
         <source>Built-in</source>
-        <translation type="unfinished"></translation>
+        <translation>Mitgeliefert</translation>
     </message>
     <message>
         <source>Yours</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigenes</translation>
     </message>
     <message>
         <source>goes with no vehicle yet</source>
-        <translation type="unfinished"></translation>
+        <translation>noch keinem Fahrzeug zugeordnet</translation>
     </message>
     <message>
         <source>goes with 1 vehicle</source>
-        <translation type="unfinished"></translation>
+        <translation>1 Fahrzeug zugeordnet</translation>
     </message>
     <message>
         <source>goes with %1 vehicles</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Fahrzeugen zugeordnet</translation>
     </message>
     <message>
         <source>Open window</source>
-        <translation type="unfinished"></translation>
+        <translation>Fenster öffnen</translation>
     </message>
     <message>
         <source>Show the dashboard in a window of its own</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Dashboard in einem eigenen Fenster zeigen</translation>
     </message>
     <message>
         <source>Edit</source>
-        <translation type="unfinished"></translation>
+        <translation>Bearbeiten</translation>
     </message>
     <message>
         <source>Edit a copy of this dashboard</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Kopie dieses Dashboards bearbeiten</translation>
     </message>
     <message>
         <source>Open this dashboard in the editor</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieses Dashboard im Editor öffnen</translation>
     </message>
     <message>
         <source>Vehicles</source>
-        <translation type="unfinished"></translation>
+        <translation>Fahrzeuge</translation>
     </message>
     <message>
         <source>Show the vehicles that this dashboard goes with</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Fahrzeuge zeigen, denen dieses Dashboard zugeordnet ist</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished">Einstellungen</translation>
+        <translation>Einstellungen</translation>
     </message>
     <message>
         <source>Settings (Ctrl+,)</source>
-        <translation type="unfinished"></translation>
+        <translation>Einstellungen (Strg+,)</translation>
     </message>
     <message>
         <source>Help</source>
-        <translation type="unfinished">Hilfe</translation>
+        <translation>Hilfe</translation>
     </message>
     <message>
         <source>Help (F1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Hilfe (F1)</translation>
     </message>
 </context>
 <context>
     <name>GalleryStatusBar</name>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2</translation>
     </message>
     <message>
         <source>No vehicle yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch kein Fahrzeug</translation>
     </message>
     <message>
         <source>Vehicle: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Fahrzeug: %1</translation>
     </message>
     <message>
         <source>Dashboard: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Dashboard: %1</translation>
     </message>
 </context>
 <context>
     <name>GalleryToolBar</name>
     <message>
         <source>Dashboards</source>
-        <translation type="unfinished"></translation>
+        <translation>Dashboards</translation>
     </message>
     <message>
         <source>%1 of %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 von %2</translation>
     </message>
     <message>
         <source>Search names and vehicles</source>
-        <translation type="unfinished"></translation>
+        <translation>Namen und Fahrzeuge suchen</translation>
     </message>
     <message>
         <source>Ctrl+F; Escape clears</source>
-        <translation type="unfinished"></translation>
+        <translation>Strg+F; Esc leert das Feld</translation>
     </message>
     <message>
         <source>New from template</source>
-        <translation type="unfinished"></translation>
+        <translation>Neu aus Vorlage</translation>
     </message>
     <message>
         <source>Make a dashboard of your own from the template (Ctrl+N)</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus der Vorlage ein eigenes Dashboard machen (Strg+N)</translation>
     </message>
 </context>
 <context>
@@ -491,251 +480,251 @@
     <name>MessageDialog</name>
     <message>
         <source>Close</source>
-        <translation type="unfinished">Schließen</translation>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
     <name>MessageWindow</name>
     <message>
         <source>OK</source>
-        <translation type="unfinished">OK</translation>
+        <translation>OK</translation>
     </message>
 </context>
 <context>
     <name>NameDialog</name>
     <message>
         <source>This dashboard is no longer there.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dieses Dashboard gibt es nicht mehr.</translation>
     </message>
     <message>
         <source>Rename “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ umbenennen</translation>
     </message>
     <message>
         <source>Name your copy</source>
-        <translation type="unfinished"></translation>
+        <translation>Name der Kopie</translation>
     </message>
     <message>
         <source>Copy “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ kopieren</translation>
     </message>
     <message>
         <source>Rename</source>
-        <translation type="unfinished"></translation>
+        <translation>Umbenennen</translation>
     </message>
     <message>
         <source>Create and edit</source>
-        <translation type="unfinished"></translation>
+        <translation>Anlegen und bearbeiten</translation>
     </message>
     <message>
         <source>Copy</source>
-        <translation type="unfinished"></translation>
+        <translation>Kopieren</translation>
     </message>
     <message>
         <source>A new dashboard of your own, made from the template.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein neues, eigenes Dashboard nach der Vorlage.</translation>
     </message>
     <message>
         <source>Built-in dashboards stay as they came. Your changes go into a copy.</source>
-        <translation type="unfinished"></translation>
+        <translation>Mitgelieferte Dashboards bleiben, wie sie sind. Ihre Änderungen kommen in eine Kopie.</translation>
     </message>
     <message>
         <source>Name</source>
-        <translation type="unfinished"></translation>
+        <translation>Name</translation>
     </message>
     <message>
         <source>Name of the dashboard</source>
-        <translation type="unfinished"></translation>
+        <translation>Name des Dashboards</translation>
     </message>
 </context>
 <context>
     <name>ProfileActions</name>
     <message>
         <source>Copying to “%1”…</source>
-        <translation type="unfinished"></translation>
+        <translation>Wird nach „%1“ kopiert …</translation>
     </message>
     <message>
         <source>Renaming to “%1”…</source>
-        <translation type="unfinished"></translation>
+        <translation>Wird in „%1“ umbenannt …</translation>
     </message>
     <message>
         <source>Removing “%1”…</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ wird entfernt …</translation>
     </message>
     <message>
         <source>Enter a name.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte einen Namen eingeben.</translation>
     </message>
     <message>
         <source>This is its name already.</source>
-        <translation type="unfinished"></translation>
+        <translation>So heißt es schon.</translation>
     </message>
     <message>
         <source>There is a dashboard with this name already.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Dashboard mit diesem Namen gibt es schon.</translation>
     </message>
 </context>
 <context>
     <name>ProfileCard</name>
     <message>
         <source>Built-in</source>
-        <translation type="unfinished"></translation>
+        <translation>Mitgeliefert</translation>
     </message>
     <message>
         <source>Yours</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigenes</translation>
     </message>
     <message>
         <source>no vehicle</source>
-        <translation type="unfinished"></translation>
+        <translation>kein Fahrzeug</translation>
     </message>
     <message>
         <source>1 vehicle</source>
-        <translation type="unfinished"></translation>
+        <translation>1 Fahrzeug</translation>
     </message>
     <message>
         <source>%1 vehicles</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Fahrzeuge</translation>
     </message>
     <message>
         <source>%1, active, %2, %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, aktiv, %2, %3</translation>
     </message>
     <message>
         <source>%1, %2, %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, %2, %3</translation>
     </message>
     <message>
         <source>No preview</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Vorschau</translation>
     </message>
     <message>
         <source>Active</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktiv</translation>
     </message>
     <message>
         <source>Actions for %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktionen für %1</translation>
     </message>
 </context>
 <context>
     <name>ProfileGrid</name>
     <message>
         <source>Dashboards</source>
-        <translation type="unfinished"></translation>
+        <translation>Dashboards</translation>
     </message>
     <message>
         <source>Nothing matches “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>Nichts passt zu „%1“</translation>
     </message>
     <message>
         <source>There are no dashboards yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt noch keine Dashboards</translation>
     </message>
     <message>
         <source>The search looks at the names of dashboards and of vehicles. Escape in the search field shows all again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Gesucht wird in den Namen von Dashboards und Fahrzeugen. Esc im Suchfeld zeigt wieder alle.</translation>
     </message>
     <message>
         <source>Start one of your own with “New from template”, or put the folder of a dashboard into Orvalentix/Halvorin/Dashboards in your documents and start the program again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Legen Sie mit „Neu aus Vorlage“ ein eigenes an, oder legen Sie den Ordner eines Dashboards in Ihren Dokumenten unter Orvalentix/Halvorin/Dashboards ab und starten Sie das Programm neu.</translation>
     </message>
     <message>
         <source>Put the folder of a dashboard into Orvalentix/Halvorin/Dashboards in your documents and start the program again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Legen Sie den Ordner eines Dashboards in Ihren Dokumenten unter Orvalentix/Halvorin/Dashboards ab und starten Sie das Programm neu.</translation>
     </message>
 </context>
 <context>
     <name>ProfileMenu</name>
     <message>
         <source>It came with the program. Make a copy to change it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es wurde mit dem Programm geliefert. Ändern lässt sich eine Kopie.</translation>
     </message>
     <message>
         <source>Activate</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktivieren</translation>
     </message>
     <message>
         <source>Enter</source>
-        <translation type="unfinished"></translation>
+        <translation>Eingabe</translation>
     </message>
     <message>
         <source>It is the active one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es ist schon aktiv.</translation>
     </message>
     <message>
         <source>Edit a copy…</source>
-        <translation type="unfinished"></translation>
+        <translation>Kopie bearbeiten …</translation>
     </message>
     <message>
         <source>Edit</source>
-        <translation type="unfinished"></translation>
+        <translation>Bearbeiten</translation>
     </message>
     <message>
         <source>Ctrl+E</source>
-        <translation type="unfinished"></translation>
+        <translation>Strg+E</translation>
     </message>
     <message>
         <source>Copy…</source>
-        <translation type="unfinished"></translation>
+        <translation>Kopieren …</translation>
     </message>
     <message>
         <source>Ctrl+D</source>
-        <translation type="unfinished"></translation>
+        <translation>Strg+D</translation>
     </message>
     <message>
         <source>Vehicles…</source>
-        <translation type="unfinished"></translation>
+        <translation>Fahrzeuge …</translation>
     </message>
     <message>
         <source>Rename…</source>
-        <translation type="unfinished"></translation>
+        <translation>Umbenennen …</translation>
     </message>
     <message>
         <source>F2</source>
-        <translation type="unfinished"></translation>
+        <translation>F2</translation>
     </message>
     <message>
         <source>Remove…</source>
-        <translation type="unfinished"></translation>
+        <translation>Entfernen …</translation>
     </message>
     <message>
         <source>Del</source>
-        <translation type="unfinished"></translation>
+        <translation>Entf</translation>
     </message>
 </context>
 <context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove “%1”?</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ entfernen?</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Entfernen</translation>
     </message>
     <message>
         <source>Its folder is deleted with all that is in it, which can&apos;t be undone:</source>
-        <translation type="unfinished"></translation>
+        <translation>Sein Ordner wird mit allem darin gelöscht. Das lässt sich nicht rückgängig machen:</translation>
     </message>
     <message>
         <source>Vehicles that then go with no dashboard: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Fahrzeuge, die dann keinem Dashboard zugeordnet sind: %1</translation>
     </message>
     <message>
         <source>and %1 more</source>
-        <translation type="unfinished"></translation>
+        <translation>und %1 weitere</translation>
     </message>
     <message>
         <source>It is the active dashboard; another one takes its place.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es ist das aktive Dashboard; ein anderes tritt an seine Stelle.</translation>
     </message>
 </context>
 <context>
     <name>SearchField</name>
     <message>
         <source>Clear</source>
-        <translation type="unfinished"></translation>
+        <translation>Leeren</translation>
     </message>
 </context>
 <context>
@@ -797,65 +786,49 @@
     <name>TelemetrySources</name>
     <message>
         <source>Demo lap</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Any game that sends</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>OutGauge</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Data Out</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>EGO extradata</source>
-        <translation type="unfinished"></translation>
+        <translation>Demorunde</translation>
     </message>
 </context>
 <context>
     <name>TelemetryStatus</name>
     <message>
         <source>Live, %1 Hz</source>
-        <translation type="unfinished"></translation>
+        <translation>Live, %1 Hz</translation>
     </message>
     <message>
         <source>Live</source>
-        <translation type="unfinished"></translation>
+        <translation>Live</translation>
     </message>
     <message>
         <source>Paused</source>
-        <translation type="unfinished"></translation>
+        <translation>Pausiert</translation>
     </message>
     <message>
         <source>Lost</source>
-        <translation type="unfinished"></translation>
+        <translation>Verloren</translation>
     </message>
     <message>
         <source>Waiting for data</source>
-        <translation type="unfinished"></translation>
+        <translation>Warten auf Daten</translation>
     </message>
 </context>
 <context>
     <name>VehiclesDialog</name>
     <message>
         <source>Vehicles of “%1”</source>
-        <translation type="unfinished"></translation>
+        <translation>Fahrzeuge von „%1“</translation>
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished">Schließen</translation>
+        <translation>Schließen</translation>
     </message>
     <message>
         <source>When one of these is driven, this dashboard comes on.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wird eines davon gefahren, erscheint dieses Dashboard.</translation>
     </message>
     <message>
         <source>It goes with no vehicle yet. A vehicle joins the dashboard that is active when it is driven for the first time, or that you activate while driving.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es ist noch keinem Fahrzeug zugeordnet. Ein Fahrzeug kommt zu dem Dashboard, das bei seiner ersten Fahrt aktiv ist oder das Sie während der Fahrt aktivieren.</translation>
     </message>
 </context>
 <context>
