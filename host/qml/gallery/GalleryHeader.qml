@@ -2,7 +2,7 @@ import QtQuick 2.15
 import Gauge.Host 1.0
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-/// The active dashboard, live, and what can be done with it.
+// The active dashboard, live, and what can be done with it.
 FocusScope {
     id: root
 

@@ -1,13 +1,13 @@
 import QtQuick 2.15
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-/// The heading of the cards, with the search and what is under way.
+// The heading of the cards, with the search and what is under way.
 FocusScope {
     id: root
 
     property Item actions
 
-    /// The keyboard goes on among the cards.
+    // The keyboard goes on among the cards.
     signal finished
 
     function startSearch() {

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-/// Asks for the name of a copy or for a new name, and stays until the store has accepted it.
+// Asks for the name of a copy or for a new name, and stays until the store has accepted it.
 HLVN.Dialog {
     id: root
 
@@ -9,13 +9,13 @@ HLVN.Dialog {
     property bool renames: false
     property bool edits: false
     property bool waiting: false
-    property string refusal: "" ///< What the store said to this name.
+    property string refusal: "" // What the store said to this name.
     property bool gone: false
     readonly property string problem: gone ? qsTr("This dashboard is no longer there.")
                                            : gallery_actions.nameProblem(field.text.trim(),
                                                                          renames ? profile.name : "")
 
-    /// A copy is there.
+    // A copy is there.
     signal made(int id, string document)
 
     function askForCopy(newProfile, proposal, thenEdits) {

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-/// One dashboard. Two hundred of these scroll by, so each is made of little.
+// One dashboard. Two hundred of these scroll by, so each is made of little.
 Item {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-/// The cards, or why there are none.
+// The cards, or why there are none.
 FocusScope {
     id: root
 

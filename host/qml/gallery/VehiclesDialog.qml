@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-/// The vehicles that a dashboard goes with.
+// The vehicles that a dashboard goes with.
 HLVN.Dialog {
     id: root
 

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 
-/// A context menu.
+// A context menu.
 T.Menu {
     id: root
 

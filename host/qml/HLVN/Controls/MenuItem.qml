@@ -1,12 +1,12 @@
 import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 
-/// An entry of a menu, with its key at the right. One that can't be used says why.
+// An entry of a menu, with its key at the right. One that can't be used says why.
 T.MenuItem {
     id: root
 
     property string shortcut: ""
-    property string reason: "" ///< Shown under the pointer while the entry is disabled.
+    property string reason: "" // Shown under the pointer while the entry is disabled.
 
     implicitWidth: parent ? parent.width : 200 * qt_scale
     implicitHeight: 34 * qt_scale
