@@ -5,6 +5,8 @@ FocusScope {
     id: root
 
     readonly property bool narrow: width < 900 * qt_scale
+    readonly property bool asking: nameDialog.visible || removeDialog.visible || vehiclesDialog.visible
+                                   || messageDialog.visible
     readonly property bool low: height < 640 * qt_scale
 
     function openWindow() {

@@ -52,7 +52,7 @@ FocusScope {
         delegate: ProfileCard {
             width: grid.cellWidth
             height: grid.cellHeight
-            focused: GridView.isCurrentItem && grid.activeFocus
+            focused: GridView.isCurrentItem && (grid.activeFocus || menu.visible)
             onActivated: {
                 grid.currentIndex = index
                 grid.forceActiveFocus(Qt.MouseFocusReason)
@@ -163,7 +163,11 @@ FocusScope {
         id: menu
 
         actions: root.actions
-        onClosed: grid.forceActiveFocus()
+        onClosed: {
+            // A dialog that it led to has the keyboard already.
+            if (!root.actions.asking)
+                grid.forceActiveFocus()
+        }
     }
 
     Connections {

@@ -135,6 +135,24 @@ private Q_SLOTS:
         QVERIFY(item("objectName", text("grid"))->hasActiveFocus());
     }
 
+    void aDialogFromTheMenuGetsTheKeyboard()
+    {
+        open();
+        focusCard(mine);
+        press(Qt::Key_Menu);
+        QTRY_VERIFY(item("objectName", text("menuRename")) != nullptr);
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(item("objectName", text("grid"))->hasActiveFocus());
+        press(Qt::Key_Menu);
+        QTRY_VERIFY(item("objectName", text("menuRename")) != nullptr);
+        click(item("objectName", text("menuRename")));
+        QTRY_VERIFY(item("objectName", text("menuRename")) == nullptr);
+        type("Bus");
+        press(Qt::Key_Return);
+        QTRY_COMPARE(store->calls(), QStringList{text("2 1 Bus")});
+        QTRY_VERIFY(item("objectName", text("grid"))->hasActiveFocus());
+    }
+
     void removesOnlyAfterAQuestionThatNamesTheLoss()
     {
         open();
