@@ -24,8 +24,6 @@ FocusScope {
     Rectangle {
         id: frame
 
-        readonly property bool focused: activeFocus
-
         anchors { left: parent.left; top: parent.top; margins: ux.spacing * 2 }
         height: parent.height - ux.spacing * 4
         width: Math.round(height * 480 / 272)
@@ -55,11 +53,7 @@ FocusScope {
             color: ux.textDarkColor
         }
 
-        Rectangle {
-            anchors { fill: parent; margins: -3 }
-            color: "transparent"
-            radius: ux.radius
-            border { width: 2; color: ux.accentColor }
+        HLVN.FocusFrame {
             visible: frame.activeFocus
         }
 

@@ -12,6 +12,8 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
+#include <algorithm>
+
 namespace {
 
 /// A store of names, and of nothing behind them.
@@ -87,6 +89,7 @@ private Q_SLOTS:
 
     void everythingIsReachedByKeyboard()
     {
+        QCOMPARE(focusFrames(), 1);
         keys({Qt::Key_Down, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Tab,
               Qt::Key_Down});
         QVERIFY(settings->useMph());
@@ -159,6 +162,15 @@ private:
     QQuickItem *item(const char *name) const
     {
         return window->rootObject()->findChild<QQuickItem *>(QLatin1String(name));
+    }
+
+    int focusFrames() const
+    {
+        const QList<QQuickItem *> items = window->rootObject()->findChildren<QQuickItem *>();
+        return static_cast<int>(std::count_if(items.begin(), items.end(), [](QQuickItem *item) {
+            return item->isVisible() &&
+                   QByteArray(item->metaObject()->className()).startsWith("FocusFrame");
+        }));
     }
 
     QString shown(const char *name) const { return item(name)->property("displayText").toString(); }

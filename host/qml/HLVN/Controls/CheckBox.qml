@@ -46,7 +46,7 @@ T.CheckBox {
         }
 
         FocusFrame {
-            visible: root.visualFocus
+            visible: root.activeFocus && root.focusReason !== Qt.MouseFocusReason
         }
     }
 

@@ -87,7 +87,7 @@ T.ComboBox {
         border.color: ux.itemBorderColor
 
         FocusFrame {
-            visible: root.visualFocus
+            visible: root.activeFocus && root.focusReason !== Qt.MouseFocusReason
         }
     }
 

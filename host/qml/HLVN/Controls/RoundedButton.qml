@@ -40,7 +40,7 @@ T.Button {
         border.color: ux.itemBorderColor
 
         FocusFrame {
-            visible: root.visualFocus
+            visible: root.activeFocus && root.focusReason !== Qt.MouseFocusReason
         }
     }
 

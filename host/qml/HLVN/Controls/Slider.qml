@@ -54,7 +54,7 @@ T.Slider {
         color: root.pressed ? ux.textDarkColor : ux.textLightColor
 
         FocusFrame {
-            visible: root.visualFocus
+            visible: root.activeFocus && root.focusReason !== Qt.MouseFocusReason
             radius: width / 2
         }
     }
