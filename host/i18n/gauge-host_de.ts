@@ -259,6 +259,10 @@
         <source>Home</source>
         <translation>Persönlicher Ordner</translation>
     </message>
+    <message>
+        <source>There is no file “%1”.</source>
+        <translation>Es gibt keine Datei „%1“.</translation>
+    </message>
 </context>
 <context>
     <name>Gallery</name>
@@ -397,7 +401,7 @@
     </message>
     <message>
         <source>Search names and vehicles</source>
-        <translation>Namen und Fahrzeuge suchen</translation>
+        <translation>Namen, Fahrzeuge suchen</translation>
     </message>
     <message>
         <source>Ctrl+F; Escape clears</source>

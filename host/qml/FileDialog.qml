@@ -9,11 +9,16 @@ Rectangle {
     id: root
 
     property string typedName
+    property string problem
+    readonly property string folderPath: qt_window.nativePath(files.folder)
+    readonly property bool pathEdited: path.text !== folderPath
 
     color: ux.windowBackground
 
     function goTo(folder) {
+        problem = ""
         files.folder = folder
+        path.text = Qt.binding(() => folderPath)
         list.currentIndex = 0
         list.forceActiveFocus()
     }
@@ -25,7 +30,20 @@ Rectangle {
         if (files.isFolder(index))
             goTo(address)
         else
-            qt_window.accept(address)
+            choose(address)
+    }
+
+    function openTyped() {
+        const address = qt_window.typed(path.text, files.folder)
+        if (qt_window.isFolder(address))
+            goTo(address)
+        else
+            choose(address)
+    }
+
+    function choose(address) {
+        if (!qt_window.accept(address))
+            problem = qsTr("There is no file \u201c%1\u201d.").arg(qt_window.nativePath(address))
     }
 
     function goUp() {
@@ -85,16 +103,10 @@ Rectangle {
             id: path
 
             width: parent.width - upButton.width - parent.spacing
-            text: qt_window.nativePath(files.folder)
+            text: root.folderPath
             Accessible.name: qsTr("Path")
-            onAccepted: {
-                const address = qt_window.typed(text, files.folder)
-                if (qt_window.isFolder(address))
-                    root.goTo(address)
-                else
-                    qt_window.accept(address)
-                text = Qt.binding(() => qt_window.nativePath(files.folder))
-            }
+            onTextEdited: root.problem = ""
+            onAccepted: root.openTyped()
         }
     }
 
@@ -201,12 +213,17 @@ Rectangle {
         Label {
             anchors.left: parent.left
             anchors.leftMargin: ux.spacing
+            anchors.right: buttons.left
+            anchors.rightMargin: ux.spacing
             anchors.verticalCenter: parent.verticalCenter
-            color: ux.textDarkColor
-            text: qt_window.filter
+            elide: Text.ElideMiddle
+            color: root.problem !== "" ? ux.dangerColor : ux.textDarkColor
+            text: root.problem !== "" ? root.problem : qt_window.filter
         }
 
         Row {
+            id: buttons
+
             anchors.right: parent.right
             anchors.rightMargin: ux.spacing
             anchors.verticalCenter: parent.verticalCenter
@@ -219,9 +236,14 @@ Rectangle {
 
             RoundedButton {
                 primary: true
-                enabled: list.currentIndex >= 0 && files.count > 0
+                enabled: root.pathEdited || (list.currentIndex >= 0 && files.count > 0)
                 text: qsTr("Open")
-                onClicked: root.open(list.currentIndex)
+                onClicked: {
+                    if (root.pathEdited)
+                        root.openTyped()
+                    else
+                        root.open(list.currentIndex)
+                }
             }
         }
     }

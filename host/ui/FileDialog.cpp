@@ -75,12 +75,13 @@ QVariantList FileDialog::places()
     return list;
 }
 
-void FileDialog::accept(const QUrl &file)
+bool FileDialog::accept(const QUrl &file)
 {
     if (!QFileInfo(file.toLocalFile()).isFile())
-        return;
+        return false;
     chosen = file.toLocalFile();
     close();
+    return true;
 }
 
 QUrl FileDialog::typed(const QString &path, const QUrl &folder)

@@ -33,8 +33,8 @@ public:
     /// Folders that are worth a click: maps with "name" and "folder".
     static QVariantList places();
 
-    /// Chooses the file, or does nothing if there is none.
-    Q_INVOKABLE void accept(const QUrl &file);
+    /// Chooses the file and closes. False if there is none.
+    Q_INVOKABLE bool accept(const QUrl &file);
 
     /// What a text typed as a path stands for: the folder's address, or the file's.
     Q_INVOKABLE static QUrl typed(const QString &path, const QUrl &folder);

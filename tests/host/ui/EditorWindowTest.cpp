@@ -103,6 +103,10 @@ private Q_SLOTS:
             auto *view = qobject_cast<QQuickView *>(dialog);
             QQuickItem *path = ViewBench::find(view->rootObject(), "selectByMouse", true);
             path->forceActiveFocus();
+            path->setProperty("text", chosen + QLatin1Char('x'));
+            QTest::keyClick(dialog, Qt::Key_Return);
+            QVERIFY(view->rootObject()->property("problem").toString().contains(chosen));
+            QCOMPARE(path->property("text").toString(), chosen + QLatin1Char('x'));
             path->setProperty("text", QFileInfo(chosen).path());
             QTest::keyClick(dialog, Qt::Key_Return);
             const QQuickItem *list = ViewBench::find(view->rootObject(), "currentIndex", 0);
@@ -114,6 +118,17 @@ private Q_SLOTS:
         press(button(window, "..."));
         QVERIFY(code->isEnabled());
         QVERIFY(ViewBench::find(window->rootObject(), "text", chosen) != nullptr);
+
+        // What has been typed goes before what lies under the list's cursor.
+        const QString other = folder.filePath(QStringLiteral("deeper/Other.qml"));
+        QVERIFY(QFile::copy(chosen, other));
+        answerDialog([&other](QWindow *dialog) {
+            auto *view = qobject_cast<QQuickView *>(dialog);
+            ViewBench::find(view->rootObject(), "selectByMouse", true)->setProperty("text", other);
+            press(ViewBench::find(view->rootObject(), "primary", true));
+        });
+        press(button(window, "..."));
+        QVERIFY(ViewBench::find(window->rootObject(), "text", other) != nullptr);
     }
 
     void everyRoadClosesItAlone()
