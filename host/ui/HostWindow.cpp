@@ -39,8 +39,9 @@ HostWindow::HostWindow(const QString &name, Navigation &navigation)
     , name(name)
     , navigator(navigation)
     , place(WindowPlace::load(name))
-    , sizeRemembered(place.fitOntoScreens())
 {
+    place.fitToScreens();
+    sizeRemembered = !place.geometry.isNull();
     engine()->setParent(this);
     setResizeMode(SizeRootObjectToView);
     rootContext()->setContextProperty(QStringLiteral("qt_window"), this);
@@ -180,7 +181,8 @@ void HostWindow::restoreFullScreen()
 void HostWindow::placeInTheMiddle()
 {
     const QWindow *parent = transientParent();
-    const QRect available = (parent != nullptr ? parent->screen() : screen())->availableGeometry();
+    const QRect available = WindowPlace::room(
+        (parent != nullptr ? parent->screen() : screen())->availableGeometry());
     const QSize wanted = sizeRemembered ? place.geometry.size() : size();
     QRect geometry(QPoint(), wanted.boundedTo(available.size()));
     geometry.moveCenter((parent != nullptr ? parent->geometry() : available).center());

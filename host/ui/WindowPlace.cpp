@@ -1,5 +1,8 @@
 #include "ui/WindowPlace.h"
 
+#include "ui/UiEngine.h"
+
+#include <QtCore/QMargins>
 #include <QtCore/QSettings>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
@@ -17,12 +20,11 @@ QString key(const QString &window, const char *value)
 
 WindowPlace WindowPlace::load(const QString &window)
 {
-    constexpr int Farthest = 65'536;
+    constexpr int LargestSide = 16'384;
     const QSettings settings;
     WindowPlace place;
     const QRect geometry = settings.value(key(window, "geometry")).toRect();
-    const QRect reachable(QPoint(-Farthest, -Farthest), QPoint(Farthest, Farthest));
-    if (geometry.isValid() && reachable.contains(geometry))
+    if (geometry.isValid() && geometry.width() <= LargestSide && geometry.height() <= LargestSide)
         place.geometry = geometry;
     place.fullScreen = settings.value(key(window, "fullScreen")).toBool();
     place.stayOnTop = settings.value(key(window, "stayOnTop")).toBool();
@@ -38,24 +40,24 @@ void WindowPlace::save(const QString &window) const
     settings.setValue(key(window, "stayOnTop"), stayOnTop);
 }
 
-bool WindowPlace::fitOntoScreens()
+void WindowPlace::fitToScreens()
 {
     constexpr int EnoughToGrab = 64;
+    const QRect desktop = QGuiApplication::primaryScreen()->availableVirtualGeometry();
+    if (geometry.width() > desktop.width() || geometry.height() > desktop.height())
+        geometry = geometry.intersected(room(desktop));
     const QList<QScreen *> screens = QGuiApplication::screens();
-    const auto shows = [this](const QScreen *screen) {
+    const bool seen = std::any_of(screens.begin(), screens.end(), [this](const QScreen *screen) {
         const QRect visible = screen->availableGeometry().intersected(geometry);
         return visible.width() >= EnoughToGrab && visible.height() >= EnoughToGrab;
-    };
-    const auto screen = std::find_if(screens.begin(), screens.end(), shows);
-    if (geometry.isNull() || screen == screens.end())
-        return false;
-    const QRect whole = (*screen)->availableVirtualGeometry();
-    if (geometry.width() > whole.width() || geometry.height() > whole.height()) {
-        geometry.setSize(geometry.size().boundedTo(whole.size()));
-        geometry.moveLeft(
-            std::clamp(geometry.x(), whole.left(), whole.right() + 1 - geometry.width()));
-        geometry.moveTop(
-            std::clamp(geometry.y(), whole.top(), whole.bottom() + 1 - geometry.height()));
-    }
-    return true;
+    });
+    if (!seen)
+        geometry = QRect();
+}
+
+QRect WindowPlace::room(const QRect &available)
+{
+    // How thick a frame is, the desktop tells only once it has drawn it.
+    const int frame = qRound(32 * UiEngine::scale());
+    return available.marginsRemoved({frame, frame, frame, frame});
 }

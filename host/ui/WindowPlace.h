@@ -14,7 +14,10 @@ struct WindowPlace
     static WindowPlace load(const QString &window);
     void save(const QString &window) const;
 
-    /// Cuts off what is larger than all screens together. False if the place is unknown, or not
-    /// enough of the window would lie on a screen to be seen and dragged.
-    bool fitOntoScreens();
+    /// Makes a geometry that is larger than the desktop smaller, and one unknown of which too
+    /// little would lie on a screen to be seen and dragged.
+    void fitToScreens();
+
+    /// What windows may fill at most, with room for their frames, of a part of the desktop.
+    static QRect room(const QRect &available);
 };

@@ -4,6 +4,7 @@
 #include "ui/Navigation.h"
 
 #include <QtGui/QDesktopServices>
+#include <QtGui/QScreen>
 #include <QtQuick/QQuickItem>
 #include <QtTest/QtTest>
 
@@ -34,6 +35,28 @@ private Q_SLOTS:
     {
         window.reset();
         home.reset();
+    }
+
+    void itsFrameFindsRoomOnTheScreen_data()
+    {
+        QTest::addColumn<QRect>("saved");
+        QTest::newRow("from a larger screen") << QRect(100, 100, 5000, 3000);
+        QTest::newRow("all around") << QRect(-500, -500, 9000, 9000);
+        QTest::newRow("the first time") << QRect();
+    }
+
+    void itsFrameFindsRoomOnTheScreen()
+    {
+        QFETCH(QRect, saved);
+        WindowPlace place;
+        place.geometry = saved;
+        place.save(QStringLiteral("Large"));
+        HostWindow large(QStringLiteral("Large"), navigation);
+        large.setInitialSize(5000, 3000);
+        large.open(QUrl(QStringLiteral("qrc:/qml/HLVN/Controls/Label.qml")));
+        QVERIFY(QTest::qWaitForWindowExposed(&large));
+        const QRect screen = large.screen()->availableGeometry();
+        QTRY_VERIFY(WindowPlace::room(screen).contains(large.geometry()));
     }
 
     void theGuidesHeadingsAreTheContents()
