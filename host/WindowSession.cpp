@@ -16,6 +16,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QTimer>
+#include <QtCore/QVariant>
 #include <QtGui/QGuiApplication>
 
 #include <chrono>
@@ -37,9 +38,10 @@ public:
     bool start();
 
     /// Shows what they ask for, and the views that were open before.
-    void resume(const QStringList &views);
+    void resume(const QVariantMap &views);
 
-    QStringList openViews() const { return cluster.navigation.openViews(); }
+    /// The views on screen: their arguments by their names.
+    QVariantMap openViews() const;
 
 private:
     bool activateStartupDashboard();
@@ -100,12 +102,21 @@ bool WindowSession::start()
     return true;
 }
 
-void WindowSession::resume(const QStringList &views)
+void WindowSession::resume(const QVariantMap &views)
 {
     cluster.chooseDashboard();
     show();
-    for (const QString &view : views)
-        cluster.navigation.showView(view);
+    for (auto view = views.begin(); view != views.end(); ++view)
+        cluster.navigation.showView(view.key(), view.value());
+}
+
+QVariantMap WindowSession::openViews() const
+{
+    QVariantMap views;
+    const QStringList names = cluster.navigation.openViews();
+    for (const QString &name : names)
+        views.insert(name, cluster.navigation.window(name)->argument());
+    return views;
 }
 
 /// False if there is none in the settings, or if it is active already.
@@ -181,7 +192,7 @@ int runWindows(const Options &options, const GaugeLibrary &library)
         return 1;
     int code = QGuiApplication::exec();
     while (code == RestartCode && !Termination::requested()) {
-        const QStringList views = session->openViews();
+        const QVariantMap views = session->openViews();
         session.reset();
         session = std::make_unique<WindowSession>(options, library, settings);
         session->resume(views);

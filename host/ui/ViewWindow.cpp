@@ -88,6 +88,11 @@ void ViewWindow::setArgument(const QVariant &argument)
     viewModel->setArgument(nullptr, 0, argument);
 }
 
+QVariant ViewWindow::argument() const
+{
+    return viewModel->asQObject()->property("path");
+}
+
 void ViewWindow::restoreFullScreen()
 {
     switchFullScreen(true);

@@ -32,6 +32,9 @@ public:
     /// for a dialog, as soon as that has returned.
     void end();
 
+    /// The argument that would show the same again: the file, if the view has one.
+    QVariant argument() const;
+
 protected:
     void restoreFullScreen() override;
     void keyPressEvent(QKeyEvent *event) override;

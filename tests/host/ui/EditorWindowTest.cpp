@@ -129,6 +129,7 @@ private Q_SLOTS:
         });
         press(button(window, "..."));
         QVERIFY(ViewBench::find(window->rootObject(), "text", other) != nullptr);
+        QCOMPARE(window->argument(), QVariant(other));
     }
 
     void everyRoadClosesItAlone()
