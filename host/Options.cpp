@@ -46,7 +46,7 @@ struct Declared
     QCommandLineOption size{
         QStringLiteral("size"),
         QStringLiteral("Size in pixels, 2x2 to 16384x16384: of the frames (default: 480x272), or "
-                       "of the window at first (default: 960x544)."),
+                       "of the view's window (default: as it was left)."),
         QStringLiteral("WxH")};
     QCommandLineOption upsideDown{QStringLiteral("upside-down"),
                                   QStringLiteral("Turn the frames by 180 degrees.")};

@@ -30,7 +30,7 @@ struct Options
     QString viewPath;          ///< A file for that view; empty for none.
     QString framesDirectory;   ///< Where the PNG files go.
     int frameCount = 250;      ///< Ten seconds at the engine's full rate.
-    std::optional<QSize> size; ///< Of the frames, or of the view's window at first, in pixels.
+    std::optional<QSize> size; ///< Of the frames, or of the view's window, in pixels.
     bool upsideDown = false;
     QString dashboard; ///< A QML file, or a profile's name or id; empty leaves it to the store.
     QString output;    ///< Mode `Preview`: the file to write; empty for the usual one.
