@@ -98,7 +98,6 @@ private:
     void save(const QString &key, const QString &value);
     void setProblem(Problem problem, bool present);
     bool isSource(const QString &name) const;
-    void changeSessionPart(bool useMph, const QString &sourceName);
 
     const std::vector<TelemetrySourceChoice> sources;
     bool mph = false;
