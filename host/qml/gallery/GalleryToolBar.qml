@@ -50,7 +50,7 @@ FocusScope {
             id: search
 
             objectName: "search"
-            width: (root.actions.narrow ? 200 : 280) * qt_scale
+            width: (root.actions.narrow ? 240 : 280) * qt_scale
             placeholderText: qsTr("Search names and vehicles")
             toolTip: qsTr("Ctrl+F; Escape clears")
             onTextChanged: gallery_model.searchText = text

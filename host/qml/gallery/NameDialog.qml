@@ -11,6 +11,7 @@ HLVN.Dialog {
     property bool waiting: false
     property string refusal: "" // What the store said to this name.
     property bool gone: false
+    property string proposed
     readonly property string problem: gone ? qsTr("This dashboard is no longer there.")
                                            : gallery_actions.nameProblem(field.text.trim(),
                                                                          renames ? profile.name : "")
@@ -37,6 +38,7 @@ HLVN.Dialog {
     function start(newProfile, proposal) {
         profile = newProfile
         gone = false
+        proposed = proposal
         field.text = proposal
         field.selectAll()
         refusal = ""
@@ -96,7 +98,8 @@ HLVN.Dialog {
             height: Math.max(implicitHeight, ux.h4FontSize * 1.4)
             wrapMode: Text.Wrap
             textFormat: Text.PlainText
-            color: ux.dangerColor
+            // Before anything has been typed nothing is wrong yet.
+            color: root.refusal === "" && field.text === root.proposed ? ux.textDarkColor : ux.dangerColor
             text: root.waiting ? "" : root.refusal !== "" ? root.refusal : root.problem
         }
     }

@@ -99,9 +99,8 @@ Item {
             topMargin: ux.spacing * 0.75
         }
         text: root.name
-        textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         elide: Text.ElideRight
-        maximumLineCount: 1
         font.weight: Font.Bold
     }
 
