@@ -68,11 +68,11 @@ void HostWindow::open(const QUrl &document)
         setFlag(Qt::FramelessWindowHint, false);
         setSource(QUrl(QStringLiteral("qrc:/qml/DocumentErrors.qml")));
     }
+    // A document's least size may be too much for a small screen at a large scale.
+    setMinimumSize(minimumSize().boundedTo(room().size()));
     // A dialog belongs above its window, wherever that stood the last time.
-    if (sizeRemembered && transientParent() == nullptr)
-        setGeometry(place.geometry);
-    else
-        placeInTheMiddle();
+    const bool whereItWas = sizeRemembered && transientParent() == nullptr;
+    setGeometry(fitted(whereItWas ? place.geometry : inTheMiddle()));
     if (place.fullScreen)
         restoreFullScreen();
     else
@@ -178,19 +178,38 @@ void HostWindow::restoreFullScreen()
     showFullScreen();
 }
 
-void HostWindow::placeInTheMiddle()
+QRect HostWindow::room() const
 {
     const QWindow *parent = transientParent();
-    const QRect available = WindowPlace::room(
-        (parent != nullptr ? parent->screen() : screen())->availableGeometry());
+    return WindowPlace::room((parent != nullptr ? parent : this)->screen()->availableGeometry());
+}
+
+/// Of the screen, or of the window below.
+QRect HostWindow::inTheMiddle() const
+{
+    const QWindow *parent = transientParent();
+    const QRect limits = room();
     const QSize wanted = sizeRemembered ? place.geometry.size() : size();
-    QRect geometry(QPoint(), wanted.boundedTo(available.size()));
-    geometry.moveCenter((parent != nullptr ? parent->geometry() : available).center());
-    geometry.moveRight(std::min(geometry.right(), available.right()));
-    geometry.moveBottom(std::min(geometry.bottom(), available.bottom()));
-    geometry.moveLeft(std::max(geometry.left(), available.left()));
-    geometry.moveTop(std::max(geometry.top(), available.top()));
-    setGeometry(geometry);
+    QRect geometry(QPoint(), wanted.boundedTo(limits.size()));
+    geometry.moveCenter((parent != nullptr ? parent->geometry() : limits).center());
+    geometry.moveRight(std::min(geometry.right(), limits.right()));
+    geometry.moveBottom(std::min(geometry.bottom(), limits.bottom()));
+    geometry.moveLeft(std::max(geometry.left(), limits.left()));
+    geometry.moveTop(std::max(geometry.top(), limits.top()));
+    return geometry;
+}
+
+/// Of the least size or more. What grows by that stays on the screen.
+QRect HostWindow::fitted(QRect geometry) const
+{
+    const QSize size = geometry.size().expandedTo(minimumSize());
+    if (size == geometry.size())
+        return geometry;
+    geometry.setSize(size);
+    const QRect limits = room();
+    geometry.moveRight(std::min(geometry.right(), limits.right()));
+    geometry.moveBottom(std::min(geometry.bottom(), limits.bottom()));
+    return geometry;
 }
 
 void HostWindow::rememberPlace()

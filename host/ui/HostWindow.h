@@ -91,7 +91,9 @@ protected:
 private:
     friend class WaitingDocument;
 
-    void placeInTheMiddle();
+    QRect room() const;
+    QRect inTheMiddle() const;
+    QRect fitted(QRect geometry) const;
     void rememberPlace();
 
     const QString name;

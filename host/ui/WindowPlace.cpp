@@ -20,11 +20,12 @@ QString key(const QString &window, const char *value)
 
 WindowPlace WindowPlace::load(const QString &window)
 {
-    constexpr int LargestSide = 16'384;
+    constexpr int Farthest = 65'536;
     const QSettings settings;
     WindowPlace place;
     const QRect geometry = settings.value(key(window, "geometry")).toRect();
-    if (geometry.isValid() && geometry.width() <= LargestSide && geometry.height() <= LargestSide)
+    const QRect reachable(QPoint(-Farthest, -Farthest), QPoint(Farthest, Farthest));
+    if (geometry.isValid() && reachable.contains(geometry))
         place.geometry = geometry;
     place.fullScreen = settings.value(key(window, "fullScreen")).toBool();
     place.stayOnTop = settings.value(key(window, "stayOnTop")).toBool();

@@ -42,6 +42,7 @@ private Q_SLOTS:
         QTest::addColumn<QRect>("saved");
         QTest::newRow("from a larger screen") << QRect(100, 100, 5000, 3000);
         QTest::newRow("all around") << QRect(-500, -500, 9000, 9000);
+        QTest::newRow("smaller than it may be") << QRect(700, 500, 200, 200);
         QTest::newRow("the first time") << QRect();
     }
 
@@ -52,6 +53,7 @@ private Q_SLOTS:
         place.geometry = saved;
         place.save(QStringLiteral("Large"));
         HostWindow large(QStringLiteral("Large"), navigation);
+        large.setMinimumSize(QSize(1000, 3000));
         large.setInitialSize(5000, 3000);
         large.open(QUrl(QStringLiteral("qrc:/qml/HLVN/Controls/Label.qml")));
         QVERIFY(QTest::qWaitForWindowExposed(&large));
