@@ -257,7 +257,7 @@
     </message>
     <message>
         <source>Home</source>
-        <translation>Persönlicher Ordner</translation>
+        <translation>Benutzerordner</translation>
     </message>
     <message>
         <source>There is no file “%1”.</source>
