@@ -4,6 +4,7 @@
 
 #include <QtCore/QMargins>
 #include <QtCore/QSettings>
+#include <QtCore/QVariant>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 
@@ -14,6 +15,12 @@ namespace {
 QString key(const QString &window, const char *value)
 {
     return QStringLiteral("windows/%1/%2").arg(window, QLatin1String(value));
+}
+
+/// `QVariant::toBool` takes any text but "false" and "0" for a yes.
+bool isTrue(const QVariant &value)
+{
+    return value.toString() == QLatin1String("true");
 }
 
 } // namespace
@@ -27,8 +34,8 @@ WindowPlace WindowPlace::load(const QString &window)
     const QRect reachable(QPoint(-Farthest, -Farthest), QPoint(Farthest, Farthest));
     if (geometry.isValid() && reachable.contains(geometry))
         place.geometry = geometry;
-    place.fullScreen = settings.value(key(window, "fullScreen")).toBool();
-    place.stayOnTop = settings.value(key(window, "stayOnTop")).toBool();
+    place.fullScreen = isTrue(settings.value(key(window, "fullScreen")));
+    place.stayOnTop = isTrue(settings.value(key(window, "stayOnTop")));
     return place;
 }
 

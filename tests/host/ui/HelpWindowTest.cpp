@@ -3,6 +3,7 @@
 #include "support/TemporaryHome.h"
 #include "ui/Navigation.h"
 
+#include <QtCore/QSettings>
 #include <QtGui/QDesktopServices>
 #include <QtGui/QScreen>
 #include <QtQuick/QQuickItem>
@@ -59,6 +60,18 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(&large));
         const QRect screen = large.screen()->availableGeometry();
         QTRY_VERIFY(WindowPlace::room(screen).contains(large.geometry()));
+    }
+
+    void whatCannotBeReadOfAPlaceIsUnknown()
+    {
+        QSettings settings;
+        settings.setValue(QStringLiteral("windows/Odd/geometry"), QStringLiteral("left"));
+        settings.setValue(QStringLiteral("windows/Odd/fullScreen"), QStringLiteral("maybe"));
+        settings.setValue(QStringLiteral("windows/Odd/stayOnTop"), QRect(1, 2, 3, 4));
+        const WindowPlace place = WindowPlace::load(QStringLiteral("Odd"));
+        QVERIFY(place.geometry.isNull());
+        QVERIFY(!place.fullScreen);
+        QVERIFY(!place.stayOnTop);
     }
 
     void theGuidesHeadingsAreTheContents()
