@@ -6,7 +6,7 @@ T.ToolTip {
 
     x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
     y: parent ? parent.height + ux.spacing / 2 : 0
-    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
+    implicitWidth: Math.min(contentItem.implicitWidth + leftPadding + rightPadding, 360 * qt_scale)
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     margins: ux.spacing / 2
     padding: ux.spacing * 0.75
@@ -17,7 +17,7 @@ T.ToolTip {
     contentItem: Label {
         text: root.text
         font.pixelSize: ux.h5FontSize
-        wrapMode: Text.WordWrap
+        wrapMode: Text.Wrap
     }
 
     background: Rectangle {
