@@ -240,6 +240,7 @@ void ProfileModel::take(Cards newCards)
         Q_EMIT countChanged();
     if (activeProfile() != activeBefore)
         Q_EMIT activeProfileChanged();
+    Q_EMIT profilesChanged();
     for (const Card &card : before) {
         if (find(card.id) == nullptr)
             Q_EMIT profileGone(card.id);

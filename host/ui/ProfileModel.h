@@ -94,6 +94,9 @@ Q_SIGNALS:
     void countChanged();
     void activeProfileChanged();
 
+    /// Something has changed in the store, be it shown or not.
+    void profilesChanged();
+
     /// A dashboard is no longer in the store.
     void profileGone(int id);
 

@@ -18,9 +18,10 @@ Rectangle {
             return ux.textDarkColor
         }
     }
-    readonly property string dashboard: {
-        gallery_model.activeProfile // Asked again when this changes.
-        return gallery_model.dashboardOf(gallery_telemetry.vehicle)
+    property string dashboard
+
+    function findDashboard() {
+        dashboard = gallery_model.dashboardOf(gallery_telemetry.vehicle)
     }
 
     height: Math.round(40 * qt_scale)
@@ -75,4 +76,16 @@ Rectangle {
             : qsTr("Vehicle: %1").arg(gallery_telemetry.vehicle) + "     "
               + qsTr("Dashboard: %1").arg(root.dashboard)
     }
+
+    Connections {
+        target: gallery_model
+        function onProfilesChanged() { root.findDashboard() }
+    }
+
+    Connections {
+        target: gallery_telemetry
+        function onVehicleChanged() { root.findDashboard() }
+    }
+
+    Component.onCompleted: findDashboard()
 }

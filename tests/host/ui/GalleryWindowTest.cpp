@@ -113,6 +113,8 @@ private Q_SLOTS:
     void renamesAfterItsNameHasBeenFound()
     {
         open();
+        vehicles.report(text("Van"));
+        QTRY_VERIFY(textOf("vehicle").contains(text("Mine")));
         focusCard(mine);
         press(Qt::Key_F2);
         QTRY_VERIFY(item("objectName", text("nameField")) != nullptr);
@@ -132,6 +134,7 @@ private Q_SLOTS:
         click(item("objectName", text("accept")));
         QTRY_VERIFY(item("objectName", text("nameField")) == nullptr);
         QTRY_VERIFY(card(text("ROADs & more")) != nullptr);
+        QVERIFY(textOf("vehicle").contains(text("ROADs & more")));
         QVERIFY(item("objectName", text("grid"))->hasActiveFocus());
     }
 
