@@ -78,6 +78,7 @@ WindowSession::WindowSession(const Options &options, const GaugeLibrary &library
     connect(&tools, &ToolWindows::restartRequested, this,
             [] { QCoreApplication::exit(RestartCode); });
     connect(&tools, &ToolWindows::failed, &message, &MessageWindow::tell);
+    connect(&cluster.navigation, &Navigation::failed, &message, &MessageWindow::tell);
 }
 
 bool WindowSession::start()

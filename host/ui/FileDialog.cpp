@@ -19,6 +19,9 @@ FileDialog::FileDialog(HostWindow &parent, const QString &title, QString filter,
     setTransientParent(&parent);
     setModality(Qt::WindowModal);
     setFlag(Qt::Dialog);
+    // Neither alone would do any good: the window above which it stands waits for it.
+    setCanBeMinimized(false);
+    setFlag(Qt::WindowMaximizeButtonHint, false);
     // Such a window lives too briefly to be kept above others.
     setFlag(Qt::WindowStaysOnTopHint, parent.isStayOnTop());
 

@@ -6,6 +6,7 @@
 #include <QtCore/QDebug>
 
 #include <memory>
+#include <utility>
 
 Navigation::~Navigation()
 {
@@ -20,12 +21,14 @@ void Navigation::addTarget(const QString &name, const Target &target)
 void Navigation::showView(const QString &name, const QVariant &argument)
 {
     const auto view = views.find(name);
-    if (view != views.end())
+    if (view != views.end()) {
         openView(name, *view, argument);
-    else if (targets.contains(name))
+    } else if (targets.contains(name)) {
         targets.value(name)(argument);
-    else
+    } else {
         qWarning().noquote() << "There is no view named" << name;
+        Q_EMIT failed(tr("There is no window named '%1'.").arg(name));
+    }
 }
 
 void Navigation::showView(void * /*context*/, const QString &target, const QVariant &argument)
@@ -56,31 +59,32 @@ ViewWindow *Navigation::window(const QString &name) const
 
 void Navigation::closeViews()
 {
-    for (View &view : views)
-        endView(view);
-}
-
-void Navigation::endView(View &view)
-{
-    if (view.window != nullptr)
-        view.window->end();
-    view.window = nullptr;
+    for (const View &view : qAsConst(views))
+        closing += view.window;
+    for (const QPointer<ViewWindow> &window : qAsConst(closing)) {
+        if (window != nullptr)
+            window->end();
+    }
+    closing.clear();
 }
 
 void Navigation::openView(const QString &name, View &view, const QVariant &argument)
 {
-    if (view.window != nullptr && view.window->isVisible()) {
+    if (view.window != nullptr) {
         if (argument.isValid())
             view.window->setArgument(argument);
         view.window->present();
         return;
     }
-    // One that has just closed still waits for its end.
-    endView(view);
     const bool frameless = name == QLatin1String("DashboardWindow");
     view.window = std::make_unique<ViewWindow>(
                       name, *this, std::unique_ptr<IViewModel>(view.makeViewModel()), frameless)
                       .release();
+    // From here on it isn't the view's window any more, so that a request opens another one.
+    connect(view.window, &HostWindow::closeRequested, this, [this, name] {
+        closing.removeAll(nullptr);
+        closing += std::exchange(views[name].window, nullptr);
+    });
     connect(view.window, &HostWindow::closed, view.window, &QObject::deleteLater);
     view.window->openView(view.documentPath, argument);
 }

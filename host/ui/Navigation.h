@@ -2,6 +2,7 @@
 
 #include "INavigationService.h"
 
+#include <QtCore/QList>
 #include <QtCore/QMap>
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
@@ -29,7 +30,7 @@ public:
     void addTarget(const QString &name, const Target &target);
 
     /// Shows a view or calls a target. A view that is open comes to the front, with the new
-    /// argument. An unknown name is logged.
+    /// argument; one that is being closed opens anew. An unknown name is logged, and `failed`.
     Q_INVOKABLE void showView(const QString &name, const QVariant &argument = {});
 
     void showView(void *context, const QString &target, const QVariant &argument) override;
@@ -45,6 +46,10 @@ public:
     /// Ends all views at once. They must end before the engine.
     void closeViews();
 
+Q_SIGNALS:
+    /// What was asked for can't be shown; the user should know.
+    void failed(const QString &message);
+
 private:
     struct View
     {
@@ -53,9 +58,9 @@ private:
         QPointer<ViewWindow> window;
     };
 
-    static void endView(View &view);
     void openView(const QString &name, View &view, const QVariant &argument);
 
     QMap<QString, View> views;
+    QList<QPointer<ViewWindow>> closing; ///< What waits for the event loop to delete it.
     QMap<QString, Target> targets;
 };

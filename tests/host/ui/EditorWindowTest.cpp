@@ -23,8 +23,9 @@ class EditorWindowTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { bench = std::make_unique<ViewBench>(); }
-    void cleanup() { bench.reset(); }
+    void initTestCase() { bench = std::make_unique<ViewBench>(); }
+    void cleanupTestCase() { bench.reset(); }
+    void cleanup() { bench->tidyUp(); }
 
     void itOpensWithTheFileAndWithoutAWarning()
     {
@@ -150,6 +151,55 @@ private Q_SLOTS:
         QCOMPARE(quit.count(), 0);
     }
 
+    void itAsksForOtherWindowsItself()
+    {
+        QStringList asked;
+        bench->navigation->addTarget(
+            QStringLiteral("HelpBrowser"),
+            [&asked](const QVariant &topic) { asked += topic.toString(); });
+        // One that shows the very view that asks, and closes it.
+        bench->navigation->addTarget(QStringLiteral("SoftwareConfiguration"),
+                                     [this, &asked](const QVariant &) {
+                                         asked += QStringLiteral("settings");
+                                         bench->navigation->showView(View);
+                                         bench->navigation->window(View)->close();
+                                         bench->navigation->showView(View);
+                                     });
+        const QPointer<ViewWindow> window = bench->open(View, bench->makeDocument(Red));
+        QVERIFY(window != nullptr);
+        QTest::keyClick(window.data(), Qt::Key_F1);
+        QCOMPARE(asked, QStringList{QStringLiteral("dashboards")});
+        QQuickItem *note = ViewBench::find(window->rootObject(), "wrapMode", 4);
+        note->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyPress(window.data(), Qt::Key_Return); // No window is left for a release.
+        QCOMPARE(asked.value(1), QStringLiteral("settings"));
+        QTRY_VERIFY(window == nullptr);
+        QVERIFY(QTest::qWaitForWindowActive(bench->navigation->window(View)));
+    }
+
+    void whatIsNotThereIsToldToTheUser()
+    {
+        const LogCapture log;
+        const QSignalSpy failures(bench->navigation.get(), &Navigation::failed);
+        bench->navigation->showView(QStringLiteral("NoSuchView"), QStringLiteral("argument"));
+        QCOMPARE(failures.count(), 1);
+        QVERIFY(failures[0][0].toString().contains(QStringLiteral("NoSuchView")));
+        QCOMPARE(log.lines.size(), 1);
+        bench->navigation->showView(View);
+        QCOMPARE(failures.count(), 1);
+    }
+
+    void framesOfferOnlyWhatIsMeant()
+    {
+        const ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        QCOMPARE(frameFunctions(window), Resize | Move | Maximize | Close);
+        int ofDialog = 0;
+        answerDialog([&ofDialog](const QWindow *dialog) { ofDialog = frameFunctions(dialog); });
+        press(button(window, "..."));
+        QCOMPARE(ofDialog, Resize | Move | Close);
+    }
+
     void aSecondRequestBringsTheNewFile()
     {
         ViewWindow *window = bench->open(View, bench->makeDocument(Red));
@@ -175,6 +225,21 @@ private Q_SLOTS:
     }
 
 private:
+    /// What the window manager is asked to let a user do with a window, as the window manager's
+    /// hints put it.
+    enum FrameFunction { Resize = 0x2, Move = 0x4, Minimize = 0x8, Maximize = 0x10, Close = 0x20 };
+
+    static int frameFunctions(const QWindow *window)
+    {
+        QProcess question;
+        question.start(QStringLiteral("xprop"),
+                       {QStringLiteral("-notype"), QStringLiteral("-id"),
+                        QString::number(window->winId()), QStringLiteral("_MOTIF_WM_HINTS")});
+        question.waitForFinished();
+        // "_MOTIF_WM_HINTS = 0x3, 0x36, ...": what of it counts, the functions, and more.
+        return question.readAllStandardOutput().split(',').value(1).trimmed().toInt(nullptr, 16);
+    }
+
     static QQuickItem *button(const ViewWindow *window, const char *text)
     {
         for (QQuickItem *item : buttons(window->rootObject())) {
@@ -227,9 +292,12 @@ private:
         return window->grabWindow().pixelColor(middle.toPoint());
     }
 
-    WindowManager windowManager;
     std::unique_ptr<ViewBench> bench;
 };
 
-QTEST_MAIN(EditorWindowTest)
+int main(int argc, char **argv)
+{
+    return runUnderWindowManager<EditorWindowTest>(argc, argv);
+}
+
 #include "EditorWindowTest.moc"

@@ -22,14 +22,18 @@ Grid {
 
 } // namespace
 
+Q_DECLARE_METATYPE(QMargins)
+
 class LiveWindowTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { bench = std::make_unique<ViewBench>(); }
+    void cleanupTestCase() { bench.reset(); }
+
     void init()
     {
-        bench = std::make_unique<ViewBench>();
         bench->engine->setDashboardFile(bench->makeDocument(FourFields));
         bench->startTelemetry();
         // The mouse is nowhere near the window.
@@ -38,7 +42,7 @@ private Q_SLOTS:
     void cleanup()
     {
         QVERIFY(RealMouse::release());
-        bench.reset();
+        bench->tidyUp();
     }
 
     void itOpensInTheMiddleWithoutAWarning()
@@ -114,6 +118,54 @@ private Q_SLOTS:
         window = bench->open(View);
         QVERIFY(window != nullptr);
         QTRY_COMPARE(window->position(), before + QPoint(120, -70));
+    }
+
+    void itsEdgesResizeIt_data()
+    {
+        QTest::addColumn<QPoint>("grip"); // In the window; negative from the far edge.
+        QTest::addColumn<QPoint>("way");
+        QTest::addColumn<QMargins>("growth");
+        QTest::newRow("right") << QPoint(-2, 136) << QPoint(90, 30) << QMargins(0, 0, 90, 0);
+        QTest::newRow("bottom right") << QPoint(-2, -2) << QPoint(80, 60) << QMargins(0, 0, 80, 60);
+        QTest::newRow("top left") << QPoint(2, 2) << QPoint(-70, -50) << QMargins(70, 50, 0, 0);
+    }
+
+    void itsEdgesResizeIt()
+    {
+        QFETCH(QPoint, grip);
+        QFETCH(const QPoint, way);
+        QFETCH(const QMargins, growth);
+        ViewWindow *window = bench->open(View);
+        QVERIFY(window != nullptr);
+        const QRect before = window->geometry();
+        if (grip.x() < 0)
+            grip.rx() += window->width();
+        if (grip.y() < 0)
+            grip.ry() += window->height();
+        const QPoint from = window->mapToGlobal(grip);
+        QVERIFY(RealMouse::moveTo(from));
+        QTRY_VERIFY(window->cursor().shape() != Qt::ArrowCursor);
+        QVERIFY(RealMouse::press());
+        QTRY_COMPARE(QGuiApplication::mouseButtons(), Qt::LeftButton);
+        // The window manager takes over some time after it has heard of it.
+        QVERIFY(QTest::qWaitFor([&] {
+            return !RealMouse::moveTo(from + way / 2) || !RealMouse::moveTo(from + way) ||
+                   window->geometry() != before;
+        }));
+        QTRY_COMPARE(window->geometry(), before + growth);
+        QVERIFY(RealMouse::moveTo(from - way));
+        QTRY_COMPARE(window->geometry(), before); // It was as small as it gets.
+        QVERIFY(RealMouse::moveTo(from + way));
+        QTRY_COMPARE(window->geometry(), before + growth);
+        QVERIFY(RealMouse::release());
+
+        // The mouse is the document's again, and what it does there isn't taken for a resize.
+        const QPoint middle = window->geometry().center();
+        QVERIFY(pressAt(window, middle));
+        QVERIFY(RealMouse::moveTo(middle + QPoint(40, 30)));
+        QTRY_COMPARE(window->geometry(), (before + growth).translated(40, 30));
+        QVERIFY(RealMouse::release());
+        QTRY_COMPARE(QGuiApplication::mouseButtons(), Qt::MouseButtons());
     }
 
     void aDoubleClickSwitchesFullScreenWhichNothingMoves()
@@ -200,6 +252,35 @@ private Q_SLOTS:
         QVERIFY(bench->engine->hasConsumers());
     }
 
+    void aRequestDuringTheEndOpensItAnew_data()
+    {
+        QTest::addColumn<bool>("before");
+        QTest::newRow("as it is asked to close") << true;
+        QTest::newRow("as it has closed") << false;
+    }
+
+    void aRequestDuringTheEndOpensItAnew()
+    {
+        QFETCH(const bool, before);
+        const QPointer<ViewWindow> window = bench->open(View);
+        QVERIFY(window != nullptr);
+        const auto moment = before ? &HostWindow::closeRequested : &HostWindow::closed;
+        connect(window.data(), moment, this, [this] { bench->navigation->showView(View); });
+        window->close();
+        ViewWindow *next = bench->navigation->window(View);
+        QVERIFY(next != nullptr && next != window);
+        QVERIFY(QTest::qWaitForWindowActive(next));
+        QTRY_VERIFY(window == nullptr);
+        QCOMPARE(bench->navigation->openViews(), QStringList{View});
+
+        // None of the two is left for the engine's end, however soon it comes.
+        const QPointer<ViewWindow> last = next;
+        last->close();
+        bench->navigation->closeViews();
+        QVERIFY(last == nullptr);
+        QVERIFY(!bench->engine->hasConsumers());
+    }
+
     void aPlaceThatIsOnNoScreenIsForgotten()
     {
         WindowPlace place;
@@ -246,9 +327,12 @@ private:
                QTest::qWaitFor([area] { return area->property("pressed").toBool(); });
     }
 
-    WindowManager windowManager;
     std::unique_ptr<ViewBench> bench;
 };
 
-QTEST_MAIN(LiveWindowTest)
+int main(int argc, char **argv)
+{
+    return runUnderWindowManager<LiveWindowTest>(argc, argv);
+}
+
 #include "LiveWindowTest.moc"

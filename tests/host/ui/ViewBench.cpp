@@ -3,6 +3,7 @@
 #include "IDashboardEngine.h"
 #include "TelemetryRecords.h"
 
+#include <QtCore/QDir>
 #include <QtGui/QGuiApplication>
 #include <QtTest/QtTest>
 
@@ -53,8 +54,8 @@ void ViewBench::start(bool hardwareAcceleration)
 {
     stop();
     engine = library.createEngine(false, hardwareAcceleration);
-    navigation = std::make_unique<Navigation>();
-    library.init(*navigation, *engine);
+    registerViews();
+    asAtFirst = hardwareAcceleration;
 }
 
 void ViewBench::stop()
@@ -62,6 +63,23 @@ void ViewBench::stop()
     stopTelemetry();
     navigation.reset();
     engine.reset();
+    asAtFirst = false;
+}
+
+void ViewBench::tidyUp()
+{
+    stopTelemetry();
+    if (asAtFirst)
+        registerViews();
+    else
+        start();
+    QDir(home.path("/config")).removeRecursively();
+}
+
+void ViewBench::registerViews()
+{
+    navigation = std::make_unique<Navigation>();
+    library.init(*navigation, *engine);
 }
 
 void ViewBench::startTelemetry()

@@ -6,7 +6,9 @@
 #include "ui/ViewWindow.h"
 
 #include <QtCore/QProcess>
+#include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickItem>
+#include <QtTest/QtTest>
 
 #include <atomic>
 #include <memory>
@@ -25,6 +27,17 @@ private:
     QProcess process;
 };
 
+/// Runs the tests of a program that needs a window manager. The application asks only at its start
+/// what the window manager can do for it.
+template<class Test> int runUnderWindowManager(int argc, char **argv)
+{
+    const WindowManager windowManager;
+    QGuiApplication::setAttribute(Qt::AA_Use96Dpi);
+    const QGuiApplication application(argc, argv);
+    Test test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 /// The library's views in windows of the host, with telemetry as long as
 /// a test wants it.
 class ViewBench
@@ -39,6 +52,10 @@ public:
     /// Makes the engine anew.
     void start(bool hardwareAcceleration = true);
     void stop();
+
+    /// Closes what a test has opened and forgets what was remembered of it. The engine, which takes
+    /// seconds to make, stays as it is unless the test has made or ended one of its own.
+    void tidyUp();
 
     void startTelemetry();
     void stopTelemetry();
@@ -57,7 +74,10 @@ public:
     std::unique_ptr<Navigation> navigation;
 
 private:
+    void registerViews();
+
     GaugeLibrary library{QStringLiteral(GAUGE64_DIRECTORY)};
+    bool asAtFirst = false; ///< Whether the engine is there, with hardware acceleration.
     std::atomic<bool> feeding{false};
     std::thread feeder;
 };
