@@ -1,0 +1,91 @@
+import QtQuick 2.15
+import "Gauges"
+import "Gauges/Theme.js" as Theme
+
+// One quantity at the four wheels, in the order FL, FR, RL, RR.
+//   label, unit, values, known
+//   coldBelow, hotAbove   beyond them a value gets a mark: a bar below it for cold, above it for hot
+Item {
+    id: line
+
+    property string label
+    property string unit
+    property var values: []
+    property var known: []
+    property real coldBelow: -Infinity
+    property real hotAbove: Infinity
+    property real labelWidth: 34
+    readonly property real columnWidth: (width - labelWidth) / 4
+
+    implicitHeight: 26
+
+    Rectangle {
+        y: parent.height - height
+        width: parent.width
+        height: 0.5
+        antialiasing: true
+        color: Theme.metal
+    }
+
+    Label {
+        y: 2
+        width: line.labelWidth
+        height: 11
+        horizontalAlignment: Text.AlignLeft
+        fits: true
+        font.pixelSize: 10
+        text: line.label
+    }
+
+    Label {
+        y: 13
+        width: line.labelWidth
+        height: 11
+        horizontalAlignment: Text.AlignLeft
+        fits: true
+        font.pixelSize: 10
+        color: Theme.faint
+        text: line.unit
+    }
+
+    Repeater {
+        model: 4
+
+        Item {
+            id: cell
+
+            readonly property bool known: line.known[index]
+            // What no sensor says is no value.
+            readonly property real value: line.values[index]
+            readonly property bool sane: known && Math.abs(value) <= 9999
+            readonly property bool hot: sane && value > line.hotAbove
+            readonly property bool cold: sane && value < line.coldBelow
+
+            x: line.labelWidth + index * line.columnWidth
+            width: line.columnWidth
+            height: line.height
+
+            Rectangle {
+                x: 3
+                y: cell.hot ? 1 : parent.height - 4
+                width: parent.width - 3
+                height: 3
+                visible: cell.hot || cell.cold
+                color: cell.hot ? Theme.danger : Theme.cold
+            }
+
+            Label {
+                x: 3
+                y: 3
+                width: parent.width - 4
+                height: parent.height - 6
+                horizontalAlignment: Text.AlignRight
+                fits: true
+                color: !cell.sane ? Theme.faint : cell.hot ? Theme.danger : cell.cold ? Theme.cold : Theme.ink
+                font.pixelSize: 16
+                font.bold: true
+                text: cell.sane ? Math.round(cell.value) : "–"
+            }
+        }
+    }
+}
