@@ -113,31 +113,88 @@ Item {
         text: "change " + dash_tuneChangeCounter
     }
 
-    Grid {
+    Column {
         id: attitude
 
         y: 62
-        columns: 2
-        columnSpacing: 8
-        flow: Grid.TopToBottom
-        rows: 4
 
-        Repeater {
-            model: ["HEADING", "PITCH", "ROLL", "BALL", "SEA LEVEL", "SEA LEVEL", "GROUND", "GROUND"]
+        Cell {
+            width: 84
+            height: 24
+            labelWidth: 40
+            size: 14
+            label: "HEADING"
+            text: page.fixed(dash_heading_deg, 1) + "°"
+        }
 
-            Cell {
-                width: 84
-                height: 24
-                labelWidth: index < 4 ? 40 : 44
-                size: 14
-                label: modelData
-                text: [page.fixed(dash_heading_deg, 1) + "°", page.fixed(dash_pitch_deg, 1) + "°",
-                       page.fixed(dash_roll_deg, 1) + "°", page.fixed(dash_turnCoordinatorBall, 2),
-                       page.fixed(dash_altitudeAboveSeaLevel_m, 1) + " m",
-                       dash_altitudeAboveSeaLevel_feet + " ft",
-                       page.fixed(dash_altitudeAboveGround_m, 2) + " m",
-                       dash_altitudeAboveGround_feet + " ft"][index]
-            }
+        Cell {
+            width: 84
+            height: 24
+            labelWidth: 40
+            size: 14
+            label: "PITCH"
+            text: page.fixed(dash_pitch_deg, 1) + "°"
+        }
+
+        Cell {
+            width: 84
+            height: 24
+            labelWidth: 40
+            size: 14
+            label: "ROLL"
+            text: page.fixed(dash_roll_deg, 1) + "°"
+        }
+
+        Cell {
+            width: 84
+            height: 24
+            labelWidth: 40
+            size: 14
+            label: "BALL"
+            text: page.fixed(dash_turnCoordinatorBall, 2)
+        }
+    }
+
+    Column {
+        id: heights
+
+        x: 90
+        y: 62
+
+        Cell {
+            width: 94
+            height: 24
+            labelWidth: 44
+            size: 14
+            label: "SEA LEVEL"
+            text: page.fixed(dash_altitudeAboveSeaLevel_m, 1) + " m"
+        }
+
+        Cell {
+            width: 94
+            height: 24
+            labelWidth: 44
+            size: 14
+            label: "SEA LEVEL"
+            text: dash_altitudeAboveSeaLevel_feet + " ft"
+        }
+
+        Cell {
+            width: 94
+            height: 24
+            labelWidth: 44
+            size: 14
+            label: "GROUND"
+            text: page.fixed(dash_altitudeAboveGround_m, 2) + " m"
+        }
+
+        Cell {
+            width: 94
+            height: 24
+            labelWidth: 44
+            size: 14
+            label: "GROUND"
+            text: dash_altitudeAboveGround_feet + " ft"
         }
     }
 
@@ -146,24 +203,42 @@ Item {
 
         x: 190
         y: 62
-        width: 122
 
-        Repeater {
-            model: ["GREEN FROM", "YELLOW FROM", "RED FROM", "BLINKS FROM"]
+        Cell {
+            width: 122
+            height: 24
+            labelWidth: 62
+            size: 14
+            label: "GREEN FROM"
+            text: dash_rpmGreenThreshold_Percent + " %"
+        }
 
-            Cell {
-                readonly property int percent: [dash_rpmGreenThreshold_Percent,
-                    dash_rpmYellowThreshold_Percent, dash_rpmRedThreshold_Percent,
-                    dash_rpmBlinkingThreshold_Percent][index]
+        Cell {
+            width: 122
+            height: 24
+            labelWidth: 62
+            size: 14
+            label: "YELLOW FROM"
+            text: dash_rpmYellowThreshold_Percent + " %"
+        }
 
-                width: limits.width
-                height: 24
-                labelWidth: 62
-                size: 14
-                label: modelData
-                // Nothing stands for a share of its own.
-                text: (index === 3 && percent === 0 ? 95 : percent) + " %"
-            }
+        Cell {
+            width: 122
+            height: 24
+            labelWidth: 62
+            size: 14
+            label: "RED FROM"
+            text: dash_rpmRedThreshold_Percent + " %"
+        }
+
+        Cell {
+            width: 122
+            height: 24
+            labelWidth: 62
+            size: 14
+            label: "BLINKS FROM"
+            // Nothing stands for a share of its own.
+            text: (dash_rpmBlinkingThreshold_Percent === 0 ? 95 : dash_rpmBlinkingThreshold_Percent) + " %"
         }
     }
 }

@@ -3,15 +3,22 @@ import "Gauges"
 import "Gauges/Theme.js" as Theme
 
 // One quantity at the four wheels, in the order FL, FR, RL, RR.
-//   label, unit, values, known
+//   label, unit
+//   fl, fr, rl, rr, knowsFl, knowsFr, knowsRl, knowsRr   the values and their availability twins
 //   coldBelow, hotAbove   beyond them a value gets a mark: a bar below it for cold, above it for hot
 Item {
     id: line
 
     property string label
     property string unit
-    property var values: []
-    property var known: []
+    property real fl: 0
+    property real fr: 0
+    property real rl: 0
+    property real rr: 0
+    property bool knowsFl: true
+    property bool knowsFr: true
+    property bool knowsRl: true
+    property bool knowsRr: true
     property real coldBelow: -Infinity
     property real hotAbove: Infinity
     property real labelWidth: 34
@@ -54,9 +61,9 @@ Item {
         Item {
             id: cell
 
-            readonly property bool known: line.known[index]
+            readonly property bool known: [line.knowsFl, line.knowsFr, line.knowsRl, line.knowsRr][index]
+            readonly property real value: [line.fl, line.fr, line.rl, line.rr][index]
             // What no sensor says is no value.
-            readonly property real value: line.values[index]
             readonly property bool sane: known && Math.abs(value) <= 9999
             readonly property bool hot: sane && value > line.hotAbove
             readonly property bool cold: sane && value < line.coldBelow

@@ -30,29 +30,42 @@ Item {
             unit: "°C"
             coldBelow: 70
             hotAbove: 105
-            values: [dash_tyreTemp_C_FL, dash_tyreTemp_C_FR, dash_tyreTemp_C_RL, dash_tyreTemp_C_RR]
-            known: [dash_tyreTemp_C_FL_Available, dash_tyreTemp_C_FR_Available,
-                    dash_tyreTemp_C_RL_Available, dash_tyreTemp_C_RR_Available]
+            fl: dash_tyreTemp_C_FL
+            fr: dash_tyreTemp_C_FR
+            rl: dash_tyreTemp_C_RL
+            rr: dash_tyreTemp_C_RR
+            knowsFl: dash_tyreTemp_C_FL_Available
+            knowsFr: dash_tyreTemp_C_FR_Available
+            knowsRl: dash_tyreTemp_C_RL_Available
+            knowsRr: dash_tyreTemp_C_RR_Available
         }
 
         CornerLine {
             width: table.width
             label: "PRESS"
             unit: "kPa"
-            values: [dash_tyrePressure_kPa_FL, dash_tyrePressure_kPa_FR,
-                     dash_tyrePressure_kPa_RL, dash_tyrePressure_kPa_RR]
-            known: [dash_tyrePressure_kPa_FL_Available, dash_tyrePressure_kPa_FR_Available,
-                    dash_tyrePressure_kPa_RL_Available, dash_tyrePressure_kPa_RR_Available]
+            fl: dash_tyrePressure_kPa_FL
+            fr: dash_tyrePressure_kPa_FR
+            rl: dash_tyrePressure_kPa_RL
+            rr: dash_tyrePressure_kPa_RR
+            knowsFl: dash_tyrePressure_kPa_FL_Available
+            knowsFr: dash_tyrePressure_kPa_FR_Available
+            knowsRl: dash_tyrePressure_kPa_RL_Available
+            knowsRr: dash_tyrePressure_kPa_RR_Available
         }
 
         CornerLine {
             width: table.width
             label: "WEAR"
             unit: "%"
-            values: [dash_tyreWear_Percent_FL, dash_tyreWear_Percent_FR,
-                     dash_tyreWear_Percent_RL, dash_tyreWear_Percent_RR]
-            known: [dash_tyreWear_Percent_FL_Available, dash_tyreWear_Percent_FR_Available,
-                    dash_tyreWear_Percent_RL_Available, dash_tyreWear_Percent_RR_Available]
+            fl: dash_tyreWear_Percent_FL
+            fr: dash_tyreWear_Percent_FR
+            rl: dash_tyreWear_Percent_RL
+            rr: dash_tyreWear_Percent_RR
+            knowsFl: dash_tyreWear_Percent_FL_Available
+            knowsFr: dash_tyreWear_Percent_FR_Available
+            knowsRl: dash_tyreWear_Percent_RL_Available
+            knowsRr: dash_tyreWear_Percent_RR_Available
         }
 
         CornerLine {
@@ -60,9 +73,14 @@ Item {
             label: "BRAKE"
             unit: "°C"
             hotAbove: 750
-            values: [dash_brakeTemp_C_FL, dash_brakeTemp_C_FR, dash_brakeTemp_C_RL, dash_brakeTemp_C_RR]
-            known: [dash_brakeTemp_C_FL_Available, dash_brakeTemp_C_FR_Available,
-                    dash_brakeTemp_C_RL_Available, dash_brakeTemp_C_RR_Available]
+            fl: dash_brakeTemp_C_FL
+            fr: dash_brakeTemp_C_FR
+            rl: dash_brakeTemp_C_RL
+            rr: dash_brakeTemp_C_RR
+            knowsFl: dash_brakeTemp_C_FL_Available
+            knowsFr: dash_brakeTemp_C_FR_Available
+            knowsRl: dash_brakeTemp_C_RL_Available
+            knowsRr: dash_brakeTemp_C_RR_Available
         }
     }
 

@@ -98,15 +98,8 @@ Instrument {
                 shortMark: 6
             }
         }
-    }
 
-    // The case comes back around the window, whose own clip is square.
-    Item {
-        anchors.centerIn: parent
-        width: indicator.window
-        height: width
-        clip: true
-
+        // The case comes back around the window, since a clip is square.
         Rectangle {
             anchors.centerIn: parent
             width: parent.width + 2 * border.width

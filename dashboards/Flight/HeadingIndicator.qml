@@ -22,10 +22,8 @@ Instrument {
         rotation: -indicator.shownHeading
 
         Marks {
-            minor: indicator.every(10, 5)
-            major: indicator.every(30, 10).concat(indicator.every(30, 20))
-            longMark: 7
-            shortMark: 4
+            minor: indicator.every(30, 10).concat(indicator.every(30, 20))
+            shortMark: 5
         }
 
         Marks {
