@@ -1,0 +1,40 @@
+#include "DashboardSources.h"
+#include "Stage.h"
+#include "render/TelemetryPublisher.h"
+
+#include <QtTest/QtTest>
+
+class VocabularyUseTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// A name that no dashboard shows is one that nobody sees working.
+    void everyPublishedNameIsShownSomewhere()
+    {
+        QSet<QString> unused;
+        TelemetryPublisher publisher(
+            [&unused](const QString &name, const QVariant &) { unused.insert(name); });
+        publisher.publish({{}, {}, {}, {}, {}});
+        QVERIFY(!unused.isEmpty());
+
+        const QStringList dashboards = dashboardNames();
+        for (const QString &dashboard : dashboards) {
+            const QDir folder(builtDashboards().filePath(dashboard));
+            const QStringList documents = folder.entryList({QStringLiteral("*.qml")});
+            for (const QString &document : documents) {
+                QFile file(folder.filePath(document));
+                QVERIFY(file.open(QIODevice::ReadOnly));
+                for (const SourceToken &token : sourceTokens(QString::fromUtf8(file.readAll())))
+                    unused.remove(token.text);
+            }
+        }
+        QStringList missing = unused.values();
+        missing.sort();
+        if (!missing.isEmpty())
+            QFAIL("No dashboard reads " + missing.join(QStringLiteral(", ")).toUtf8());
+    }
+};
+
+QTEST_GUILESS_MAIN(VocabularyUseTest)
+#include "VocabularyUseTest.moc"
