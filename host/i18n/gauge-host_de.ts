@@ -222,6 +222,17 @@
     </message>
 </context>
 <context>
+    <name>DocumentErrors</name>
+    <message>
+        <source>This window can&apos;t be shown</source>
+        <translation>Dieses Fenster kann nicht angezeigt werden</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+</context>
+<context>
     <name>FileDialog</name>
     <message>
         <source>Up</source>
@@ -542,6 +553,13 @@
     </message>
 </context>
 <context>
+    <name>Navigation</name>
+    <message>
+        <source>There is no window named &apos;%1&apos;.</source>
+        <translation>Es gibt kein Fenster namens „%1“.</translation>
+    </message>
+</context>
+<context>
     <name>ProfileActions</name>
     <message>
         <source>Copying to “%1”…</source>
@@ -791,6 +809,22 @@
     <message>
         <source>Demo lap</source>
         <translation>Demorunde</translation>
+    </message>
+    <message>
+        <source>Any game that sends</source>
+        <translation>Jedes Spiel, das sendet</translation>
+    </message>
+    <message>
+        <source>OutGauge</source>
+        <translation>OutGauge</translation>
+    </message>
+    <message>
+        <source>Data Out</source>
+        <translation>Data Out</translation>
+    </message>
+    <message>
+        <source>EGO extradata</source>
+        <translation>EGO extradata</translation>
     </message>
 </context>
 <context>
