@@ -91,13 +91,11 @@ void HostWindow::present()
 
 void HostWindow::setCanBeMinimized(bool can)
 {
-    minimizable = can;
     // The hints count only together: those that aren't named are off.
     const Qt::WindowFlags hints = Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                   Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
                                   Qt::WindowCloseButtonHint;
     setFlags(can ? flags() & ~hints : flags() | hints);
-    Q_EMIT canBeMinimizedChanged();
 }
 
 void HostWindow::setInitialSize(qreal width, qreal height)

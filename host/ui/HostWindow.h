@@ -21,8 +21,6 @@ class HostWindow : public QQuickView
     Q_OBJECT
     Q_PROPERTY(bool isStayOnTop READ isStayOnTop NOTIFY stayOnTopChanged)
     Q_PROPERTY(QString documentErrors READ documentErrors CONSTANT)
-    Q_PROPERTY(bool canBeMinimized READ canBeMinimized WRITE setCanBeMinimized NOTIFY
-                   canBeMinimizedChanged)
 
 public:
     /// `navigation` is borrowed. Nothing is shown before `open`.
@@ -39,8 +37,8 @@ public:
 
     Navigation &navigation() const { return navigator; }
 
-    bool canBeMinimized() const { return minimizable; }
-    void setCanBeMinimized(bool can);
+    /// Whether the frame offers to minimise the window, as it does at first.
+    Q_INVOKABLE void setCanBeMinimized(bool can);
 
     /// Why the document can't be shown, an error on a line; empty if it can.
     QString documentErrors() const { return errorText; }
@@ -72,7 +70,6 @@ public Q_SLOTS:
     void showNormal();
 
 Q_SIGNALS:
-    void canBeMinimizedChanged();
     void stayOnTopChanged();
 
     /// The user has asked for the end by the window's frame. The window closes right after.
@@ -100,7 +97,6 @@ private:
     QString errorText;
     Navigation &navigator;
     WindowPlace place;
-    bool minimizable = true;
     bool sizeRemembered = false;
     bool closing = false;
     int waiting = 0;

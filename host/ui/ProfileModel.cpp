@@ -113,6 +113,8 @@ ProfileModel::ProfileModel(const DashboardAbstractProfilesManager &store)
 
 ProfileModel::~ProfileModel()
 {
+    // Qt loses a connection's memory if its receiver ends just as another thread queues a call.
+    disconnect(&store, nullptr, this, nullptr);
     reader.waitForDone();
 }
 

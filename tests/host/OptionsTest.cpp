@@ -67,6 +67,8 @@ private Q_SLOTS:
 
     void gamesAreHeardWhereTheOptionsSay()
     {
+        for (const char *line : {"--port 4444", "--listen 0.0.0.0", "--feed a.json", "record a"})
+            QCOMPARE(parse(QString::fromLatin1(line)).options.telemetry, QStringLiteral("auto"));
         const Options options =
             parse(QStringLiteral("--telemetry ego --listen :: --port 65535")).options;
         QCOMPARE(options.telemetry, QStringLiteral("ego"));
@@ -146,7 +148,6 @@ private Q_SLOTS:
         row("--size 16385x272", "'16385x272'");
         row("--size 99999999999x2", "'99999999999x2'");
         row("--telemetry crystalball", "'crystalball'");
-        row("--port 4444", "--telemetry");
         row("--telemetry demo --listen 0.0.0.0", "--telemetry");
         row("--telemetry auto --port 0", "'0'");
         row("--telemetry auto --port 65536", "'65536'");
@@ -177,7 +178,7 @@ private Q_SLOTS:
         row("--telemetry a.drive --speed 101", "'101'");
         row("--telemetry a.drive --speed nan", "'nan'");
         row("--telemetry a.drive --port 4444", "--port");
-        row("--feed a.json", "demo");
+        row("--telemetry demo --feed a.json", "demo");
         row("record", "record FILE");
         row("record a b", "record FILE");
         row("record a --frames out", "--frames");

@@ -18,7 +18,7 @@ Rectangle {
 
     color: ux.windowBackground
     onTitleChanged: qt_window.setTitle(title)
-    onMinimizeButtonVisibleChanged: qt_window.canBeMinimized = minimizeButtonVisible
+    onMinimizeButtonVisibleChanged: qt_window.setCanBeMinimized(minimizeButtonVisible)
     onContentChanged: content.parent = contentArea
     onBottomPanelChanged: bottomPanel.parent = bottomArea
 
