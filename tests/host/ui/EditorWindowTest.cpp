@@ -11,9 +11,9 @@
 namespace {
 
 const QString View = QStringLiteral("DashboardEditor");
-const QByteArray Red =
+constexpr const char *Red =
     "import QtQuick 2.15\nRectangle { width: 480; height: 272; color: '#ff0000' }\n";
-const QByteArray Blue =
+constexpr const char *Blue =
     "import QtQuick 2.15\nRectangle { width: 480; height: 272; color: '#0000ff' }\n";
 
 } // namespace
@@ -183,7 +183,7 @@ private Q_SLOTS:
         const QSignalSpy failures(bench->navigation.get(), &Navigation::failed);
         bench->navigation->showView(QStringLiteral("NoSuchView"), QStringLiteral("argument"));
         QCOMPARE(failures.count(), 1);
-        QVERIFY(failures[0][0].toString().contains(QStringLiteral("NoSuchView")));
+        QVERIFY(failures.value(0).value(0).toString().contains(QStringLiteral("NoSuchView")));
         QCOMPARE(log.lines.size(), 1);
         bench->navigation->showView(View);
         QCOMPARE(failures.count(), 1);
@@ -217,7 +217,8 @@ private Q_SLOTS:
         bench->start(false);
         const LogCapture log;
         ViewWindow *window = bench->open(View);
-        QVERIFY(window != nullptr);
+        if (window == nullptr)
+            QFAIL("It doesn't open");
         QVERIFY(ViewBench::find(window->rootObject(), "text",
                                 QStringLiteral("Not available without hardware acceleration")) !=
                 nullptr);
@@ -242,7 +243,8 @@ private:
 
     static QQuickItem *button(const ViewWindow *window, const char *text)
     {
-        for (QQuickItem *item : buttons(window->rootObject())) {
+        const QList<QQuickItem *> all = buttons(window->rootObject());
+        for (QQuickItem *item : all) {
             if (item->property("text").toString() == QLatin1String(text))
                 return item;
         }

@@ -79,7 +79,8 @@ QQuickItem *GalleryBench::card(const QString &name) const
     QQuickItem *const grid = item("objectName", text("grid"));
     for (int row = 0; row < grid->property("count").toInt(); ++row) {
         QQuickItem *found = nullptr;
-        QMetaObject::invokeMethod(grid, "itemAtIndex", Q_RETURN_ARG(QQuickItem *, found),
+        QMetaObject::invokeMethod(grid, "itemAtIndex",
+                                  QReturnArgument<QQuickItem *>("QQuickItem*", found),
                                   Q_ARG(int, row));
         if (found != nullptr && found->property("name") == name)
             return found;

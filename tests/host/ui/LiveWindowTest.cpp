@@ -13,7 +13,7 @@ namespace {
 const QString View = QStringLiteral("DashboardWindow");
 
 /// Four fields of one colour each, which survive smooth scaling.
-const QByteArray FourFields = R"(import QtQuick 2.15
+constexpr const char *FourFields = R"(import QtQuick 2.15
 Grid {
     width: 480; height: 272; columns: 2
     Repeater { model: ["#c02020", "#20c020", "#2020c0", "#c0c020"]
