@@ -1,5 +1,6 @@
 #include "Options.h"
 
+#include "DeclaredOptions.h"
 #include "TelemetryFactory.h"
 #include "telemetry/DemoCars.h"
 #include "telemetry/recordings/Playback.h"
@@ -19,122 +20,6 @@ constexpr int MaximumSide = 16'384;
 // The views of the library.
 const QLatin1String WindowView("DashboardWindow");
 const QLatin1String EditorView("DashboardEditor");
-
-struct Declared
-{
-    QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")},
-                            QStringLiteral("Show this help.")};
-    QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
-                               QStringLiteral("Show the version.")};
-    QCommandLineOption window{
-        QStringLiteral("window"),
-        QStringLiteral("Show the live dashboard alone; the same as --view DashboardWindow.")};
-    QCommandLineOption view{
-        QStringLiteral("view"),
-        QStringLiteral("Show one view alone: DashboardWindow or DashboardEditor."),
-        QStringLiteral("name")};
-    QCommandLineOption path{QStringLiteral("path"),
-                            QStringLiteral("With --view DashboardEditor: the QML file to edit."),
-                            QStringLiteral("file")};
-    QCommandLineOption frames{
-        QStringLiteral("frames"),
-        QStringLiteral("Write the frames as PNG files into <dir>, which is made if missing."),
-        QStringLiteral("dir")};
-    QCommandLineOption count{QStringLiteral("count"),
-                             QStringLiteral("Frames to write, 1 to 1000000 (default: 250)."),
-                             QStringLiteral("n")};
-    QCommandLineOption size{
-        QStringLiteral("size"),
-        QStringLiteral("Size in pixels, 2x2 to 16384x16384: of the frames (default: 480x272), or "
-                       "of the view's window (default: as it was left)."),
-        QStringLiteral("WxH")};
-    QCommandLineOption upsideDown{QStringLiteral("upside-down"),
-                                  QStringLiteral("Turn the frames by 180 degrees.")};
-    QCommandLineOption dashboard{
-        QStringLiteral("dashboard"),
-        QStringLiteral(
-            "Show this one, whatever vehicle is driven: a QML file, or the name or id of "
-            "a dashboard. Without it the collection decides. Goes with --window, which it implies, "
-            "and --frames."),
-        QStringLiteral("file|name|id")};
-    QCommandLineOption telemetry{
-        QStringLiteral("telemetry"),
-        QStringLiteral(
-            "Where telemetry comes from: demo, a lap of a simulated car (the default); "
-            "auto, whatever game sends; or one feed alone: outgauge, data-out, ego; or a "
-            "file: a recorded drive, or the JSON description of a feed."),
-        QStringLiteral("source")};
-    QCommandLineOption listen{
-        QStringLiteral("listen"),
-        QStringLiteral("Hear games on this address of the computer, such as 0.0.0.0 for all of "
-                       "IPv4, and so from other computers (default: from this one only)."),
-        QStringLiteral("address")};
-    QCommandLineOption port{
-        QStringLiteral("port"),
-        QStringLiteral("Hear games on this UDP port alone, 1 to 65535 (default: the usual ones)."),
-        QStringLiteral("n")};
-    QCommandLineOption feed{
-        QStringLiteral("feed"),
-        QStringLiteral("Understand the feed that this JSON file describes, too. May be repeated."),
-        QStringLiteral("file")};
-    QCommandLineOption speed{QStringLiteral("speed"),
-                             QStringLiteral("Play a drive at this many times its own pace, 0.1 to "
-                                            "100 (default: 1)."),
-                             QStringLiteral("n")};
-    QCommandLineOption loop{QStringLiteral("loop"),
-                            QStringLiteral("Play a drive again and again.")};
-    QCommandLineOption duration{QStringLiteral("duration"),
-                                QStringLiteral("With 'record': end after this many seconds."),
-                                QStringLiteral("seconds")};
-    QCommandLineOption force{QStringLiteral("force"),
-                             QStringLiteral("With 'record': overwrite a file that is there.")};
-    QCommandLineOption demoCars{
-        QStringLiteral("demo-cars"),
-        QStringLiteral("Cars that the demo drives in turn, 20 seconds each, 1 to 3 (default: 1)."),
-        QStringLiteral("n")};
-    QCommandLineOption startAt{QStringLiteral("start-at"),
-                               QStringLiteral("Begin this many seconds into the telemetry "
-                                              "(default: 180 in the demo, in its third lap; 0 in "
-                                              "a recorded drive)."),
-                               QStringLiteral("seconds")};
-    QCommandLineOption mph{
-        QStringLiteral("mph"),
-        QStringLiteral("Ask dashboards for miles per hour (default: as set; km/h for frames).")};
-    QCommandLineOption kmh{QStringLiteral("kmh"),
-                           QStringLiteral("Ask dashboards for kilometres per hour.")};
-    QCommandLineOption noAcceleration{
-        QStringLiteral("no-acceleration"),
-        QStringLiteral("Run without OpenGL: consumers get a message instead of dashboards.")};
-    QCommandLineOption json{QStringLiteral("json"),
-                            QStringLiteral("With 'profiles list': print JSON.")};
-    QCommandLineOption output{QStringLiteral("output"),
-                              QStringLiteral("With 'preview': the PNG file to write (default: "
-                                             "preview.png beside the dashboard)."),
-                              QStringLiteral("file")};
-    QCommandLineOption verbose{QStringLiteral("verbose"),
-                               QStringLiteral("Print the library's progress messages.")};
-
-    /// What a recording can't use.
-    std::vector<const QCommandLineOption *> picture() const
-    {
-        return {&window,    &view, &path, &frames,   &count,   &size,          &upsideDown,
-                &dashboard, &mph,  &kmh,  &demoCars, &startAt, &noAcceleration};
-    }
-
-    /// Where telemetry comes from.
-    std::vector<const QCommandLineOption *> sources() const
-    {
-        return {&telemetry, &listen, &port, &feed};
-    }
-
-    QList<QCommandLineOption> all() const
-    {
-        return {window,    view,   path,  frames, count,  size,    upsideDown, dashboard,
-                telemetry, listen, port,  feed,   speed,  loop,    demoCars,   startAt,
-                mph,       kmh,    force, json,   output, verbose, duration,   noAcceleration,
-                help,      version};
-    }
-};
 
 ParsedOptions failure(const QString &text)
 {
@@ -198,7 +83,8 @@ QString readRecordCommand(const QStringList &words, Options &options)
     return {};
 }
 
-QString readCommand(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readCommand(const QCommandLineParser &parser, const DeclaredOptions &declared,
+                    Options &options)
 {
     const QStringList words = parser.positionalArguments();
     if (words.isEmpty())
@@ -226,7 +112,8 @@ QString readCommand(const QCommandLineParser &parser, const Declared &declared, 
     return {};
 }
 
-QString readMode(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readMode(const QCommandLineParser &parser, const DeclaredOptions &declared,
+                 Options &options)
 {
     const bool lists = options.mode == Options::Mode::Command &&
                        options.command.verb == ProfileCommand::Verb::List;
@@ -239,7 +126,8 @@ QString readMode(const QCommandLineParser &parser, const Declared &declared, Opt
     return {};
 }
 
-QString readView(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readView(const QCommandLineParser &parser, const DeclaredOptions &declared,
+                 Options &options)
 {
     if (parser.isSet(declared.view)) {
         options.view = parser.value(declared.view);
@@ -270,7 +158,8 @@ QString readView(const QCommandLineParser &parser, const Declared &declared, Opt
     return {};
 }
 
-QString readFrames(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readFrames(const QCommandLineParser &parser, const DeclaredOptions &declared,
+                   Options &options)
 {
     if (!parser.isSet(declared.frames)) {
         for (const QCommandLineOption *option : {&declared.count, &declared.upsideDown}) {
@@ -289,7 +178,8 @@ QString readFrames(const QCommandLineParser &parser, const Declared &declared, O
                                              : QString();
 }
 
-QString readPicture(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readPicture(const QCommandLineParser &parser, const DeclaredOptions &declared,
+                    Options &options)
 {
     if (parser.isSet(declared.count)) {
         const QString text = parser.value(declared.count);
@@ -319,7 +209,8 @@ QString readPicture(const QCommandLineParser &parser, const Declared &declared, 
     return {};
 }
 
-QString readTelemetry(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readTelemetry(const QCommandLineParser &parser, const DeclaredOptions &declared,
+                      Options &options)
 {
     if (parser.isSet(declared.telemetry)) {
         options.telemetry = parser.value(declared.telemetry);
@@ -348,7 +239,8 @@ QString readTelemetry(const QCommandLineParser &parser, const Declared &declared
     return {};
 }
 
-QString readNetwork(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readNetwork(const QCommandLineParser &parser, const DeclaredOptions &declared,
+                    Options &options)
 {
     const bool hears =
         options.mode == Options::Mode::Record ||
@@ -396,7 +288,8 @@ QString readNumber(const QCommandLineParser &parser, const QCommandLineOption &o
              parser.value(option));
 }
 
-QString readDrive(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readDrive(const QCommandLineParser &parser, const DeclaredOptions &declared,
+                  Options &options)
 {
     constexpr double LongestRecording = 1'000'000; // Seconds; eleven days.
     const bool records = options.mode == Options::Mode::Record;
@@ -429,7 +322,8 @@ QString readDrive(const QCommandLineParser &parser, const Declared &declared, Op
                : error;
 }
 
-QString readUnits(const QCommandLineParser &parser, const Declared &declared, Options &options)
+QString readUnits(const QCommandLineParser &parser, const DeclaredOptions &declared,
+                  Options &options)
 {
     const bool mph = parser.isSet(declared.mph);
     const bool kmh = parser.isSet(declared.kmh);
@@ -440,30 +334,11 @@ QString readUnits(const QCommandLineParser &parser, const Declared &declared, Op
     return {};
 }
 
-QString helpText(const QCommandLineParser &parser)
-{
-    return parser.helpText() +
-           QStringLiteral(
-               "\nA drive:\n"
-               "  record FILE                 Write what games send into a file, until Ctrl+C.\n"
-               "  --telemetry FILE            Play it.\n"
-               "\nThe collection of dashboards:\n"
-               "  profiles list [--json]      Names, ids, kinds, vehicles, previews.\n"
-               "  profiles activate NAME|ID   Make it the one that is shown.\n"
-               "  profiles copy NAME|ID NEW   Copy it into your own folder.\n"
-               "  profiles rename NAME|ID NEW Give one of your own another name.\n"
-               "  profiles remove NAME|ID     Delete one of your own.\n"
-               "  profiles vehicles           Which vehicle goes with which.\n"
-               "  preview NAME|ID|FILE        Draw a dashboard's preview.png.\n"
-               "  lint NAME|ID|FILE           Look for what is wrong with a dashboard.\n"
-               "  vehicle NAME                Report a vehicle; prints what is on then.\n");
-}
-
 } // namespace
 
 ParsedOptions parseOptions(const QStringList &arguments)
 {
-    const Declared declared;
+    const DeclaredOptions declared;
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Shows dashboards of GAUGE64, driven by a simulator's telemetry. Without "
