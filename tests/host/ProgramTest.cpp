@@ -279,7 +279,7 @@ private Q_SLOTS:
         QMap<QString, QJsonObject> list;
         const QJsonArray entries =
             QJsonDocument::fromJson(run("profiles list --json").output.toUtf8()).array();
-        for (const QJsonValue entry : entries)
+        for (const auto &entry : entries)
             list.insert(entry[QLatin1String("name")].toString(), entry.toObject());
         const QJsonObject other = list.value(QStringLiteral("Other"));
         QCOMPARE(other.value(QLatin1String("builtIn")).toBool(true), false);

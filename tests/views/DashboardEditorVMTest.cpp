@@ -4,7 +4,6 @@
 #include <QtCore/QMetaType>
 #include <QtTest/QtTest>
 
-#include <cstring>
 #include <limits>
 
 namespace {
@@ -18,7 +17,10 @@ constexpr std::uint32_t Boxes = 0x5150;
 
 template<typename Record> bool sameBytes(const Record &a, const Record &b)
 {
-    return std::memcmp(&a, &b, sizeof(Record)) == 0;
+    const auto bytes = [](const Record &record) {
+        return QByteArray(reinterpret_cast<const char *>(&record), sizeof record);
+    };
+    return bytes(a) == bytes(b);
 }
 
 } // namespace

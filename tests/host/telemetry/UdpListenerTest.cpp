@@ -14,7 +14,7 @@
 
 namespace {
 
-const QHostAddress Local(QHostAddress::LocalHost);
+constexpr QHostAddress::SpecialAddress Local = QHostAddress::LocalHost;
 
 /// Counts, and may hold up whoever calls.
 class Taker final : public TelemetrySink

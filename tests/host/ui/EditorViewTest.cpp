@@ -11,7 +11,7 @@
 namespace {
 
 // Gas makes it red, brake green; the steering moves nothing.
-const QByteArray Pedals =
+constexpr char Pedals[] =
     "Rectangle { width: 480; height: 272; color: Qt.rgba(dash_gasPedal_Percent / 100, "
     "dash_brakePedal_Percent / 100, 0, 1) }";
 
@@ -267,7 +267,8 @@ void EditorViewTest::closesByEveryRoad()
         bench->navigation.reset();
     if (road == QLatin1String("close and delete")) {
         window->close();
-        delete window;
+        window->deleteLater();
+        QCoreApplication::sendPostedEvents(window, QEvent::DeferredDelete);
     }
     QTRY_VERIFY(gone == nullptr);
     QCOMPARE(Complaints::texts, QStringList());

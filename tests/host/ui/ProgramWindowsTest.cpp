@@ -6,7 +6,7 @@
 
 namespace {
 
-const QByteArray Dashboard = "import QtQuick 2.15\nRectangle { width: 480; height: 272 }\n";
+constexpr char Dashboard[] = "import QtQuick 2.15\nRectangle { width: 480; height: 272 }\n";
 
 /// The program with windows, as a user starts it.
 class Program

@@ -102,7 +102,7 @@ void ViewBench::stopTelemetry()
         feeder.join();
 }
 
-ViewWindow *ViewBench::open(const QString &view, const QVariant &argument)
+ViewWindow *ViewBench::open(const QString &view, const QVariant &argument) const
 {
     navigation->showView(view, argument);
     ViewWindow *window = navigation->window(view);

@@ -61,7 +61,7 @@ public:
     void stopTelemetry();
 
     /// Opens a view and waits until its window is on the screen.
-    ViewWindow *open(const QString &view, const QVariant &argument = {});
+    ViewWindow *open(const QString &view, const QVariant &argument = {}) const;
 
     /// The middle of an item, on the screen.
     static QPoint middle(const QQuickItem *item);

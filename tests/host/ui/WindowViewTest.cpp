@@ -228,8 +228,7 @@ void WindowViewTest::staysOnTopWithoutMoving()
     const auto above = [id] {
         return Desktop::windowState(id).contains(QLatin1String("_NET_WM_STATE_ABOVE"));
     };
-    int hidden = 0;
-    connect(window, &QWindow::visibleChanged, this, [&hidden] { ++hidden; });
+    const QSignalSpy hidden(window, &QWindow::visibleChanged);
     QVERIFY(!above());
     for (const bool on : {true, false, true}) {
         hover();
@@ -240,7 +239,7 @@ void WindowViewTest::staysOnTopWithoutMoving()
             on ? QStringLiteral("qrc:/orvx/stayontop_on") : QStringLiteral("qrc:/orvx/stayontop");
         QTRY_VERIFY(UserBench::item(window, icon, "source") != nullptr);
     }
-    QCOMPARE(hidden, 0);
+    QCOMPARE(hidden.count(), 0);
     QCOMPARE(window->winId(), id);
     QCOMPARE(window->geometry(), before);
 

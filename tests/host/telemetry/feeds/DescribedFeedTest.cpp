@@ -77,7 +77,7 @@ private Q_SLOTS:
         row("empty", "", "1: no valid JSON");
         row("no JSON", "{\n\"name\": 'x'}", "2: no valid JSON");
         row("cut off", "{\n\"name\": \"x\",\n", "2: no valid JSON");
-        row("more behind it", description("\"length\": 4, \"fields\": {}") + "\n\n}",
+        row("more behind it", description(R"("length": 4, "fields": {})") + "\n\n}",
             "4: no valid JSON");
         row("zero byte", QByteArray("{}\n\0", 4), "2: no valid JSON");
         row("no UTF-8", "{\"name\": \"\xff\"}", "1: no valid JSON");
@@ -93,20 +93,18 @@ private Q_SLOTS:
         row("unknown member", description("\"colour\": 1"), "2: 'colour' is not known");
         row("no name", "\n{\"port\": 1}", "2: 'name' is missing");
         row("name", "{\"name\":\n 3}", "2: 'name' must be a text");
-        row("port", "{\"name\": \"a\", \"port\": 65536}",
+        row("port", R"({"name": "a", "port": 65536})",
             "1: 'port' must be a whole number from 1 to 65535");
-        row("port as text", "{\"name\": \"a\", \"port\": \"1\"}",
-            "1: 'port' must be a whole number");
+        row("port as text", R"({"name": "a", "port": "1"})", "1: 'port' must be a whole number");
         row("no length", description("\"fields\": {}"), "1: it takes either 'length' or");
-        row("both lengths", description("\"length\": 1, \"minimumLength\": 1"),
+        row("both lengths", description(R"("length": 1, "minimumLength": 1)"),
             "1: it takes either");
         row("no datagram's length", description("\"length\": 65508"), "2: 'length' must be");
         row("half a byte", description("\"length\": 4.5"), "2: 'length' must be");
         row("lengths", description("\"length\": []"), "2: 'length' must name at least one");
-        row("order", description("\"length\": 4, \"endianness\": \"middle\""),
+        row("order", description(R"("length": 4, "endianness": "middle")"),
             "2: 'endianness' must be");
-        row("bytes",
-            description("\"length\": 4, \"recognise\": {\"offset\": 0, \"bytes\": \"4x\"}"),
+        row("bytes", description(R"("length": 4, "recognise": {"offset": 0, "bytes": "4x"})"),
             "2: 'bytes' must be bytes in hexadecimal");
         row("condition beyond",
             description("\"length\": 4, \"recognise\": [\n{\"offset\": 3, \"bytes\": \"4c46\"}]"),
@@ -115,27 +113,26 @@ private Q_SLOTS:
             description("\"length\": 4, \"vehicle\":\n{\"offset\": 2, \"length\": 3}"),
             "3: offset 2 and 3 bytes reach beyond");
         row("no fields", description("\"length\": 4"), "1: 'fields' is missing");
-        row("empty fields", description("\"length\": 4, \"fields\": {}"), "2: 'fields' must be");
+        row("empty fields", description(R"("length": 4, "fields": {})"), "2: 'fields' must be");
         row("unknown field", withField("speed", "{}"), "4: 'speed' is no field of the telemetry");
         row("no number", number("7"), "4: a number of a datagram must be an object");
-        row("no offset", number("{\"type\": \"u8\"}"), "4: 'offset' is missing");
-        row("offset below 0", number("{\"offset\": -1, \"type\": \"u8\"}"), "4: 'offset' must be");
+        row("no offset", number(R"({"type": "u8"})"), "4: 'offset' is missing");
+        row("offset below 0", number(R"({"offset": -1, "type": "u8"})"), "4: 'offset' must be");
         row("beyond the length", number("{\"offset\": 5,\n\"type\": \"f32\"}"),
             "4: offset 5 and 4 bytes reach beyond the length of 8 bytes");
         row("beyond the shortest",
-            description(
-                "\"length\": [9, 8], \"fields\": {\"rpm\": {\"offset\": 8, \"type\": \"u8\"}}"),
+            description(R"("length": [9, 8], "fields": {"rpm": {"offset": 8, "type": "u8"}})"),
             "2: offset 8 and 1 bytes reach beyond the length of 8");
         row("type", number("{\"offset\": 0,\n\"type\": \"float\"}"), "5: 'type' must be u8, i8");
-        row("bit of a float", number("{\"offset\": 0, \"type\": \"f32\", \"bit\": 1}"),
+        row("bit of a float", number(R"({"offset": 0, "type": "f32", "bit": 1})"),
             "4: 'bit' goes with whole numbers");
-        row("bit beyond", number("{\"offset\": 0, \"type\": \"u16\", \"bit\": 16}"),
+        row("bit beyond", number(R"({"offset": 0, "type": "u16", "bit": 16})"),
             "4: 'bit' must be a whole number from 0 to 15");
-        row("factor", number("{\"offset\": 0, \"type\": \"u8\", \"factor\": \"2\"}"),
+        row("factor", number(R"({"offset": 0, "type": "u8", "factor": "2"})"),
             "4: 'factor' must be a number");
-        row("constant and offset", number("{\"value\": 1, \"offset\": 0}"),
+        row("constant and offset", number(R"({"value": 1, "offset": 0})"),
             "4: 'offset' is not known in a field with 'value'");
-        row("available", number("{\"value\": 1, \"available\": true}"),
+        row("available", number(R"({"value": 1, "available": true})"),
             "4: a number of a datagram must be");
     }
 
@@ -185,9 +182,9 @@ private Q_SLOTS:
         QByteArray bytes = QByteArray::fromHex(big);
         for (const char *order : {"big", "little"}) {
             const QByteArray json =
-                description("\"minimumLength\": 9, \"endianness\": \"" + QByteArray(order) +
-                            "\", \"fields\": {\"heaveG\": {\"offset\": 1, \"type\": \"" + type +
-                            "\", \"factor\": 2, \"bias\": -1}}");
+                description(R"("minimumLength": 9, "endianness": ")" + QByteArray(order) +
+                            R"(", "fields": {"heaveG": {"offset": 1, "type": ")" + type +
+                            R"(", "factor": 2, "bias": -1}})");
             const auto read = decode(json, "\7" + bytes.leftJustified(8, '\7'));
             QVERIFY(read);
             QCOMPARE(read->sample.vehicle.heaveG, static_cast<float>(2 * value - 1));
@@ -370,8 +367,8 @@ private Q_SLOTS:
     void vehiclesAreNamedByTextOrNumber()
     {
         const auto name = [](const QByteArray &vehicle, const QByteArray &payload) {
-            const auto read = decode(description("\"minimumLength\": 2, \"vehicle\": " + vehicle +
-                                                 ", \"fields\": {\"rpm\": {\"value\": 1}}"),
+            const auto read = decode(description(R"("minimumLength": 2, "vehicle": )" + vehicle +
+                                                 R"(, "fields": {"rpm": {"value": 1}})"),
                                      payload);
             return read ? read->vehicle : QStringLiteral("nothing");
         };

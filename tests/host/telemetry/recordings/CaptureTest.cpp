@@ -171,7 +171,7 @@ private Q_SLOTS:
         const Reading reading =
             read(pcap(101, {ipv4(udp("a"), 0x2000), ipv4("b", 3),
                             ipv6(QByteArray("\x11\0\0\1\0\0\0\0", 8), 44), ipv4("tcp", 0, 6),
-                            ipv6("tcp", 6), "", "\x45", "nonsense", whole}));
+                            ipv6("tcp", 6), "", R"(E)", "nonsense", whole}));
         QCOMPARE(reading.datagrams.size(), std::size_t(1));
         QCOMPARE(reading.remarks.size(), 1);
         QVERIFY2(reading.remarks[0].startsWith(QStringLiteral("3 pieces")),

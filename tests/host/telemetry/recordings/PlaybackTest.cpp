@@ -230,8 +230,10 @@ private Q_SLOTS:
 
     void theWayToTheStartIsDecodedButNotShown()
     {
+        constexpr int Count = 25'000;
         std::vector<nanoseconds> times;
-        for (int i = 0; i < 25'000; ++i)
+        times.reserve(Count);
+        for (int i = 0; i < Count; ++i)
             times.emplace_back(std::chrono::milliseconds(i));
         DrivePlayer drive = player(times, {100, 24'900ms, false});
         Notes notes;
