@@ -8,6 +8,7 @@
 #include "support/TemporaryHome.h"
 #include "support/TestFiles.h"
 #include "telemetry/DemoCars.h"
+#include "telemetry/PacedSource.h"
 #include "telemetry/TelemetryMonitor.h"
 #include "ui/GalleryWindow.h"
 #include "ui/Navigation.h"
@@ -183,8 +184,9 @@ int main(int argc, char *argv[])
 
         wait(WarmUpMs);
         printFrames("Scrolling, no telemetry", scroll(window, *grid));
-        const TelemetryFeeder feeder(std::make_unique<DemoCars>(64, 1), 30, *engine, vehicles,
-                                     monitor);
+        const TelemetryFeeder feeder(
+            std::make_unique<PacedSource>(std::make_unique<DemoCars>(64, 1), 30), *engine, vehicles,
+            monitor);
         wait(WarmUpMs); // The engine loads the dashboard at its first tick.
         printFrames("Scrolling, live picture", scroll(window, *grid));
     }
