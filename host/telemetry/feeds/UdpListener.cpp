@@ -7,6 +7,7 @@
 #include <QtCore/QTimer>
 #include <QtNetwork/QUdpSocket>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -17,23 +18,34 @@ using Clock = std::chrono::steady_clock;
 constexpr int LongestDatagram = 65'507;
 constexpr std::chrono::milliseconds LongestReading{5}; ///< Without handing anything on.
 
-/// Why a port could not be opened.
+/// Why a port could not be opened, unless another program has it.
 QString problemOf(const QUdpSocket &socket, const QHostAddress &address, quint16 port)
 {
-    const QString place = QStringLiteral("UDP port %1 of %2").arg(port).arg(address.toString());
-    switch (socket.error()) {
-    case QAbstractSocket::AddressInUseError:
-        return QStringLiteral("%1 is in use by another program, so no telemetry comes in there. "
-                              "'ss -lunp sport = :%2' shows by which; on Windows 'netstat -ano -p "
-                              "udp'.")
-            .arg(place)
-            .arg(port);
-    case QAbstractSocket::SocketAddressNotAvailableError:
+    if (socket.error() == QAbstractSocket::SocketAddressNotAvailableError)
         return QStringLiteral("%1 is no address of this computer, so nothing can be heard there.")
             .arg(address.toString());
-    default:
-        return QStringLiteral("%1 could not be opened: %2.").arg(place, socket.errorString());
-    }
+    return QStringLiteral("UDP port %1 of %2 could not be opened: %3.")
+        .arg(QString::number(port), address.toString(), socket.errorString());
+}
+
+/// Ports that other programs have, with all addresses of which that is true.
+struct PortsInUse
+{
+    QStringList ports;
+    QStringList addresses;
+};
+
+/// A sentence for all of them: a second host on the same computer finds every port in use.
+QString problemOf(const PortsInUse &inUse)
+{
+    const QString comma = QStringLiteral(", ");
+    const bool isOne = inUse.ports.size() == 1;
+    return QStringLiteral("UDP %1 %2 of %3 %4 in use by another program, so no telemetry comes in "
+                          "there. 'ss -lunp sport = :%5' shows by which; on Windows 'netstat -ano "
+                          "-p udp'.")
+        .arg(isOne ? QStringLiteral("port") : QStringLiteral("ports"), inUse.ports.join(comma),
+             inUse.addresses.join(comma), isOne ? QStringLiteral("is") : QStringLiteral("are"),
+             inUse.ports.constFirst());
 }
 
 /// The part that lives on the listening thread.
@@ -52,15 +64,16 @@ public:
         connect(&silence, &QTimer::timeout, this, [this] { checkSilence(); });
     }
 
-    /// Opens a port; 0 and an error, if there is one worth telling, if it can't be.
-    quint16 open(const QHostAddress &address, quint16 port, QStringList &errors)
+    /// Opens a port. If it can't be the result is 0, and it is among those in use or, if that is
+    /// worth telling, an error.
+    quint16 open(const QHostAddress &address, quint16 port, QStringList &inUse, QStringList &errors)
     {
         auto socket = std::make_unique<QUdpSocket>();
         if (!socket->bind(address, port, QAbstractSocket::DontShareAddress)) {
+            if (socket->error() == QAbstractSocket::AddressInUseError)
+                inUse += QString::number(port);
             // Not every computer speaks IPv6, and then no game does.
-            const bool isMissing = address == QHostAddress(QHostAddress::LocalHostIPv6) &&
-                                   socket->error() != QAbstractSocket::AddressInUseError;
-            if (!isMissing)
+            else if (address != QHostAddress(QHostAddress::LocalHostIPv6))
                 errors += problemOf(*socket, address, port);
             return 0;
         }
@@ -156,12 +169,26 @@ void UdpListener::run(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wi
 {
     Ear ear(std::move(feeds), wishes.tap, taker);
     Opened result;
+    std::vector<PortsInUse> allInUse;
     for (const QHostAddress &address : wishes.addresses) {
+        QStringList inUse;
         for (const quint16 port : wishes.ports) {
-            if (const quint16 open = ear.open(address, port, result.errors))
+            if (const quint16 open = ear.open(address, port, inUse, result.errors))
                 result.ports.push_back(open);
         }
+        if (inUse.isEmpty())
+            continue;
+        const auto same = std::find_if(allInUse.begin(), allInUse.end(),
+                                       [&inUse](const auto &other) { return other.ports == inUse; });
+        if (same != allInUse.end())
+            same->addresses += address.toString();
+        else
+            allInUse.push_back({inUse, {address.toString()}});
     }
+    for (const PortsInUse &inUse : allInUse)
+        result.errors += problemOf(inUse);
+    // Every port of an address that isn't this computer's says the same.
+    result.errors.removeDuplicates();
     opened.set_value(std::move(result));
     // Behind this line the constructor's arguments may be gone.
     QEventLoop().exec();

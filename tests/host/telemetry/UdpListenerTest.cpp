@@ -180,6 +180,21 @@ private Q_SLOTS:
                  qPrintable(listener->errors()[0]));
     }
 
+    void portsThatASecondHostFindsInUseAreToldInOneSentence()
+    {
+        const std::vector<QHostAddress> loopbacks{Local, QHostAddress(QHostAddress::LocalHostIPv6)};
+        QUdpSocket four;
+        QVERIFY(four.bind(Local, 0, QAbstractSocket::DontShareAddress));
+        QUdpSocket six;
+        if (!six.bind(loopbacks[1], four.localPort(), QAbstractSocket::DontShareAddress))
+            QSKIP("This computer has no IPv6.");
+        const auto listener = listen(loopbacks, four.localPort());
+        QVERIFY(!listener->isListening());
+        QCOMPARE(listener->errors().size(), 1);
+        QVERIFY2(listener->errors()[0].contains(QStringLiteral("of 127.0.0.1, ::1 is in use")),
+                 qPrintable(listener->errors()[0]));
+    }
+
     void anAddressOfAnotherComputerIsTold()
     {
         const auto listener = listen({QHostAddress(QStringLiteral("192.0.2.1"))});
