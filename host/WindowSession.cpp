@@ -154,6 +154,8 @@ void WindowSession::show()
     const QStringList problems = cluster.startTelemetry();
     for (const QString &problem : problems)
         printError(problem);
+    if (gallery != nullptr && !cluster.isFed())
+        gallery->setTelemetryAbsent();
     if (!problems.isEmpty())
         message.tell(problems.join(QLatin1Char('\n')));
 }

@@ -846,6 +846,10 @@
         <translation>Verloren</translation>
     </message>
     <message>
+        <source>Could not be opened</source>
+        <translation>Nicht zu öffnen</translation>
+    </message>
+    <message>
         <source>Waiting for data</source>
         <translation>Warten auf Daten</translation>
     </message>

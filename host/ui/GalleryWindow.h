@@ -27,6 +27,9 @@ public:
     /// Names anew, in another language perhaps, where telemetry comes from.
     void setTelemetrySource(const QString &name) { telemetry.setSource(name); }
 
+    /// Says that it could not be opened.
+    void setTelemetryAbsent() { telemetry.setAbsent(); }
+
     /// Waits for a copy or a removal that is under way.
     ~GalleryWindow() override;
 

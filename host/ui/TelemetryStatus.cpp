@@ -48,6 +48,12 @@ void TelemetryStatus::setSource(const QString &newSource)
     Q_EMIT sourceChanged();
 }
 
+void TelemetryStatus::setAbsent()
+{
+    isAbsent = true;
+    refresh();
+}
+
 QString TelemetryStatus::text() const
 {
     switch (shownState) {
@@ -57,6 +63,8 @@ QString TelemetryStatus::text() const
         return tr("Paused");
     case Lost:
         return tr("Lost");
+    case Absent:
+        return tr("Could not be opened");
     case Waiting:
         break;
     }
@@ -66,7 +74,7 @@ QString TelemetryStatus::text() const
 void TelemetryStatus::refresh()
 {
     const TelemetryMonitor::Reading reading = monitor.reading(clock());
-    const State newState = shown(reading.state);
+    const State newState = isAbsent ? Absent : shown(reading.state);
     const int newRate = qRound(reading.rate);
     if (newState == shownState && newRate == rate)
         return;

@@ -20,7 +20,7 @@ class TelemetryStatus final : public QObject
     Q_PROPERTY(QString vehicle READ vehicle NOTIFY vehicleChanged)
 
 public:
-    enum State { Waiting, Live, Paused, Lost };
+    enum State { Waiting, Live, Paused, Lost, Absent };
     Q_ENUM(State)
 
     using Clock = std::function<TelemetryMonitor::TimePoint()>;
@@ -32,6 +32,9 @@ public:
 
     QString source() const { return sourceName; }
     void setSource(const QString &newSource);
+
+    /// No telemetry can come, since its source could not be opened.
+    void setAbsent();
 
     State state() const { return shownState; }
 
@@ -54,6 +57,7 @@ private:
     QString sourceName;
     const Clock clock;
     QTimer timer;
+    bool isAbsent = false;
     State shownState = Waiting;
     int rate = 0; ///< Hz, as shown.
     QString vehicleName;

@@ -13,6 +13,7 @@ Rectangle {
         case TelemetryStatus.Paused:
             return ux.warningColor
         case TelemetryStatus.Lost:
+        case TelemetryStatus.Absent:
             return ux.dangerColor
         default:
             return ux.textDarkColor

@@ -40,6 +40,21 @@ private Q_SLOTS:
         QVERIFY(!status.text().contains(QStringLiteral("Hz")));
     }
 
+    void aSourceThatCouldNotBeOpenedIsNotWaitedFor()
+    {
+        const TelemetryMonitor monitor;
+        VehicleNames vehicles;
+        TelemetryStatus status(monitor, vehicles, {});
+        const QString waiting = status.text();
+        QSignalSpy changed(&status, &TelemetryStatus::changed);
+        status.setAbsent();
+        QCOMPARE(status.state(), TelemetryStatus::Absent);
+        QVERIFY(status.text() != waiting);
+        QCOMPARE(changed.count(), 1);
+        status.refresh();
+        QCOMPARE(status.state(), TelemetryStatus::Absent);
+    }
+
     void followsTheVehicle()
     {
         const TelemetryMonitor monitor;
