@@ -158,6 +158,6 @@ std::unique_ptr<UdpListener> makeListener(const Options &options, QStringList &p
         problems += QStringLiteral("No port is open for telemetry.");
         return nullptr;
     }
-    printLine(announcement(names, listener->ports(), wishes.addresses));
+    printLine(announcement(names, listener->ports(), listener->addresses()));
     return listener;
 }

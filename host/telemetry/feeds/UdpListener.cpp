@@ -150,6 +150,7 @@ UdpListener::UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Wishes 
     thread->start();
     Opened opened = future.get();
     openPorts = std::move(opened.ports);
+    openAddresses = std::move(opened.addresses);
     problems = std::move(opened.errors);
 }
 
@@ -172,10 +173,13 @@ void UdpListener::run(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wi
     std::vector<PortsInUse> allInUse;
     for (const QHostAddress &address : wishes.addresses) {
         QStringList inUse;
+        const std::size_t openBefore = result.ports.size();
         for (const quint16 port : wishes.ports) {
             if (const quint16 open = ear.open(address, port, inUse, result.errors))
                 result.ports.push_back(open);
         }
+        if (result.ports.size() > openBefore)
+            result.addresses.push_back(address);
         if (inUse.isEmpty())
             continue;
         const auto same = std::find_if(allInUse.begin(), allInUse.end(),

@@ -41,6 +41,9 @@ public:
     /// The open ports, one for each address and port that was wished for and is open, in order.
     const std::vector<quint16> &ports() const { return openPorts; }
 
+    /// The addresses on which any of them is open.
+    const std::vector<QHostAddress> &addresses() const { return openAddresses; }
+
     /// What went wrong, a sentence each, for the driver.
     const QStringList &errors() const { return problems; }
 
@@ -50,6 +53,7 @@ private:
     struct Opened
     {
         std::vector<quint16> ports;
+        std::vector<QHostAddress> addresses;
         QStringList errors;
     };
 
@@ -58,6 +62,7 @@ private:
 
     std::atomic<TelemetrySink *> taker{nullptr}; ///< Null until it starts.
     std::vector<quint16> openPorts;
+    std::vector<QHostAddress> openAddresses;
     QStringList problems;
     std::unique_ptr<QThread> thread;
 };

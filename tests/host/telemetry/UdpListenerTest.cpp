@@ -185,9 +185,13 @@ private Q_SLOTS:
         const std::vector<QHostAddress> loopbacks{Local, QHostAddress(QHostAddress::LocalHostIPv6)};
         QUdpSocket four;
         QVERIFY(four.bind(Local, 0, QAbstractSocket::DontShareAddress));
-        QUdpSocket six;
-        if (!six.bind(loopbacks[1], four.localPort(), QAbstractSocket::DontShareAddress))
+        // Where one loopback is free, that one alone counts as heard.
+        const auto half = listen(loopbacks, four.localPort());
+        if (!half->isListening())
             QSKIP("This computer has no IPv6.");
+        QCOMPARE(half->addresses(), std::vector<QHostAddress>{loopbacks[1]});
+        QCOMPARE(half->errors().size(), 1);
+
         const auto listener = listen(loopbacks, four.localPort());
         QVERIFY(!listener->isListening());
         QCOMPARE(listener->errors().size(), 1);
