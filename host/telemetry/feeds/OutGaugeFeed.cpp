@@ -46,6 +46,7 @@ std::optional<FeedSample> OutGaugeFeed::decode(const QByteArray &payload)
         changeCar(reading->car);
     FeedSample sample{reading->sample, vehicle};
     VehicleTelemetry &now = sample.sample.vehicle;
+    moved.judge(now);
     learner.see({now.rpm, now.gear, now.gasPedalPercent, reading->shiftLight});
     if (!(learner.limits() == kept)) {
         kept = learner.limits();
@@ -65,6 +66,7 @@ void OutGaugeFeed::changeCar(const QByteArray &code)
 {
     car = code;
     hasCar = true;
+    moved.restart();
     const QString text = textOf(code);
     vehicle = text.isEmpty() ? QString() : QStringLiteral("OutGauge %1").arg(text);
     storedAs = code == AnyBeamCar ? QString() : text;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "telemetry/feeds/Feed.h"
+#include "telemetry/feeds/MovedFields.h"
 #include "telemetry/feeds/RevLimits.h"
 
 #include <memory>
@@ -28,6 +29,7 @@ private:
     std::unique_ptr<RevLimitStore> store;
     RevLimitLearner learner;
     RevLimits kept;
+    MovedFields moved{Available::FuelLevel}; ///< Servers can keep the fuel of cars to themselves.
     QByteArray car;
     bool hasCar = false;
     QString vehicle;

@@ -173,6 +173,19 @@ private Q_SLOTS:
         QCOMPARE(send(feed, parked).vehicle.availabilityMask | 0, 0ULL);
     }
 
+    void fuelThatOutGaugeNeverTellsIsUnavailable()
+    {
+        OutGaugeFeed feed = outGauge();
+        const auto hasFuel = [&](const Packet &packet) {
+            return (send(feed, packet).vehicle.availabilityMask & Available::FuelLevel) != 0;
+        };
+        QVERIFY(!hasFuel(Senders::outGauge().reals(28, 0)));
+        QVERIFY(hasFuel(Senders::outGauge()));
+        // A tank may run dry.
+        QVERIFY(hasFuel(Senders::outGauge().reals(28, 0)));
+        QVERIFY(!hasFuel(Senders::outGauge("FBM").reals(28, 0)));
+    }
+
     void roamingFreelyHasNoLaps()
     {
         DataOutFeed feed;
