@@ -182,8 +182,9 @@ void UdpListener::run(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wi
             result.addresses.push_back(address);
         if (inUse.isEmpty())
             continue;
-        const auto same = std::find_if(allInUse.begin(), allInUse.end(),
-                                       [&inUse](const auto &other) { return other.ports == inUse; });
+        const auto same =
+            std::find_if(allInUse.begin(), allInUse.end(),
+                         [&inUse](const auto &other) { return other.ports == inUse; });
         if (same != allInUse.end())
             same->addresses += address.toString();
         else
