@@ -2,6 +2,7 @@
 #include "Session.h"
 #include "Terminal.h"
 
+#include <QtCore/QHash>
 #include <QtGui/QGuiApplication>
 
 #include <cstdio>
@@ -45,6 +46,16 @@ int main(int argc, char *argv[])
     // and upside down.
     if (!qEnvironmentVariableIsSet("QSG_DISTANCEFIELD_ANTIALIASING"))
         qputenv("QSG_DISTANCEFIELD_ANTIALIASING", "gray");
+
+    // Text is drawn from fields of one size. Qt's usual one gives large digits corners, a much larger
+    // one frays small words.
+    if (!qEnvironmentVariableIsSet("QT_DISTANCEFIELD_DEFAULT_BASEFONTSIZE"))
+        qputenv("QT_DISTANCEFIELD_DEFAULT_BASEFONTSIZE", "96");
+
+    // Where a glyph lies in its texture goes by the order of a hash and tints its edges by a shade;
+    // a preview is the same bytes each time.
+    if (parsed.options.mode == Options::Mode::Preview)
+        qSetGlobalQHashSeed(0);
 
     const QGuiApplication application(argc, argv);
     QGuiApplication::setOrganizationName(QStringLiteral("GAUGE64"));

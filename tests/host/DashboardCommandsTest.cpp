@@ -96,6 +96,24 @@ private Q_SLOTS:
         QCOMPARE(author.read(QStringLiteral("other.png")), bytes);
     }
 
+    void aPreviewWithTextIsTheSameBytesEachTime()
+    {
+        const Author author;
+        author.write(QStringLiteral("Dash.qml"),
+                     "import QtQuick 2.15\n"
+                     "Rectangle { width: 480; height: 272\n Text { width: 460; font.pixelSize: 21;"
+                     " wrapMode: Text.WrapAnywhere; text: 'The quick brown fox jumps over"
+                     " the lazy dog 0123456789 SPHINX OF BLACK QUARTZ, JUDGE MY VOW' } }\n");
+        QByteArray bytes;
+        for (int i = 0; i < 3; ++i) {
+            QCOMPARE(author.run({QStringLiteral("preview"), author.document()}).exitCode, 0);
+            if (i > 0)
+                QCOMPARE(author.read(QStringLiteral("preview.png")), bytes);
+            bytes = author.read(QStringLiteral("preview.png"));
+        }
+        QVERIFY(!bytes.isEmpty());
+    }
+
     void aFailedPreviewLeavesTheOldOne()
     {
         const Author author;
