@@ -1,9 +1,13 @@
 #include "render/DashboardRenderer.h"
+#include "render/TelemetryPublisher.h"
 #include "support/DocumentFolder.h"
 #include "views/DashboardFadeInOut.h"
 
+#include <QtCore/QDirIterator>
 #include <QtCore/QRegularExpression>
 #include <QtTest/QtTest>
+
+#include <map>
 
 namespace {
 
@@ -15,12 +19,13 @@ QString readGuide()
     return QString::fromUtf8(file.readAll());
 }
 
-/// The names in the guide's tables, twins and corners written out.
-std::set<QString> namesInTables(const QString &guide)
+/// The names in the guide's tables with their types, twins and corners written out.
+std::map<QString, QString> namesInTables(const QString &guide)
 {
-    static const QRegularExpression row(QStringLiteral("^\\| `(dash_\\w+)(\\*?)` .*$"),
-                                        QRegularExpression::MultilineOption);
-    std::set<QString> names;
+    static const QRegularExpression row(
+        QStringLiteral("^\\| `(dash_\\w+)(\\*?)` \\| (\\w+) \\|.*$"),
+        QRegularExpression::MultilineOption);
+    std::map<QString, QString> names;
     for (auto match = row.globalMatch(guide); match.hasNext();) {
         const QRegularExpressionMatch found = match.next();
         const QStringList corners = found.captured(2).isEmpty()
@@ -29,12 +34,46 @@ std::set<QString> namesInTables(const QString &guide)
                                                       QStringLiteral("RL"), QStringLiteral("RR")};
         for (const QString &corner : corners) {
             const QString name = found.captured(1) + corner;
-            names.insert(name);
+            names[name] = found.captured(3);
             if (found.captured().contains(QLatin1String("**twin**")))
-                names.insert(name + QStringLiteral("_Available"));
+                names[name + QStringLiteral("_Available")] = QStringLiteral("bool");
         }
     }
     return names;
+}
+
+QString typeName(const QVariant &value)
+{
+    const QString name = QString::fromLatin1(value.typeName());
+    return name == QLatin1String("QString") ? QStringLiteral("text") : name;
+}
+
+/// What the root of a part takes, by the order of its declaration.
+QStringList propertiesOf(const QString &part)
+{
+    static const QRegularExpression declaration(
+        QStringLiteral("^    property (?:alias|\\w+) (\\w+)"), QRegularExpression::MultilineOption);
+    QFile file(part);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s: %s", qPrintable(part), qPrintable(file.errorString()));
+    QStringList names;
+    const QString source = QString::fromUtf8(file.readAll());
+    for (auto match = declaration.globalMatch(source); match.hasNext();)
+        names.append(match.next().captured(1));
+    return names;
+}
+
+/// Puts the shared parts into a folder.
+void copyParts(const QString &folder)
+{
+    const QDir source(QStringLiteral(PARTS_DIRECTORY));
+    QDirIterator files(source.path(), QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString file = files.next();
+        const QString copy = folder + QLatin1Char('/') + source.relativeFilePath(file);
+        QVERIFY(QFileInfo(copy).dir().mkpath(QStringLiteral(".")));
+        QVERIFY(QFile::copy(file, copy));
+    }
 }
 
 } // namespace
@@ -48,13 +87,34 @@ private Q_SLOTS:
 
     void theTablesListWhatIsPublished()
     {
-        DashboardRenderer renderer;
-        renderer.load({}, 480, 272);
-        const std::set<QString> listed = namesInTables(readGuide());
-        const std::set<QString> published = renderer.publishedFields();
-        for (const QString &name : published)
+        std::map<QString, QString> published;
+        TelemetryPublisher publisher([&published](const QString &name, const QVariant &value) {
+            published[name] = typeName(value);
+        });
+        publisher.publish({{}, {}, {}, {}, {}});
+        const std::map<QString, QString> listed = namesInTables(readGuide());
+        for (const auto &[name, type] : published) {
             QVERIFY2(listed.count(name) == 1, qPrintable(name + QStringLiteral(" is not listed")));
+            QVERIFY2(listed.at(name) == type, qPrintable(name + QStringLiteral(" is ") + type));
+        }
         QCOMPARE(listed.size(), published.size());
+    }
+
+    void theTableOfPartsListsWhatTheyTake()
+    {
+        const QString guide = readGuide();
+        const QStringList parts =
+            QDir(QStringLiteral(PARTS_DIRECTORY)).entryList({QStringLiteral("*.qml")});
+        QVERIFY(!parts.isEmpty());
+        for (const QString &file : parts) {
+            const QStringList properties = propertiesOf(QStringLiteral(PARTS_DIRECTORY "/") + file);
+            const QString row = QStringLiteral("| `%1` |").arg(QFileInfo(file).baseName());
+            const QString cell =
+                QStringLiteral(" | `%1` |\n").arg(properties.join(QStringLiteral("`, `")));
+            const QString line = guide.mid(guide.indexOf(row)).section(QLatin1Char('\n'), 0, 0);
+            QVERIFY2(line.startsWith(row), qPrintable(file));
+            QVERIFY2((line + QLatin1Char('\n')).endsWith(cell), qPrintable(file + cell));
+        }
     }
 
     void itsDocumentsLoad()
@@ -70,12 +130,14 @@ private Q_SLOTS:
                 continue;
             ++documents;
             const DocumentFolder folder;
+            if (document.contains(QLatin1String("import \"Gauges\"")))
+                copyParts(folder.path(QStringLiteral("Gauges")));
             DashboardRenderer renderer;
             const bool loaded = renderer.load(
                 folder.write(QStringLiteral("Dash.qml"), document.toUtf8()), 480, 272);
             QVERIFY2(loaded, qPrintable(document + renderer.errors().join(QLatin1Char('\n'))));
         }
-        QCOMPARE(documents, 2);
+        QCOMPARE(documents, 3);
     }
 };
 
