@@ -47,8 +47,8 @@ int main(int argc, char *argv[])
     if (!qEnvironmentVariableIsSet("QSG_DISTANCEFIELD_ANTIALIASING"))
         qputenv("QSG_DISTANCEFIELD_ANTIALIASING", "gray");
 
-    // Text is drawn from fields of one size. Qt's usual one gives large digits corners, a much larger
-    // one frays small words.
+    // Text is drawn from fields of one size. Qt's usual one gives large digits corners, a much
+    // larger one frays small words.
     if (!qEnvironmentVariableIsSet("QT_DISTANCEFIELD_DEFAULT_BASEFONTSIZE"))
         qputenv("QT_DISTANCEFIELD_DEFAULT_BASEFONTSIZE", "96");
 
