@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import "Gauges"
+import "Gauges/Numbers.js" as Numbers
 import "Gauges/Theme.js" as Theme
 
 // What is set up at a standstill: the motion profile and the value tuned last, how the vehicle
@@ -15,7 +16,7 @@ Item {
     }
 
     function fixed(value, decimals) {
-        return Math.abs(value) < 100000 ? value.toFixed(decimals).replace("-", "−") : "–"
+        return Math.abs(value) < 100000 ? Numbers.fixed(value, decimals) : "–"
     }
 
     Label {

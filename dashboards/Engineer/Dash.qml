@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import "Gauges"
+import "Gauges/Numbers.js" as Numbers
 import "Gauges/Theme.js" as Theme
 
 // On track the recorder runs; at a standstill its place is taken by what is set up then.
@@ -15,7 +16,7 @@ Rectangle {
         && dash_bestTime_ms > 0
 
     function fixed(value, decimals) {
-        return Math.abs(value) < 100000 ? value.toFixed(decimals).replace("-", "−") : "–"
+        return Math.abs(value) < 100000 ? Numbers.fixed(value, decimals) : "–"
     }
 
     width: 480

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import "Gauges"
+import "Gauges/Numbers.js" as Numbers
 import "Gauges/Theme.js" as Theme
 
 // The recorder: accelerations with their trail, pedals and steering over the last six seconds.
@@ -86,7 +87,7 @@ Item {
                 align: Text.AlignRight
                 available: Math.abs(g) < 100
                 caption: modelData
-                text: (g < 0 ? "−" : "+") + Math.abs(g).toFixed(2)
+                text: Numbers.signed(g, 2)
             }
         }
     }
@@ -176,7 +177,7 @@ Item {
         label: "STEERING"
         valueColor: Theme.steering
         known: Math.abs(dash_angle) < 100000
-        text: (dash_angle < 0 ? "−" : "+") + Math.abs(dash_angle).toFixed(0) + "°"
+        text: Numbers.signed(dash_angle, 0) + "°"
     }
 
     Label {

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import "Gauges"
+import "Gauges/Numbers.js" as Numbers
 import "Gauges/Theme.js" as Theme
 
 Rectangle {
@@ -89,7 +90,7 @@ Rectangle {
             valueSize: 20
             align: Text.AlignRight
             available: Math.abs(dash_heaveG) < 100
-            text: (dash_heaveG < 0 ? "−" : "+") + Math.abs(dash_heaveG).toFixed(1)
+            text: Numbers.signed(dash_heaveG, 1)
         }
 
         Readout {
