@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(stint.number("lapsLeft"), 16.0);
         QCOMPARE(stint.number("boxLap"), 22.0);
         QCOMPARE(stint.list("times").size(), 3);
-        QCOMPARE(stint.list("times").first().toMap().value(QStringLiteral("lap")).toInt(), 6);
+        QCOMPARE(stint.list("times").constFirst().toMap().value(QStringLiteral("lap")).toInt(), 6);
     }
 
     void aFilledTankKeepsWhatALapTakes()
