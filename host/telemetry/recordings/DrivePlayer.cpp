@@ -5,6 +5,7 @@
 #include <QtCore/QDebug>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -15,6 +16,9 @@ constexpr int LongestTurn = 10'000;
 
 /// At many times the drive's pace updates come faster than anything could show them.
 constexpr std::chrono::milliseconds ShortestWait(2);
+
+/// Half of what counts as a pause to whoever goes by the clock on the wall.
+constexpr std::chrono::milliseconds LongestWait(250);
 
 FeedSwitch::TimePoint onTheDrivesClock(Nanoseconds place)
 {
@@ -34,6 +38,7 @@ DrivePlayer::DrivePlayer(std::unique_ptr<DatagramReader> reader,
                          const Playback::Settings &settings)
     : playback(std::move(reader), settings)
     , drive(std::move(feeds))
+    , isSlow(settings.speed < 1)
 {
 }
 
@@ -42,16 +47,18 @@ std::optional<Nanoseconds> DrivePlayer::advance(Nanoseconds elapsed, TelemetrySi
     const bool all = takeDue(elapsed);
     if (!all && playback.isSkipping())
         return elapsed;
-    if (newest) {
+    if (all)
+        hear(onTheDrivesClock(playback.placeAt(elapsed)));
+    const std::optional<Nanoseconds> repetition = nextRepetition();
+    if (isNews || (repetition && *repetition <= elapsed)) {
         sink.update(newest->sample, newest->vehicle);
-        newest.reset();
+        isNews = false;
+        lastUpdate = elapsed;
     }
-    tell();
-    if (!all)
-        return elapsed;
-    if (drive.check(onTheDrivesClock(playback.placeAt(elapsed))) == FeedSwitch::Silence::Paused)
+    if (isSilent && !std::exchange(silenceTold, true))
         sink.fallSilent();
-    return nextMoment(elapsed);
+    tell();
+    return all ? nextMoment(elapsed) : elapsed;
 }
 
 /// Decodes what is due; false if there is more of it.
@@ -63,17 +70,34 @@ bool DrivePlayer::takeDue(Nanoseconds elapsed)
             return true;
         const FeedSwitch::Sender sender{QHostAddress(QHostAddress::LocalHost), 0, datagram->port};
         const FeedSwitch::TimePoint time = onTheDrivesClock(datagram->time);
-        // As a listener does in the silence between two datagrams.
-        while (drive.check(time) != FeedSwitch::Silence::None) {}
+        hear(time);
         if (!drive.offer(datagram->payload, sender, time))
             continue;
         // Each one is decoded: a feed may learn from it.
         if (std::optional<FeedSample> sample = drive.takeNewest()) {
             newest = std::move(sample);
+            isNews = true;
+            isSilent = silenceTold = false;
             anyUnderstood = true;
         }
     }
     return false;
+}
+
+/// Notices silence up to a moment, as a listener does between two datagrams.
+void DrivePlayer::hear(FeedSwitch::TimePoint time)
+{
+    FeedSwitch::Silence silence = FeedSwitch::Silence::None;
+    while ((silence = drive.check(time)) != FeedSwitch::Silence::None)
+        isSilent |= silence == FeedSwitch::Silence::Paused;
+}
+
+/// When the last update is to be repeated; nothing if it isn't.
+std::optional<Nanoseconds> DrivePlayer::nextRepetition() const
+{
+    if (!isSlow || !newest || isSilent)
+        return std::nullopt;
+    return lastUpdate + LongestWait;
 }
 
 std::optional<Nanoseconds> DrivePlayer::nextMoment(Nanoseconds elapsed)
@@ -83,6 +107,8 @@ std::optional<Nanoseconds> DrivePlayer::nextMoment(Nanoseconds elapsed)
         const Nanoseconds moment = playback.elapsedAt(check->time_since_epoch());
         next = next ? std::min(*next, moment) : moment;
     }
+    if (const std::optional<Nanoseconds> repetition = nextRepetition())
+        next = next ? std::min(*next, *repetition) : repetition;
     if (!next)
         return std::nullopt;
     return std::max(*next, elapsed + ShortestWait);

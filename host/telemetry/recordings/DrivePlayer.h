@@ -20,18 +20,26 @@ public:
                 const Playback::Settings &settings);
 
     /// Hands on what is due `elapsed` after the start: of several updates the newest, as a
-    /// dashboard shows no other. The result is the moment at which to call again, or nothing when
-    /// all is over.
+    /// dashboard shows no other. Slower than the drive's own pace the last one is repeated, as
+    /// updates must not come further apart than live ones. The result is the moment at which to
+    /// call again, or nothing when all is over.
     std::optional<Nanoseconds> advance(Nanoseconds elapsed, TelemetrySink &sink);
 
 private:
     bool takeDue(Nanoseconds elapsed);
+    void hear(FeedSwitch::TimePoint time);
+    std::optional<Nanoseconds> nextRepetition() const;
     std::optional<Nanoseconds> nextMoment(Nanoseconds elapsed);
     void tell();
 
     Playback playback;
     FeedSwitch drive;
+    const bool isSlow; ///< Slower than the drive's own pace.
     std::optional<FeedSample> newest;
+    bool isNews = false;       ///< `newest` hasn't been handed on.
+    Nanoseconds lastUpdate{0}; ///< When it was.
+    bool isSilent = false;     ///< Since `newest`, by the drive's clock.
+    bool silenceTold = false;
     bool anyUnderstood = false;
     bool toldRemarks = false;
     bool toldEnd = false;

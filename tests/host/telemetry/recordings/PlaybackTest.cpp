@@ -7,6 +7,7 @@
 #include <QtCore/QtEndian>
 #include <QtTest/QtTest>
 
+#include <algorithm>
 #include <atomic>
 #include <limits>
 #include <utility>
@@ -70,9 +71,18 @@ using Numbers = std::vector<int>;
 class CountingFeed final : public Feed
 {
 public:
+    /// Those from `foreign` on are of another format.
+    explicit CountingFeed(int foreign = std::numeric_limits<int>::max())
+        : foreign(foreign)
+    {
+    }
+
     QString name() const override { return QStringLiteral("Counting"); }
     std::vector<quint16> usualPorts() const override { return {}; }
-    bool accepts(const QByteArray &payload) const override { return payload.size() == 2; }
+    bool accepts(const QByteArray &payload) const override
+    {
+        return payload.size() == 2 && numberIn(payload) < foreign;
+    }
 
     std::optional<FeedSample> decode(const QByteArray &payload) override
     {
@@ -84,6 +94,7 @@ public:
     }
 
 private:
+    const int foreign;
     int count = 0;
 };
 
@@ -226,6 +237,36 @@ private Q_SLOTS:
         QVERIFY(drive.advance(2500ms, notes));
         QVERIFY(!drive.advance(7s, notes));
         QCOMPARE(notes.told, (Numbers{0, 2, -1, 3, -1}));
+    }
+
+    void aSlowDriveIsNoPause()
+    {
+        DrivePlayer drive = player({0s, 100ms, 1s}, {0.1, 0s, false});
+        Notes notes;
+        std::vector<nanoseconds> moments;
+        for (std::optional<nanoseconds> now = 0s; now && *now <= 10s;) {
+            moments.push_back(*now);
+            now = drive.advance(*now, notes);
+        }
+        // Until the drive itself is silent for half a second nobody waits that long for an update.
+        const auto silence = std::find(notes.told.begin(), notes.told.end(), -1);
+        QCOMPARE(Numbers(silence, notes.told.end()), (Numbers{-1, 2}));
+        for (std::size_t i = 1; i < std::size_t(silence - notes.told.begin()); ++i)
+            QVERIFY(moments[i] - moments[i - 1] < FeedSwitch::PausedAfter);
+        QCOMPARE(int(std::count(notes.told.begin(), silence, 0)), 4);
+        QCOMPARE(notes.decoded, 3);
+    }
+
+    void silenceIsNoticedAmongForeignDatagrams()
+    {
+        std::vector<std::unique_ptr<Feed>> feeds;
+        feeds.push_back(std::make_unique<CountingFeed>(1));
+        DrivePlayer drive(std::make_unique<Drive>(std::vector<nanoseconds>{0s, 600ms}),
+                          std::move(feeds), {});
+        Notes notes;
+        drive.advance(0s, notes);
+        drive.advance(700ms, notes);
+        QCOMPARE(notes.told, (Numbers{0, -1}));
     }
 
     void theWayToTheStartIsDecodedButNotShown()
