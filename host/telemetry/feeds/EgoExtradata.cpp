@@ -19,6 +19,7 @@ constexpr int FormulaCount = 70;
 
 /// Places of the numbers.
 namespace Place {
+constexpr int Clock = 0;
 constexpr int LapTime = 1;
 constexpr int Speed = 7;
 constexpr int Right = 11;
@@ -193,6 +194,7 @@ std::optional<Reading> decode(const QByteArray &datagram)
     const Numbers numbers(datagram);
     Reading reading;
     VehicleTelemetry &vehicle = reading.sample.vehicle;
+    reading.clock = numbers[Place::Clock];
     fillMotion(vehicle, numbers);
     vehicle.currentTimeMs =
         take(vehicle, Available::CurrentTime, Quantities::milliseconds(numbers[Place::LapTime]));

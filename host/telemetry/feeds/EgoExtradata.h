@@ -17,6 +17,7 @@ namespace EgoExtradata {
 struct Reading
 {
     TelemetrySample sample;
+    float clock = 0;           ///< Seconds since the stage or race began; any number.
     std::uint32_t idleRpm = 0; ///< 0 if it isn't sent.
     std::int32_t gears = 0;    ///< Forward gears; 0 if they aren't sent.
 };

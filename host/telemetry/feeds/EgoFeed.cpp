@@ -27,12 +27,27 @@ std::optional<FeedSample> EgoFeed::decode(const QByteArray &payload)
     FeedSample sample{reading->sample, vehicle};
     sample.sample.limits = usualLimits();
     moved.judge(sample.sample.vehicle);
+    if (engine.maxRpm == 0)
+        learnMaximum(sample.sample.vehicle, reading->clock);
     return sample;
+}
+
+/// Datagrams without the maximum don't tell cars apart either, but a driver changes the car only
+/// between two stages.
+void EgoFeed::learnMaximum(VehicleTelemetry &vehicle, float clock)
+{
+    if (clock < lastClock)
+        learner.restart({});
+    lastClock = clock;
+    learner.see({vehicle.rpm, vehicle.gear, vehicle.gasPedalPercent, false});
+    vehicle.maxRpm = learner.limits().maximum();
 }
 
 void EgoFeed::restart()
 {
     engine = Engine();
     vehicle.clear();
+    learner.restart({});
+    lastClock = 0;
     moved.restart();
 }

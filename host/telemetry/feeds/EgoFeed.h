@@ -3,8 +3,10 @@
 #include "telemetry/feeds/EgoExtradata.h"
 #include "telemetry/feeds/Feed.h"
 #include "telemetry/feeds/MovedFields.h"
+#include "telemetry/feeds/RevLimits.h"
 
-/// EGO extradata, with what takes more than one datagram to know: the fields that a game fills.
+/// EGO extradata, with what takes more than one datagram to know: the fields that a game fills, and
+/// the highest engine speed where it isn't sent.
 class EgoFeed final : public Feed
 {
 public:
@@ -26,7 +28,11 @@ private:
         }
     };
 
+    void learnMaximum(VehicleTelemetry &vehicle, float clock);
+
     Engine engine;
+    RevLimitLearner learner;
+    float lastClock = 0;
     QString vehicle;
     MovedFields moved{~std::uint64_t{0}};
 };

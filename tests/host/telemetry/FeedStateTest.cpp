@@ -173,6 +173,32 @@ private Q_SLOTS:
         QCOMPARE(send(feed, parked).vehicle.availabilityMask | 0, 0ULL);
     }
 
+    void whatShortEgoDatagramsDontTellIsLearntAnewInEachStage()
+    {
+        EgoFeed feed;
+        float clock = 0;
+        const auto drive = [&](float rpm, float gear) {
+            const Packet packet = Senders::ego(38).reals(0, clock += 0.01F).reals(116, 1.0);
+            return uint(
+                send(feed, Packet(packet).reals(132, gear).reals(148, rpm / 10)).vehicle.maxRpm);
+        };
+        const auto shiftUpTo = [&drive](float gear, float rpm) {
+            for (int i = 0; i < 3; ++i)
+                drive(rpm, gear - 1);
+            return drive(rpm / 2, gear);
+        };
+        shiftUpTo(2, 7000);
+        QCOMPARE(shiftUpTo(3, 7200), 0U);
+        QCOMPARE(shiftUpTo(4, 7100), 7200U);
+        QCOMPARE(drive(900, 1), 7200U);
+        clock = 0;
+        QCOMPARE(drive(900, 1), 0U);
+        shiftUpTo(2, 5000);
+        shiftUpTo(3, 5000);
+        QCOMPARE(shiftUpTo(4, 5000), 5000U);
+        QCOMPARE(uint(send(feed, Senders::ego()).vehicle.maxRpm), 8000U);
+    }
+
     void fuelThatOutGaugeNeverTellsIsUnavailable()
     {
         OutGaugeFeed feed = outGauge();

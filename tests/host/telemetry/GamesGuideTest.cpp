@@ -56,6 +56,9 @@ private Q_SLOTS:
             outGauge.decode(Senders::outGauge().put<quint32>(44, light));
         DataOutFeed dataOut;
         EgoFeed ego;
+        EgoFeed shortEgo;
+        for (const int gear : {1, 2, 3, 4})
+            shortEgo.decode(Senders::ego(38).reals(116, 1.0).reals(132, gear));
         const std::map<QString, TelemetrySample> samples{
             {QStringLiteral("OutGauge"),
              outGauge.decode(Senders::outGauge().put<quint32>(44, 0x418))->sample},
@@ -65,7 +68,7 @@ private Q_SLOTS:
             {QStringLiteral("Data Out \"Dash\" of 2023"),
              dataOut.decode(Senders::dataOut(331, 3))->sample},
             {QStringLiteral("EGO extradata 3"), ego.decode(Senders::ego(66))->sample},
-            {QStringLiteral("EGO extradata 1"), ego.decode(Senders::ego(38))->sample},
+            {QStringLiteral("EGO extradata 1"), shortEgo.decode(Senders::ego(38))->sample},
             {QStringLiteral("F1 2015, 2016"), ego.decode(Senders::ego(70))->sample},
         };
         const QVector<QStringList> table = tableOf(QStringLiteral("Value"));
