@@ -4,6 +4,7 @@
 #include "HostSettings.h"
 #include "Options.h"
 #include "ProfileLookup.h"
+#include "SessionOptions.h"
 #include "TelemetryFactory.h"
 #include "Terminal.h"
 #include "Termination.h"
@@ -48,7 +49,7 @@ private:
     void show();
     QString telemetryTitle() const;
 
-    const Options options; ///< With what the settings add.
+    const Options options;
     HostSettings &settings;
     Cluster cluster;
     ToolWindows tools;
@@ -56,19 +57,9 @@ private:
     std::unique_ptr<GalleryWindow> gallery;
 };
 
-/// Options go before settings.
-Options completed(Options options, const HostSettings &settings)
-{
-    if (options.units == Options::Units::AsSet)
-        options.units = settings.useMph() ? Options::Units::Mph : Options::Units::Kmh;
-    if (options.telemetry.isEmpty())
-        options.telemetry = settings.telemetrySource();
-    return options;
-}
-
 WindowSession::WindowSession(const Options &options, const GaugeLibrary &library,
                              HostSettings &settings)
-    : options(completed(options, settings))
+    : options(options)
     , settings(settings)
     , cluster(this->options, library, this->options.units == Options::Units::Mph)
     , tools(settings, *cluster.store, cluster.navigation)
@@ -190,14 +181,15 @@ int runWindows(const Options &options, const GaugeLibrary &library)
     QObject::connect(&settings, &HostSettings::languageChanged, &settings,
                      [&] { translations.use(settings.language()); });
 
-    auto session = std::make_unique<WindowSession>(options, library, settings);
+    SessionOptions sessionOptions(options, settings);
+    auto session = std::make_unique<WindowSession>(sessionOptions.take(), library, settings);
     if (!session->start())
         return 1;
     int code = QGuiApplication::exec();
     while (code == RestartCode && !Termination::requested()) {
         const QVariantMap views = session->openViews();
         session.reset();
-        session = std::make_unique<WindowSession>(options, library, settings);
+        session = std::make_unique<WindowSession>(sessionOptions.take(), library, settings);
         session->resume(views);
         code = QGuiApplication::exec();
     }

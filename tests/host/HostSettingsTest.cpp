@@ -1,4 +1,5 @@
 #include "HostSettings.h"
+#include "SessionOptions.h"
 #include "support/TemporaryHome.h"
 
 #include <QtCore/QFile>
@@ -96,6 +97,36 @@ private Q_SLOTS:
         settings.sessionStarted();
         QVERIFY(!settings.restartNeeded());
         QCOMPARE(spy.count(), 4);
+    }
+
+    void aChangeGoesBeforeTheCommandLineWhichGoesBeforeWhatWasSet()
+    {
+        HostSettings settings = makeSettings();
+        SessionOptions bare({}, settings);
+        Options commandLine;
+        commandLine.telemetry = QStringLiteral("my.drive");
+        commandLine.units = Options::Units::Mph;
+        SessionOptions given(commandLine, settings);
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(bare.take().telemetry, QStringLiteral("demo"));
+            QCOMPARE(given.take().telemetry, QStringLiteral("my.drive"));
+            QVERIFY(given.take().units == Options::Units::Mph);
+        }
+        settings.setTelemetrySource(QStringLiteral("other"));
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(bare.take().telemetry, QStringLiteral("other"));
+            QCOMPARE(given.take().telemetry, QStringLiteral("other"));
+            QVERIFY(given.take().units == Options::Units::Mph);
+        }
+        settings.setUseMph(true);
+        QVERIFY(bare.take().units == Options::Units::Mph);
+        settings.setUseMph(false);
+        QVERIFY(bare.take().units == Options::Units::Kmh);
+        QVERIFY(given.take().units == Options::Units::Mph);
+        settings.setUseMph(true);
+        given.take();
+        settings.setUseMph(false);
+        QVERIFY(given.take().units == Options::Units::Kmh);
     }
 
     void aVanishedDashboardIsToldAndKept()
