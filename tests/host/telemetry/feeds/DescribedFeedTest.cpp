@@ -187,7 +187,7 @@ private Q_SLOTS:
                             R"(", "factor": 2, "bias": -1}})");
             const auto read = decode(json, "\7" + bytes.leftJustified(8, '\7'));
             QVERIFY(read);
-            QCOMPARE(read->sample.vehicle.heaveG, static_cast<float>(2 * value - 1));
+            QCOMPARE(+read->sample.vehicle.heaveG, static_cast<float>(2 * value - 1));
             std::reverse(bytes.begin(), bytes.end());
         }
     }
@@ -219,7 +219,7 @@ private Q_SLOTS:
              {vehicle.reserved8, vehicle.reserved36, vehicle.reserved41, vehicle.reserved77,
               limits.reserved9, extended.wheels[3].reserved, extended.reserved144})
             QCOMPARE(int(*reserved), 0);
-        QCOMPARE(vehicle.tyreTempC[3], std::numeric_limits<std::int32_t>::max());
+        QCOMPARE(+vehicle.tyreTempC[3], std::numeric_limits<std::int32_t>::max());
         QCOMPARE(int(extended.wheels[3].wheelFlagB), 255);
         QVERIFY(paused);
     }
@@ -242,7 +242,7 @@ private Q_SLOTS:
         QVERIFY(read);
         QCOMPARE(read->vehicle, QStringLiteral("Rally car 7"));
         const VehicleTelemetry &vehicle = read->sample.vehicle;
-        QCOMPARE(vehicle.speedKmh, 108.0F);
+        QCOMPARE(+vehicle.speedKmh, 108.0F);
         QCOMPARE(quint32(vehicle.rpm), 5000U);
         QCOMPARE(quint32(vehicle.maxRpm), 8000U);
         QCOMPARE(int(vehicle.gear), 3);
@@ -253,7 +253,7 @@ private Q_SLOTS:
         QCOMPARE(int(vehicle.steeringPercent), -50);
         QCOMPARE(int(vehicle.tyreTempC[0]), 102);
         QCOMPARE(quint32(vehicle.currentTimeMs), 65536U);
-        QCOMPARE(read->sample.limits.steeringScale, 4.5F);
+        QCOMPARE(+read->sample.limits.steeringScale, 4.5F);
         // The guide shows the file as it is.
         QVERIFY(contents("docs/described-feeds.md").contains(json));
         payload[0] = 'X';
