@@ -35,6 +35,10 @@ add_compile_definitions(
   QT_DEPRECATED_WARNINGS
   QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
 
+if(WIN32)
+  add_compile_definitions(NOMINMAX WIN32_LEAN_AND_MEAN)
+endif()
+
 # Two compilations of one source tree give one binary wherever they stand.
 if(NOT MSVC)
   add_compile_options(-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)

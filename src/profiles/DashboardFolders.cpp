@@ -14,7 +14,8 @@ namespace {
 
 QString dataPath(QLatin1String tail)
 {
-    return QString::fromStdWString(documentsDataPath(L"Halvorin")) + tail;
+    const QString folder = QString::fromStdWString(documentsDataPath(L"Halvorin"));
+    return QDir::fromNativeSeparators(folder) + tail;
 }
 
 } // namespace

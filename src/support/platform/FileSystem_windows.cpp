@@ -1,14 +1,14 @@
 #include "support/platform/FileSystem.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 #include <array>
+#include <atomic>
 #include <utility>
 
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
 #include <windows.h>
 
 #include <shlobj.h>
@@ -17,23 +17,90 @@ namespace platform {
 
 namespace {
 
+/// A path as the system's calls take it. A long one needs a prefix that ends all parsing of it.
 std::wstring nativePath(const QString &path)
 {
-    return QDir::toNativeSeparators(path).toStdWString();
+    constexpr int LongestPlain = MAX_PATH - 12; // of a directory, which must hold a short file name
+    const QString native = QDir::toNativeSeparators(path);
+    if (native.size() < LongestPlain || native.startsWith(QLatin1String("\\\\?\\")))
+        return native.toStdWString();
+    const QString absolute =
+        QDir::toNativeSeparators(QDir::cleanPath(QDir::current().absoluteFilePath(path)));
+    if (absolute.startsWith(QLatin1String("\\\\")))
+        return (QLatin1String("\\\\?\\UNC") + absolute.mid(1)).toStdWString();
+    return (QLatin1String("\\\\?\\") + absolute).toStdWString();
 }
 
 /// Names of devices, which no file may have, whatever its suffix.
 bool isDeviceName(const QString &name)
 {
-    static const QStringList plain{QStringLiteral("CON"), QStringLiteral("PRN"),
-                                   QStringLiteral("AUX"), QStringLiteral("NUL")};
+    static const QStringList plain{QStringLiteral("CON"),    QStringLiteral("PRN"),
+                                   QStringLiteral("AUX"),    QStringLiteral("NUL"),
+                                   QStringLiteral("CONIN$"), QStringLiteral("CONOUT$")};
+    // Superscripts count as the digits that they are.
+    static const QString digits = QStringLiteral("123456789\u00B9\u00B2\u00B3");
     const QString stem = name.section(QLatin1Char('.'), 0, 0).trimmed().toUpper();
     if (plain.contains(stem))
         return true;
     const bool port =
         stem.startsWith(QLatin1String("COM")) || stem.startsWith(QLatin1String("LPT"));
-    return port && stem.size() == 4 && stem.at(3) >= QLatin1Char('1') &&
-           stem.at(3) <= QLatin1Char('9');
+    return port && stem.size() == 4 && digits.contains(stem.at(3));
+}
+
+constexpr const char *StagedMove = ".moving.";
+
+bool isRunning(DWORD process)
+{
+    const HANDLE handle = OpenProcess(SYNCHRONIZE, FALSE, process);
+    if (handle == nullptr)
+        return GetLastError() == ERROR_ACCESS_DENIED;
+    const bool running = WaitForSingleObject(handle, 0) == WAIT_TIMEOUT;
+    CloseHandle(handle);
+    return running;
+}
+
+/// What a process that died has left says in its name which one it was.
+void removeAbandonedMoves(const QString &folder)
+{
+    const QStringList names = QDir(folder).entryList({QLatin1String(StagedMove) + QLatin1Char('*')},
+                                                     QDir::Files | QDir::Hidden, QDir::NoSort);
+    for (const QString &name : names) {
+        const QString process = name.section(QLatin1Char('.'), 2, 2);
+        if (!isRunning(process.toULong(nullptr, 16)))
+            DeleteFileW(nativePath(folder + QLatin1Char('/') + name).c_str());
+    }
+}
+
+void flush(const std::wstring &path)
+{
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return;
+    FlushFileBuffers(file);
+    CloseHandle(file);
+}
+
+/// Brings a file over from another volume. The old target stands until the new one is on disk.
+bool moveAcrossVolumes(const QString &source, const QString &target, DWORD flags)
+{
+    static std::atomic<unsigned> count = 0;
+    const QString folder = QFileInfo(target).path();
+    removeAbandonedMoves(folder);
+    const std::wstring staged = nativePath(folder + QLatin1Char('/') + QLatin1String(StagedMove) +
+                                           QString::number(GetCurrentProcessId(), 16) +
+                                           QLatin1Char('.') + QString::number(++count));
+    if (CopyFileW(nativePath(source).c_str(), staged.c_str(), FALSE) == 0) {
+        DeleteFileW(staged.c_str());
+        return false;
+    }
+    flush(staged);
+    if (MoveFileExW(staged.c_str(), nativePath(target).c_str(), flags) == 0) {
+        DeleteFileW(staged.c_str());
+        return false;
+    }
+    DeleteFileW(nativePath(source).c_str());
+    return true;
 }
 
 } // namespace
@@ -66,7 +133,9 @@ bool copyFile(const QString &source, const QString &target)
 bool moveFile(const QString &source, const QString &target, bool replaceExisting)
 {
     const DWORD flags = replaceExisting ? MOVEFILE_REPLACE_EXISTING : 0;
-    return MoveFileExW(nativePath(source).c_str(), nativePath(target).c_str(), flags) != 0;
+    if (MoveFileExW(nativePath(source).c_str(), nativePath(target).c_str(), flags) != 0)
+        return true;
+    return GetLastError() == ERROR_NOT_SAME_DEVICE && moveAcrossVolumes(source, target, flags);
 }
 
 Creation createDirectory(const QString &path)
