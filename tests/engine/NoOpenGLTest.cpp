@@ -41,7 +41,8 @@ private Q_SLOTS:
         engine.setDashboardFile(document);
         tick(engine);
         QCOMPARE(log.critical(),
-                 QStringList({QStringLiteral("critical: Dashboard: Failed to load: ") + document,
+                 QStringList({QStringLiteral("critical: Dashboard: Failed to load: ") +
+                                  QDir::toNativeSeparators(document),
                               QStringLiteral("critical: Failed to setup context/surface")}));
         QCOMPARE(consumer.deliveries.size(), 0U);
 

@@ -103,9 +103,9 @@ private Q_SLOTS:
 
     void theMessageWrapsAndTheWaitingPictureDoesNot()
     {
-        const QImage narrow = messageImage(200, 50);
-        QCOMPARE(narrow, paintedText(200, 50, Message, 10, 0x1084));
-        QVERIFY(narrow != paintedText(200, 50, Message, 10, 0x84));
+        const QImage narrow = messageImage(120, 50);
+        QCOMPARE(narrow, paintedText(120, 50, Message, 10, 0x1084));
+        QVERIFY(narrow != paintedText(120, 50, Message, 10, 0x84));
         QCOMPARE(messageImage(2, 2).size(), QSize(2, 2));
     }
 

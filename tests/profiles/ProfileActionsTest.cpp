@@ -173,8 +173,13 @@ private Q_SLOTS:
             row(name, 0, Action::Copy, QString::fromUtf8(name), wrong);
             row(name, 99, Action::Rename, QString::fromUtf8(name), wrong);
         }
-        for (const QString &name : {QString(300, u'x'), QString(100, QChar(0x20AC)),
-                                    QString(QChar(0xD800)), "a"_q + QChar(0) + u'b'}) {
+        QStringList unfit{QString(300, u'x'), "a"_q + QChar(0) + u'b'};
+#ifdef Q_OS_WIN
+        unfit += {"con"_q, "Nul.txt"_q, "com1"_q, "what?"_q, "tab\tbed"_q, "a\"b"_q, "<a>"_q};
+#else
+        unfit += {QString(100, QChar(0x20AC)), QString(QChar(0xD800))};
+#endif
+        for (const QString &name : qAsConst(unfit)) {
             row("unfit to copy", 99, Action::Copy, name, "Failed to create '%2%3'"_q);
             row("unfit to rename", 1, Action::Rename, name, "Failed to rename '%1' to '%3'"_q);
         }
@@ -191,7 +196,7 @@ private Q_SLOTS:
         f.addUser({"User"_q});
         QDir().mkpath(f.userPath("Other"_q));
         f.start();
-        message.replace("%1"_q, f.userPath("User"_q)).replace("%2"_q, f.userPath());
+        message.replace("%1"_q, f.shownPath("User"_q)).replace("%2"_q, f.shownPath());
         message.replace("%3"_q, parameter.toString());
         const auto result = f.store->performAction(id, action, parameter);
         QVERIFY(!result.ok);
@@ -205,6 +210,7 @@ private Q_SLOTS:
 
     void namesThatOnlyLookOddAreTaken()
     {
+        NEEDS_POSIX();
         ProfilesFixture f;
         f.addUser({"A"_q});
         f.start();
@@ -219,22 +225,32 @@ private Q_SLOTS:
         QVERIFY(f.names().contains("42"_q));
     }
 
+    void aCopyOnAFullDiskLeavesNothingBehind()
+    {
+        NEEDS_POSIX();
+        ProfilesFixture f;
+        f.addUser({"A"_q});
+        f.start();
+        {
+            const FullDisk disk(5000);
+            QCOMPARE(f.act("A"_q, Action::Copy, "New"_q).message,
+                     "Failed to copy '%1' to '%2'"_q.arg(f.shownPath("A"_q), f.shownPath("New"_q)));
+        }
+        QVERIFY(f.leftovers().isEmpty());
+        QVERIFY(f.act("A"_q, Action::Copy, "New"_q).ok);
+    }
+
     void aCopyThatFailsLeavesNothingBehind()
     {
         ProfilesFixture f;
         f.addUser({"A"_q, "Lost"_q, "Gone"_q});
         f.start();
         const auto copy = [&](const QString &name) { return f.act(name, Action::Copy, "New"_q); };
-        {
-            const FullDisk disk(5000);
-            QCOMPARE(copy("A"_q).message,
-                     "Failed to copy '%1' to '%2'"_q.arg(f.userPath("A"_q), f.userPath("New"_q)));
-        }
         QFile::remove(f.userPath("Lost/preview.png"_q));
         QCOMPARE(copy("Lost"_q).message, "'New' is not a valid dashboard"_q);
         QDir(f.userPath("Gone"_q)).removeRecursively();
         QCOMPARE(copy("Gone"_q).message,
-                 "Failed to copy '%1' to '%2'"_q.arg(f.userPath("Gone"_q), f.userPath("New"_q)));
+                 "Failed to copy '%1' to '%2'"_q.arg(f.shownPath("Gone"_q), f.shownPath("New"_q)));
         QVERIFY(!QFileInfo::exists(f.userPath("New"_q)));
         QVERIFY(f.leftovers().isEmpty());
         QCOMPARE(f.store->revision(), 1);
@@ -243,6 +259,7 @@ private Q_SLOTS:
 
     void aRootThatCannotBeWrittenIsReported()
     {
+        NEEDS_POSIX();
         const Unprivileged user;
         ProfilesFixture f;
         f.addUser({"A"_q});
@@ -270,6 +287,7 @@ private Q_SLOTS:
 
     void aLinkIsRemovedAndNotWhatItPointsAt()
     {
+        NEEDS_POSIX();
         ProfilesFixture f;
         ProfilesFixture::addDashboard(f.home.path("/elsewhere"));
         QDir().mkpath(f.userPath());
@@ -289,6 +307,7 @@ private Q_SLOTS:
 
     void aLinkAmongTheLeavingsOfACopyIsNotFollowed()
     {
+        NEEDS_POSIX();
         ProfilesFixture f;
         f.addUser({"A"_q});
         ProfilesFixture::addDashboard(f.home.path("/elsewhere"));

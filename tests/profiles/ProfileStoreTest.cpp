@@ -19,7 +19,7 @@ private Q_SLOTS:
         QVERIFY(!f.store->profileHeader(0));
         QVERIFY(!f.store->profile(-1));
         QVERIFY(f.engine.documents.isEmpty());
-        QVERIFY(!QFileInfo::exists(f.home.path("/Documents")));
+        QVERIFY(!QFileInfo::exists(f.home.path("/Documents/Orvalentix")));
         QVERIFY(!QFileInfo::exists(ProfilesFixture::builtInRoot()));
         f.store->activateRecentProfileForVehicle("Car"_q);
         QCOMPARE(f.store->revision(), 1);
@@ -90,13 +90,15 @@ private Q_SLOTS:
 
     void assignmentsComeBackAfterARestartWhateverTheNames()
     {
-        const QStringList names{"Plain"_q,     "General"_q,           "per%cent"_q,
-                                "br]ack[et"_q, "line\nfeed"_q,        "😀 ü"_q,
-                                R"(back\s)"_q, R"(semi;colon="x")"_q, "Groß"_q};
+        QStringList names{"Plain"_q, "General"_q, "per%cent"_q, "br]ack[et"_q,
+                          "😀 ü"_q,   "semi;=x"_q, "Groß"_q};
+#ifdef Q_OS_UNIX
+        names += {"line\nfeed"_q, R"(back\s)"_q, R"(semi;colon="x")"_q};
+#endif
         ProfilesFixture f;
         f.addUser(names);
         f.start();
-        for (const QString &name : names) {
+        for (const QString &name : qAsConst(names)) {
             f.provider.name = name + "/ , \"@%1\" é😀\n"_q;
             f.counter.count += 10'000;
             QVERIFY(f.act(name, DashboardProfileAction::Activate).ok);
@@ -210,6 +212,7 @@ private Q_SLOTS:
 
     void whatCannotBeReadGivesNoProfilesAndNoVehicles()
     {
+        NEEDS_POSIX();
         const Unprivileged user;
         ProfilesFixture f;
         f.addUser({"Alpha"_q});
@@ -232,17 +235,23 @@ private Q_SLOTS:
         QVERIFY(f.start().profileHeaders().empty());
     }
 
-    void tenThousandProfilesAreListed()
+    void thousandsOfProfilesAreListed()
     {
+#ifdef Q_OS_WIN
+        // Wine looks a name up by reading all of its directory.
+        constexpr int Count = 1000;
+#else
+        constexpr int Count = 10'000;
+#endif
         ProfilesFixture f(fastFolder());
-        for (int i = 0; i < 10'000; ++i) {
+        for (int i = 0; i < Count; ++i) {
             const QString directory = f.userPath("P%1"_q.arg(i));
             writeFile(directory + "/Dash.qml"_q, "");
             writeFile(directory + "/preview.png"_q, "");
         }
         f.start();
-        QCOMPARE(f.store->profileHeaders().size(), 10'000U);
-        QVERIFY(f.store->profileNameExists("p9999"_q));
+        QCOMPARE(f.store->profileHeaders().size(), std::size_t(Count));
+        QVERIFY(f.store->profileNameExists("p%1"_q.arg(Count - 1)));
     }
 };
 

@@ -38,6 +38,11 @@ public:
         return QCoreApplication::applicationDirPath() + "/Dashboards"_q;
     }
     QString userPath(const QString &name = {}) const { return home.data("/Dashboards/") + name; }
+    /// As messages spell it.
+    QString shownPath(const QString &name = {}) const
+    {
+        return QDir::toNativeSeparators(userPath(name));
+    }
     QString iniPath() const { return home.data("/dashboardsExtra.ini"); }
 
     static QStringList assets()

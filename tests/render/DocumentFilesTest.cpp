@@ -46,8 +46,8 @@ private Q_SLOTS:
         row("beyond the basic plane", "🏎", "🏁.qml");
         row("brackets and quotes", "a [b] (c) 'd' {e}", "&+,;=@!$.qml");
         row("dots", "a.b.c", "..Dash.qml");
-        row("colon", "C:", "a:b.qml");
 #ifdef Q_OS_UNIX
+        row("colon", "C:", "a:b.qml");
         row("question mark", "why?", "what?.qml");
         row("backslash and double quote", "a\\b", "c\"d.qml");
 #endif
@@ -74,7 +74,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QByteArray>("error");
         const QByteArray missing = "No such file or directory";
+#ifdef Q_OS_WIN
+        const QByteArray folder = "older"; // The reason differs between Windows and Wine.
+#else
         const QByteArray folder = "file to open is a directory";
+#endif
         QTest::newRow("missing") << "Missing.qml" << missing;
         QTest::newRow("in a missing folder") << "missing/Dash.qml" << missing;
         QTest::newRow("folder") << "folder" << folder;

@@ -4,7 +4,12 @@
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 
+#ifdef Q_OS_WIN
+#include "support/UserHive.h"
+#endif
+
 #include <array>
+#include <memory>
 
 /// A home for one test: documents, settings and temporary files end up in it, and nothing of the
 /// user's is read or written. The environment is put back at the end.
@@ -14,15 +19,19 @@ public:
     explicit TemporaryHome(const QString &parent = QDir::tempPath())
         : directory(parent + QStringLiteral("/gauge-home-XXXXXX"))
     {
-        const std::array<QByteArray, 6> values{
+        const std::array<QByteArray, Names.size()> values{
             path().toLocal8Bit(),          path("/config").toLocal8Bit(),
             path("/data").toLocal8Bit(),   path("/cache").toLocal8Bit(),
-            path("/system").toLocal8Bit(), path("/tmp").toLocal8Bit()};
+            path("/system").toLocal8Bit(), path("/tmp").toLocal8Bit(),
+            path("/tmp").toLocal8Bit()};
         for (std::size_t i = 0; i < Names.size(); ++i) {
             before[i] = qgetenv(Names[i]);
             qputenv(Names[i], values[i]);
         }
         QDir().mkpath(path("/tmp"));
+#ifdef Q_OS_WIN
+        hive = std::make_unique<UserHive>(path("/Documents"));
+#endif
         for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat}) {
             QSettings::setPath(format, QSettings::UserScope, path("/config"));
             QSettings::setPath(format, QSettings::SystemScope, path("/system"));
@@ -36,7 +45,10 @@ public:
     TemporaryHome(const TemporaryHome &) = delete;
     TemporaryHome &operator=(const TemporaryHome &) = delete;
 
-    QString path(const char *tail = "") const { return directory.path() + QString::fromUtf8(tail); }
+    QString path(const char *tail = "") const
+    {
+        return directory.path() + QString::fromUtf8(tail);
+    }
 
     /// The application's own folder under the documents, which isn't there at first.
     QString data(const char *tail = "") const
@@ -45,9 +57,13 @@ public:
     }
 
 private:
-    static constexpr std::array<const char *, 6> Names{
-        "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_DIRS", "TMPDIR"};
+    static constexpr std::array<const char *, 7> Names{
+        "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_DIRS", "TMPDIR",
+        "TMP"};
 
     QTemporaryDir directory;
-    std::array<QByteArray, 6> before;
+    std::array<QByteArray, Names.size()> before;
+#ifdef Q_OS_WIN
+    std::unique_ptr<UserHive> hive;
+#endif
 };

@@ -10,7 +10,7 @@ namespace {
 
 QString loading(const QString &path)
 {
-    return "load "_q + path + " 480x272"_q;
+    return "load "_q + QDir::toNativeSeparators(path) + " 480x272"_q;
 }
 
 constexpr std::uint32_t Boxes = 0x5150;
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QCOMPARE(bench.takeCalls(), QStringList({loading(file), "publish"_q}));
         QCOMPARE(pathChanges.count(), 1);
         QCOMPARE(changes.count(), 1);
-        QCOMPARE(bench.storedPath(), file);
+        QCOMPARE(bench.storedPath(), QDir::toNativeSeparators(file));
 
         bench.model->setPath(file);
         bench.model->setPath(QDir::fromNativeSeparators(file));
@@ -129,7 +129,7 @@ private Q_SLOTS:
         bench.model->setArgument(nullptr, 0, QVariant());
         bench.model->setArgument(nullptr, 0, QString());
         QCOMPARE(bench.takeCalls(), QStringList());
-        QCOMPARE(bench.model->currentPath(), file);
+        QCOMPARE(bench.model->currentPath(), QDir::toNativeSeparators(file));
     }
 
     void aPathThatNamesNoFileIsLoadedAndDoesNoHarm()
@@ -172,10 +172,10 @@ private Q_SLOTS:
         bench.model->setArgument(nullptr, 0, 5);
         QCOMPARE(bench.model->currentPath(), "5"_q);
         bench.model->setArgument(nullptr, 0, QByteArray("/tmp/A.qml"));
-        QCOMPARE(bench.model->currentPath(), "/tmp/A.qml"_q);
+        QCOMPARE(bench.model->currentPath(), QDir::toNativeSeparators("/tmp/A.qml"_q));
         bench.model->setArgument(nullptr, 0, QVariantMap{{"path"_q, "/tmp/B.qml"_q}});
         bench.model->setArgument(nullptr, 0, QStringList{"/a"_q, "/b"_q});
-        QCOMPARE(bench.model->currentPath(), "/tmp/A.qml"_q);
+        QCOMPARE(bench.model->currentPath(), QDir::toNativeSeparators("/tmp/A.qml"_q));
     }
 
     void pedalsAndRpmAreClamped_data()
@@ -338,13 +338,15 @@ private Q_SLOTS:
         const FakeNavigation::Shown &shown = bench.navigation.shown.front();
         QVERIFY(shown.context == nullptr);
         QCOMPARE(shown.target, "StartVisualStudioCode"_q);
-        const QVariantMap expected{{"path"_q, file}, {"dir"_q, bench.home.path("/My Dash")}};
+        const QVariantMap expected{{"path"_q, QDir::toNativeSeparators(file)},
+                                   {"dir"_q, bench.home.path("/My Dash")}};
         QCOMPARE(shown.argument.toMap(), expected);
 
         const QString other = bench.file("/Other.qml");
         bench.model->setPath(other);
         bench.model->openCode();
-        QCOMPARE(bench.navigation.shown.back().argument.toMap().value("path"_q).toString(), other);
+        QCOMPARE(bench.navigation.shown.back().argument.toMap().value("path"_q).toString(),
+                 QDir::toNativeSeparators(other));
 
         DashboardEditorVM alone(&bench.engine, nullptr);
         alone.openCode();

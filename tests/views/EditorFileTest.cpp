@@ -1,3 +1,4 @@
+#include "support/Files.h"
 #include "views/EditorBench.h"
 
 #include <QtCore/QElapsedTimer>
@@ -43,8 +44,7 @@ public:
     static void replaceFile(const QString &path, const QByteArray &content)
     {
         writeFile(path + ".new"_q, content);
-        if (::rename(QFile::encodeName(path + ".new"_q).constData(),
-                     QFile::encodeName(path).constData()) != 0)
+        if (!moveFile(path + ".new"_q, path, true))
             qFatal("can't rename %s", qUtf8Printable(path));
     }
 };

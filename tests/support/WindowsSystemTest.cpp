@@ -1,0 +1,139 @@
+#include "support/Files.h"
+#include "support/Paths.h"
+#include "support/SettingsGroup.h"
+#include "support/platform/FileSystem.h"
+#include "support/platform/Platform.h"
+
+#include "TemporaryHome.h"
+#include "TestFiles.h"
+
+#include <QtTest/QtTest>
+
+#include <array>
+
+class WindowsSystemTest : public QObject
+{
+    Q_OBJECT
+
+    static QString halvorin() { return QString::fromStdWString(documentsDataPath(L"Halvorin")); }
+
+    /// A string below the current user, empty where there is none.
+    static QString registryText(const wchar_t *key, const wchar_t *name)
+    {
+        std::array<wchar_t, 200> text{};
+        DWORD size = sizeof(text);
+        RegGetValueW(HKEY_CURRENT_USER, key, name, RRF_RT_REG_SZ, nullptr, text.data(), &size);
+        return QString::fromWCharArray(text.data());
+    }
+
+    /// Files go there, are replaced there and leave again, whatever place of the system it is.
+    static void useFolder(const QString &folder)
+    {
+        const TemporaryHome home;
+        writeFile(home.path("/source/sub/file"), "text");
+        const QString target = folder + "gauge-%1"_q.arg(QCoreApplication::applicationPid());
+        QVERIFY(copyDirectory(home.path("/source"), target));
+        QCOMPARE(readFile(target + "/sub/file"_q), QByteArray("text"));
+        QVERIFY(moveFile(target + "/sub/file"_q, target + "/file"_q, false));
+        writeFile(target + "/other"_q, "other");
+        QVERIFY(!moveFile(target + "/other"_q, target + "/file"_q, false));
+        QVERIFY(moveFile(target + "/other"_q, target + "/file"_q, true));
+        QCOMPARE(readFile(target + "/file"_q), QByteArray("other"));
+        QVERIFY(removeTree(target));
+    }
+
+private Q_SLOTS:
+    void settingsAreInTheRegistryBelowTheCurrentUser()
+    {
+        const TemporaryHome home;
+        openSettingsGroup("Dashboard"_q)->setValue("RecentProfile"_q, "Größe 仪表"_q);
+        QCOMPARE(registryText(L"Software\\Orvalentix\\Halvorin\\Dashboard", L"RecentProfile"),
+                 "Größe 仪表"_q);
+        const auto group = openSettingsGroup("Dashboard"_q);
+        QCOMPARE(group->value("RecentProfile"_q, {}).toString(), "Größe 仪表"_q);
+        group->remove("RecentProfile"_q);
+        QCOMPARE(openSettingsGroup("Dashboard"_q)->value("RecentProfile"_q, "none"_q).toString(),
+                 "none"_q);
+        openSettingsGroup({})->setValue("Plain"_q, "five"_q);
+        QCOMPARE(registryText(L"Software\\Orvalentix\\Halvorin", L"Plain"), "five"_q);
+    }
+
+    void aMissingDocumentsFolderGivesAPathFromTheRootOfTheDrive()
+    {
+        const TemporaryHome home;
+        QVERIFY(QDir(home.path("/Documents")).removeRecursively());
+        QCOMPARE(halvorin(), R"(\Orvalentix\Halvorin)"_q);
+    }
+
+    void documentsMayLieAnywhere_data()
+    {
+        QTest::addColumn<QString>("tail");
+        QTest::newRow("umlauts") << "Übergrößen/Eigene Dokumente"_q;
+        QTest::newRow("Chinese") << "文档"_q;
+        QTest::newRow("long") << QString(120, u'd') + u'/' + QString(60, u'e');
+    }
+
+    void documentsMayLieAnywhere()
+    {
+        QFETCH(QString, tail);
+        const TemporaryHome home;
+        const QString documents = home.path("/") + tail;
+        const UserHive hive(documents);
+        QCOMPARE(QDir::fromNativeSeparators(halvorin()), documents + "/Orvalentix/Halvorin"_q);
+        const QString folder = halvorin() + "/Dashboards"_q;
+        writeFile(folder + "/A/Dash.qml"_q, "Item {}");
+        QVERIFY(copyDirectory(folder + "/A"_q, folder + u'/' + QString(90, u'f')));
+        QCOMPARE(readFile(folder + u'/' + QString(90, u'f') + "/Dash.qml"_q),
+                 QByteArray("Item {}"));
+    }
+
+    void drivesAndSharesHoldFiles()
+    {
+        useFolder("C:/"_q);
+        const QString share = "//gauge-tests/share/"_q;
+        if (!QFileInfo(share).isDir())
+            QSKIP("there is no network", );
+        useFolder(share);
+        useFolder(share + QString(150, u's') + u'/' + QString(120, u's') + u'/');
+        QVERIFY(removeTree(share + QString(150, u's')));
+    }
+
+    void aRootIsThereAndStays()
+    {
+        QCOMPARE(platform::createDirectory("C:/"_q), platform::Creation::Exists);
+        QVERIFY(makeDirectory("C:/"_q).exists());
+        QVERIFY(!moveFile("C:/"_q, "C:/moved"_q, true));
+        QVERIFY(QFileInfo("C:/windows"_q).isDir());
+    }
+
+    void namesOfDevicesAndWhatTheSystemDropsAreNoFileNames_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("fits");
+        for (const char *const name :
+             {"con",     "CON",  "nul.txt",  "Aux.qml", "prn", "com1", "LPT9.x", "conin$",
+              "CONOUT$", "com¹", "con .txt", "a.",      "a ",  "...",  "a?",     "a*",
+              "<",       ">",    "|",        "a\"b",    "a:b", "a/b",  "a\\b",   "tab\tbed"})
+            QTest::newRow(name) << QString::fromUtf8(name) << false;
+        for (const char *const name : {"console", "null", "com", "com10", "com0", ".dot", "a.b",
+                                       "Größe", "仪表", "a b", "%1", "lpt", "xcon"})
+            QTest::newRow(name) << QString::fromUtf8(name) << true;
+    }
+
+    void namesOfDevicesAndWhatTheSystemDropsAreNoFileNames()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, fits);
+        QCOMPARE(platform::canHoldFileName(name), fits);
+    }
+
+    void theCoarseClockIsTheSystems()
+    {
+        const ULONGLONG before = GetTickCount64();
+        const std::uint64_t read = platform::systemCounter().tickCount();
+        QVERIFY(before <= read && read <= GetTickCount64());
+    }
+};
+
+QTEST_GUILESS_MAIN(WindowsSystemTest)
+#include "WindowsSystemTest.moc"
