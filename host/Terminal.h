@@ -15,5 +15,20 @@ void clearLine();
 /// Whether standard error is a terminal that a person looks at.
 bool standardErrorIsTerminal();
 
+/// Where the system gives a program with windows no terminal, takes that of the program which
+/// started it, if there is one, for as long as the object lives. Output that goes elsewhere stays
+/// there.
+class ParentTerminal
+{
+public:
+    ParentTerminal();
+    ~ParentTerminal();
+    ParentTerminal(const ParentTerminal &) = delete;
+    ParentTerminal &operator=(const ParentTerminal &) = delete;
+
+private:
+    unsigned codePage = 0; ///< The terminal's own, put back at the end; 0 is none.
+};
+
 /// Whether a GUI can be shown as the environment stands.
 bool hasDisplay();

@@ -9,6 +9,9 @@ bool standardErrorIsTerminal()
     return isatty(STDERR_FILENO) != 0;
 }
 
+ParentTerminal::ParentTerminal() = default;
+ParentTerminal::~ParentTerminal() = default;
+
 bool hasDisplay()
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY") ||

@@ -1,7 +1,43 @@
 #include "Terminal.h"
 
+#include <windows.h>
+
 #include <cstdio>
 #include <io.h>
+
+namespace {
+
+/// A stream that was redirected has its place already.
+void openOnConsole(std::FILE *stream, DWORD handle)
+{
+    const HANDLE place = GetStdHandle(handle);
+    if (place != nullptr && place != INVALID_HANDLE_VALUE &&
+        GetFileType(place) != FILE_TYPE_UNKNOWN)
+        return;
+    // On failure there is no stream any more, and nothing that could be done about it.
+    static_cast<void>(std::freopen("CONOUT$", "w", stream));
+}
+
+} // namespace
+
+ParentTerminal::ParentTerminal()
+{
+    // All output is UTF-8. It fails where a person started the program by a double click.
+    if (AttachConsole(ATTACH_PARENT_PROCESS) == 0)
+        return;
+    openOnConsole(stdout, STD_OUTPUT_HANDLE);
+    openOnConsole(stderr, STD_ERROR_HANDLE);
+    codePage = GetConsoleOutputCP();
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+ParentTerminal::~ParentTerminal()
+{
+    std::fflush(stdout);
+    std::fflush(stderr);
+    if (codePage != 0)
+        SetConsoleOutputCP(codePage);
+}
 
 bool standardErrorIsTerminal()
 {

@@ -21,6 +21,7 @@ ParsedOptions readArguments(int argc, char *argv[])
 
 int main(int argc, char *argv[])
 {
+    const ParentTerminal terminal;
     const ParsedOptions parsed = readArguments(argc, argv);
     switch (parsed.outcome) {
     case ParsedOptions::Outcome::Print:
