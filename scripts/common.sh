@@ -17,6 +17,12 @@ test_packages=(
 )
 fuzz_packages=(libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev)
+windows_packages=(g++-mingw-w64-x86-64-posix wine wine64)
+# For Qt itself, where no ready-made one is at hand.
+windows_build_packages=(
+  g++ make g++-mingw-w64-x86-64-posix dpkg-dev patch perl python3 debian-archive-keyring
+  ca-certificates xz-utils
+)
 
 # Installs those of the named Debian packages that are missing. Quick when none is.
 install_packages() {
@@ -49,6 +55,13 @@ build_preset() {
     fi
     NINJA_STATUS="[%f of %t] " cmake --build --preset "$preset"
   )
+}
+
+# Builds for Windows, with a Qt that it gets first where there is none yet.
+build_windows() {
+  GAUGE_WINDOWS_QT=$("$root/packaging/windows/qt")
+  export GAUGE_WINDOWS_QT
+  build_preset windows-mingw
 }
 
 has_display() {
