@@ -1,7 +1,12 @@
-# The program finds the library and the dashboards beside itself, so they share a folder of their own;
-# the command in bin/ is a link to it.
+# The program finds the library and the dashboards beside itself, so they share a folder of their own.
+# On Windows that is the folder that a zip unpacks to; elsewhere the command in bin/ is a link into it.
 include(GNUInstallDirs)
-set(home "${CMAKE_INSTALL_LIBDIR}/gauge64")
+if(WIN32)
+  set(home .)
+  set(CMAKE_INSTALL_DOCDIR Guides)
+else()
+  set(home "${CMAKE_INSTALL_LIBDIR}/gauge64")
+endif()
 
 install(TARGETS gauge-host RUNTIME DESTINATION "${home}")
 install(TARGETS GAUGE64 LIBRARY DESTINATION "${home}")
@@ -18,6 +23,13 @@ install(DIRECTORY "${CMAKE_SOURCE_DIR}/host/feeds" DESTINATION "${home}")
 install(FILES README.md LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 if(UNIX)
+  install(FILES packaging/linux/gauge64.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+  foreach(icon IN ITEMS scalable:svg 256x256:png)
+    string(REPLACE ":" ";" icon "${icon}")
+    list(POP_FRONT icon size suffix)
+    install(FILES "packaging/icon/gauge64.${suffix}"
+      DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}/apps")
+  endforeach()
   install(CODE "
     set(bin \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
     file(MAKE_DIRECTORY \"\${bin}\")
