@@ -44,24 +44,25 @@ install_packages() {
     apt-get -qq -y --no-install-recommends install "${missing[@]}" >/dev/null
 }
 
-# Configures and builds a preset. Its output shows only if it fails or takes part in a long build.
+# Configures and builds a preset, or some of its targets. Its output shows only if it fails or takes part in a long build.
 build_preset() {
   local preset=$1
+  shift
   (
     cd "$root"
     if [ ! -f "build/$preset/build.ninja" ]; then
       echo "Configuring the $preset build in build/$preset"
       cmake --preset "$preset" >/dev/null
     fi
-    NINJA_STATUS="[%f of %t] " cmake --build --preset "$preset"
+    NINJA_STATUS="[%f of %t] " cmake --build --preset "$preset" ${1:+--target "$@"}
   )
 }
 
-# Builds for Windows, with a Qt that it gets first where there is none yet.
+# Builds for Windows, or some targets of it, with a Qt that it gets first where there is none yet.
 build_windows() {
   GAUGE_WINDOWS_QT=$("$root/packaging/windows/qt")
   export GAUGE_WINDOWS_QT
-  build_preset windows-mingw
+  build_preset windows-mingw "$@"
 }
 
 has_display() {

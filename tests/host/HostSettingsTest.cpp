@@ -1,5 +1,6 @@
 #include "HostSettings.h"
 #include "SessionOptions.h"
+#include "support/SystemLimits.h"
 #include "support/TemporaryHome.h"
 
 #include <QtCore/QFile>
@@ -161,6 +162,7 @@ private Q_SLOTS:
 
     void whatCannotBeReadIsItsDefault()
     {
+        NEEDS_POSIX();
         QFETCH(QByteArray, line);
         QFETCH(QString, told);
         writeSettings("[Preferences]\n" + line + '\n');
@@ -175,6 +177,7 @@ private Q_SLOTS:
 
     void aDamagedFileIsKeptBesideTheNewOne()
     {
+        NEEDS_POSIX();
         const QByteArray damaged("[Preferences]\nUnits=mph\nmy notes without a value\n");
         writeSettings(damaged);
         HostSettings settings = makeSettings();
@@ -188,6 +191,7 @@ private Q_SLOTS:
 
     void whatCannotBeSavedHoldsForThisRun()
     {
+        NEEDS_POSIX();
         // A file where the folder should be: not even the super user can write there.
         QFile blocker(QFileInfo(settingsFile()).absolutePath());
         QVERIFY(QDir().mkpath(QFileInfo(blocker).absolutePath()));
