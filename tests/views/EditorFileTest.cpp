@@ -79,6 +79,8 @@ private Q_SLOTS:
     void aReplacedFileIsFollowedAgainAndAgain()
     {
         QFETCH(bool, held);
+        if (held)
+            NEEDS_POSIX();
         FollowingBench bench;
         const QString path = bench.model->currentPath();
         QFile old(path);
