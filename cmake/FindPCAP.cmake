@@ -11,4 +11,8 @@ if(PCAP_FOUND AND NOT TARGET PCAP::PCAP)
   set_target_properties(PCAP::PCAP PROPERTIES
     IMPORTED_LOCATION "${PCAP_LIBRARY}"
     INTERFACE_INCLUDE_DIRECTORIES "${PCAP_INCLUDE_DIR}")
+  if(WIN32)
+    # A static library doesn't say so itself.
+    set_target_properties(PCAP::PCAP PROPERTIES INTERFACE_LINK_LIBRARIES ws2_32)
+  endif()
 endif()

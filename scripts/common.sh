@@ -17,10 +17,10 @@ test_packages=(
 )
 fuzz_packages=(libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev)
-windows_packages=(g++-mingw-w64-x86-64-posix wine wine64)
-# For Qt itself, where no ready-made one is at hand.
+windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64)
+# For Qt itself, where no ready-made one is at hand, and for other libraries.
 windows_build_packages=(
-  g++ make g++-mingw-w64-x86-64-posix dpkg-dev patch perl python3 debian-archive-keyring
+  g++ make cmake ninja-build g++-mingw-w64-x86-64-posix dpkg-dev patch perl python3 flex bison debian-archive-keyring
   ca-certificates xz-utils
 )
 
@@ -58,10 +58,11 @@ build_preset() {
   )
 }
 
-# Builds for Windows, or some targets of it, with a Qt that it gets first where there is none yet.
+# Builds for Windows, or some targets of it, with libraries that it gets first where there is none yet.
 build_windows() {
   GAUGE_WINDOWS_QT=$("$root/packaging/windows/qt")
-  export GAUGE_WINDOWS_QT
+  GAUGE_WINDOWS_LIBRARIES=$("$root/packaging/windows/libraries")
+  export GAUGE_WINDOWS_QT GAUGE_WINDOWS_LIBRARIES
   build_preset windows-mingw "$@"
 }
 

@@ -81,8 +81,15 @@ CaptureReader::CaptureReader(QString path)
 QString CaptureReader::openCapture()
 {
     std::array<char, PCAP_ERRBUF_SIZE> reason{};
+#ifdef Q_OS_WIN
+    // Names and messages are of the system's code page otherwise, which can't say every name.
+    pcap_init(PCAP_CHAR_ENC_UTF_8, reason.data());
+    const QByteArray name = path.toUtf8();
+#else
+    const QByteArray name = QFile::encodeName(path);
+#endif
     capture.reset(pcap_open_offline_with_tstamp_precision(
-        QFile::encodeName(path).constData(), PCAP_TSTAMP_PRECISION_NANO, reason.data()));
+        name.constData(), PCAP_TSTAMP_PRECISION_NANO, reason.data()));
     if (capture == nullptr) {
         return QStringLiteral("is no capture that can be read: %1.")
             .arg(QString::fromLocal8Bit(reason.data()));
@@ -90,10 +97,10 @@ QString CaptureReader::openCapture()
     const int type = pcap_datalink(capture.get());
     const std::optional<LinkLayer> known = linkLayer(type);
     if (!known) {
-        const char *name = pcap_datalink_val_to_description_or_dlt(type);
+        const char *kind = pcap_datalink_val_to_description_or_dlt(type);
         return QStringLiteral("holds packets of a kind that isn't read here: %1. Capture on an "
                               "Ethernet or loopback device.")
-            .arg(QString::fromLatin1(name));
+            .arg(QString::fromLatin1(kind));
     }
     link = *known;
     return {};
