@@ -53,6 +53,12 @@ int main(int argc, char *argv[])
     if (!qEnvironmentVariableIsSet("QT_DISTANCEFIELD_DEFAULT_BASEFONTSIZE"))
         qputenv("QT_DISTANCEFIELD_DEFAULT_BASEFONTSIZE", "96");
 
+#ifdef Q_OS_WIN
+    // The system's own rasteriser has other ascents and whole widths: text would move in its place.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "windows:fontengine=freetype");
+#endif
+
     // Where a glyph lies in its texture goes by the order of a hash and tints its edges by a shade;
     // a preview is the same bytes each time.
     if (parsed.options.mode == Options::Mode::Preview)

@@ -29,6 +29,7 @@ Item {
         anchors.fill: parent
         color: display.ghostColor
         font.family: Theme.segmentFamily
+        font.hintingPreference: Font.PreferVerticalHinting
         font.bold: true
         font.pixelSize: display.pixelSize
         textFormat: Text.PlainText
