@@ -58,7 +58,8 @@ public:
                                   "Rectangle { width: 480; height: 272; color: '#11151a'\n"
                                   "FontLoader { id: font; source: '%1' }\n"
                                   "Text { x: 20; y: 20; color: '#98a2ad'; text: '%2'\n"
-                                  "font.family: font.name; font.pixelSize: %3 } }\n")
+                                  "font.family: font.name; font.pixelSize: %3\n"
+                                  "font.hintingPreference: Font.PreferVerticalHinting } }\n")
                        .arg(font, digits, QString::number(pixelSize))
                        .toUtf8());
     }

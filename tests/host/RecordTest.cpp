@@ -1,5 +1,6 @@
 #include "telemetry/recordings/DriveFile.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
@@ -111,7 +112,8 @@ private Q_SLOTS:
         QProcess process;
         start(process, path("c.drive"), {QStringLiteral("--feed"), path("bad.json")});
         const QString output = outputOf(process);
-        QVERIFY2(output.contains(path("bad.json") + QStringLiteral(":2: 'name'")),
+        QVERIFY2(output.contains(QDir::toNativeSeparators(path("bad.json")) +
+                                 QStringLiteral(":2: 'name'")),
                  qPrintable(output));
         QCOMPARE(process.exitCode(), 1);
         QVERIFY(!QFileInfo::exists(path("c.drive")));

@@ -2,6 +2,7 @@
 #include "Senders.h"
 #include "telemetry/feeds/OutGauge.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QtEndian>
@@ -156,7 +157,7 @@ private Q_SLOTS:
         QVERIFY(!FeedDescription::parse("\xef\xbb\xbf" + json, QStringLiteral("f"), errors));
         QCOMPARE(errors.size(), 2);
         QVERIFY(!FeedDescription::load(QStringLiteral("no/such.json"), errors));
-        QVERIFY(errors.value(0).contains(QStringLiteral("no/such.json")));
+        QVERIFY(errors.value(0).contains(QDir::toNativeSeparators(QStringLiteral("no/such.json"))));
     }
 
     void everyTypeIsReadInEitherOrder_data()
