@@ -1,3 +1,4 @@
+#include "support/SystemLimits.h"
 #include "telemetry/recordings/DriveFile.h"
 
 #include <QtCore/QDir>
@@ -65,6 +66,7 @@ private:
 private Q_SLOTS:
     void whatComesInIsRecordedUntilTheEndIsAskedFor()
     {
+        NEEDS_POSIX();
         const QString file = path("a.drive");
         QProcess process;
         start(process, file);
