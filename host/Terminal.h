@@ -21,13 +21,19 @@ bool standardErrorIsTerminal();
 class ParentTerminal
 {
 public:
-    ParentTerminal();
-    ~ParentTerminal();
+    ParentTerminal()
+        : codePage(attach())
+    {
+    }
+    ~ParentTerminal() { detach(codePage); }
     ParentTerminal(const ParentTerminal &) = delete;
     ParentTerminal &operator=(const ParentTerminal &) = delete;
 
 private:
-    unsigned codePage = 0; ///< The terminal's own, put back at the end; 0 is none.
+    static unsigned attach();
+    static void detach(unsigned codePage);
+
+    const unsigned codePage; ///< The terminal's own, put back at the end; 0 is none.
 };
 
 /// Whether a GUI can be shown as the environment stands.

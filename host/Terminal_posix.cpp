@@ -9,8 +9,14 @@ bool standardErrorIsTerminal()
     return isatty(STDERR_FILENO) != 0;
 }
 
-ParentTerminal::ParentTerminal() = default;
-ParentTerminal::~ParentTerminal() = default;
+unsigned ParentTerminal::attach()
+{
+    return 0;
+}
+
+void ParentTerminal::detach(unsigned /*codePage*/)
+{
+}
 
 bool hasDisplay()
 {

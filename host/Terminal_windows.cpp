@@ -20,18 +20,19 @@ void openOnConsole(std::FILE *stream, DWORD handle)
 
 } // namespace
 
-ParentTerminal::ParentTerminal()
+unsigned ParentTerminal::attach()
 {
     // All output is UTF-8. It fails where a person started the program by a double click.
     if (AttachConsole(ATTACH_PARENT_PROCESS) == 0)
-        return;
+        return 0;
     openOnConsole(stdout, STD_OUTPUT_HANDLE);
     openOnConsole(stderr, STD_ERROR_HANDLE);
-    codePage = GetConsoleOutputCP();
+    const unsigned codePage = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
+    return codePage;
 }
 
-ParentTerminal::~ParentTerminal()
+void ParentTerminal::detach(unsigned codePage)
 {
     std::fflush(stdout);
     std::fflush(stderr);

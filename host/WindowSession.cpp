@@ -22,6 +22,7 @@
 
 #include <chrono>
 #include <memory>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -33,7 +34,7 @@ constexpr int RestartCode = 64; ///< Of the event loop, never of the program.
 class WindowSession final : public QObject
 {
 public:
-    WindowSession(const Options &options, const GaugeLibrary &library, HostSettings &settings);
+    WindowSession(Options options, const GaugeLibrary &library, HostSettings &settings);
 
     /// Shows what the options ask for. False if there is nothing to show.
     bool start();
@@ -57,9 +58,8 @@ private:
     std::unique_ptr<GalleryWindow> gallery;
 };
 
-WindowSession::WindowSession(const Options &options, const GaugeLibrary &library,
-                             HostSettings &settings)
-    : options(options)
+WindowSession::WindowSession(Options options, const GaugeLibrary &library, HostSettings &settings)
+    : options(std::move(options))
     , settings(settings)
     , cluster(this->options, library, this->options.units == Options::Units::Mph)
     , tools(settings, *cluster.store, cluster.navigation)
