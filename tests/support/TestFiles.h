@@ -33,7 +33,7 @@ inline QByteArray readFile(const QString &path)
 inline QString fastFolder()
 {
 #ifdef Q_OS_LINUX
-    const QString memory = "/dev/shm"_q;
+    QString memory = "/dev/shm"_q;
     if (QFileInfo(memory).isWritable())
         return memory;
 #endif
