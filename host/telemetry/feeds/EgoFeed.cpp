@@ -34,13 +34,13 @@ std::optional<FeedSample> EgoFeed::decode(const QByteArray &payload)
 
 /// Datagrams without the maximum don't tell cars apart either, but a driver changes the car only
 /// between two stages.
-void EgoFeed::learnMaximum(VehicleTelemetry &vehicle, float clock)
+void EgoFeed::learnMaximum(VehicleTelemetry &now, float clock)
 {
     if (clock < lastClock)
         learner.restart({});
     lastClock = clock;
-    learner.see({vehicle.rpm, vehicle.gear, vehicle.gasPedalPercent, false});
-    vehicle.maxRpm = learner.limits().maximum();
+    learner.see({now.rpm, now.gear, now.gasPedalPercent, false});
+    now.maxRpm = learner.limits().maximum();
 }
 
 void EgoFeed::restart()

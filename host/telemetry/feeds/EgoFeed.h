@@ -28,7 +28,7 @@ private:
         }
     };
 
-    void learnMaximum(VehicleTelemetry &vehicle, float clock);
+    void learnMaximum(VehicleTelemetry &now, float clock);
 
     Engine engine;
     RevLimitLearner learner;
