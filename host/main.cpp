@@ -3,6 +3,7 @@
 #include "Terminal.h"
 
 #include <QtCore/QHash>
+#include <QtGui/QFont>
 #include <QtGui/QGuiApplication>
 
 #include <cstdio>
@@ -67,5 +68,10 @@ int main(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     QGuiApplication::setOrganizationName(QStringLiteral("GAUGE64"));
     QGuiApplication::setApplicationName(QStringLiteral("gauge-host"));
+
+    // Full hinting, a choice of the system's or of its user's, rounds the widths of letters.
+    QFont font = QGuiApplication::font();
+    font.setHintingPreference(QFont::PreferVerticalHinting);
+    QGuiApplication::setFont(font);
     return runSession(parsed.options);
 }

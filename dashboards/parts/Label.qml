@@ -13,6 +13,7 @@ Text {
 
     color: Theme.muted
     font.family: Theme.fontFamily
+    font.kerning: Theme.kerning
     font.hintingPreference: Font.PreferVerticalHinting // Equally wide on every system.
     font.pixelSize: Theme.labelSize
     fontSizeMode: fits ? Text.HorizontalFit : Text.FixedSize

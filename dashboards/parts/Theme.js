@@ -39,5 +39,6 @@ var inkOnBright = "#101010"
 var labelSize = 11
 var fontFamily = "Roboto Condensed"
 var fontFiles = ["fonts/RobotoCondensed-Regular.ttf", "fonts/RobotoCondensed-Bold.ttf"]
+var kerning = true
 var segmentFamily = "DSEG7 Classic"
 var segmentFile = "fonts/DSEG7Classic-Bold.ttf"

@@ -5,6 +5,8 @@
 #include "views/DashboardFadeInOut.h"
 
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QFontDatabase>
+#include <QtGui/QGuiApplication>
 #include <QtTest/QtTest>
 
 namespace {
@@ -45,6 +47,13 @@ private Q_SLOTS:
     {
         DashboardFadeInOut::registerType();
         QVERIFY(!dashboardNames().isEmpty());
+        // Text without a font of its own is as large on every system.
+        const int id = QFontDatabase::addApplicationFont(
+            QStringLiteral(PARTS_DIRECTORY "/fonts/RobotoCondensed-Regular.ttf"));
+        QFont font(QFontDatabase::applicationFontFamilies(id).value(0));
+        font.setPixelSize(13);
+        font.setHintingPreference(QFont::PreferVerticalHinting);
+        QGuiApplication::setFont(font);
     }
 
     void textStaysInItsPlaceUnderAnyTelemetry_data()

@@ -114,6 +114,28 @@ private Q_SLOTS:
         QVERIFY(!bytes.isEmpty());
     }
 
+    void theSystemsHintingDoesNotChangeTheWidthOfText()
+    {
+        const Author author;
+        // What a user may choose for the desktop, and what Windows does by itself.
+        author.write(QStringLiteral("../fontconfig/fonts.conf"),
+                     "<?xml version='1.0'?><!DOCTYPE fontconfig SYSTEM 'fonts.dtd'><fontconfig>"
+                     "<include>/etc/fonts/fonts.conf</include>"
+                     "<match target='pattern'><edit name='hintstyle' mode='assign'>"
+                     "<const>hintfull</const></edit></match></fontconfig>");
+        author.write(
+            QStringLiteral("Dash.qml"),
+            "import QtQuick 2.15\n"
+            "Rectangle { width: 480; height: 272\n"
+            " color: plain.implicitWidth === unrounded.implicitWidth ? 'green' : 'red'\n"
+            " Text { id: plain; visible: false; text: 'Oil pressure'; font.pixelSize: 11 }\n"
+            " Text { id: unrounded; visible: false; text: plain.text\n"
+            "  font.pixelSize: 11; font.hintingPreference: Font.PreferVerticalHinting } }\n");
+        QCOMPARE(author.run({QStringLiteral("preview"), author.document()}).exitCode, 0);
+        const QImage image = QImage::fromData(author.read(QStringLiteral("preview.png")));
+        QCOMPARE(image.pixelColor(1, 1), QColor(Qt::darkGreen));
+    }
+
     void aFailedPreviewLeavesTheOldOne()
     {
         const Author author;

@@ -45,5 +45,6 @@ var inkOnBright = "#141210"
 var labelSize = 10
 var fontFamily = "B612"
 var fontFiles = ["fonts/B612-Regular.otf", "fonts/B612-Bold.otf"]
+var kerning = true
 var segmentFamily = "DSEG7 Classic"
 var segmentFile = "fonts/DSEG7Classic-Bold.ttf"

@@ -44,5 +44,6 @@ var bestLap = "#d08cff"
 var labelSize = 10
 var fontFamily = "Play"
 var fontFiles = ["fonts/Play-Regular.ttf", "fonts/Play-Bold.ttf"]
+var kerning = false // By a table that not every build of Qt reads.
 var segmentFamily = "DSEG7 Classic"
 var segmentFile = "fonts/DSEG7Classic-Bold.ttf"

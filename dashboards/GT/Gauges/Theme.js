@@ -45,5 +45,6 @@ var bestLap = "#cf8bff"
 var labelSize = 11
 var fontFamily = "Roboto Condensed"
 var fontFiles = ["fonts/RobotoCondensed-Regular.ttf", "fonts/RobotoCondensed-Bold.ttf"]
+var kerning = true
 var segmentFamily = "DSEG7 Classic"
 var segmentFile = "fonts/DSEG7Classic-Bold.ttf"

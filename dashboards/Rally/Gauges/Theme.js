@@ -39,5 +39,6 @@ var labelSize = 16
 var fontFamily = "Bebas Neue"
 // There is no regular weight: nothing here is fine print.
 var fontFiles = ["fonts/BebasNeue-Bold.otf", "fonts/BebasNeue-Bold.otf"]
+var kerning = true
 var segmentFamily = "DSEG7 Classic"
 var segmentFile = "fonts/DSEG7Classic-Bold.ttf"

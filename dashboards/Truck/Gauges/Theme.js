@@ -39,5 +39,6 @@ var inkOnBright = "#0a1118"
 var labelSize = 11
 var fontFamily = "Roboto"
 var fontFiles = ["fonts/Roboto-Regular.ttf", "fonts/Roboto-Bold.ttf"]
+var kerning = true
 var segmentFamily = "DSEG7 Classic"
 var segmentFile = "fonts/DSEG7Classic-Bold.ttf"
