@@ -1,5 +1,7 @@
 #include "telemetry/TelemetryMonitor.h"
 
+#include "telemetry/SilenceLimits.h"
+
 #include <algorithm>
 
 using namespace std::chrono_literals;
@@ -30,9 +32,9 @@ TelemetryMonitor::Reading TelemetryMonitor::reading(TimePoint now) const
     if (!started)
         return {};
     const auto silence = now - last;
-    if (silence >= 5s)
+    if (silence >= SilenceLimits::Lost)
         return {State::Lost, 0};
-    if (pausedByGame || silence >= 500ms)
+    if (pausedByGame || silence >= SilenceLimits::Paused)
         return {State::Paused, 0};
 
     // Whole quarters only; in the first two seconds those that there were.

@@ -1,5 +1,7 @@
 #include "FeedSwitch.h"
 
+#include "telemetry/SilenceLimits.h"
+
 #include <QtCore/QDebug>
 
 #include <algorithm>
@@ -61,7 +63,7 @@ FeedSwitch::Silence FeedSwitch::check(TimePoint now)
     const std::optional<TimePoint> due = nextCheck();
     if (!due || now < *due)
         return Silence::None;
-    if (now - lastHeard < LostAfter)
+    if (now - lastHeard < SilenceLimits::Lost)
         return told = Silence::Paused;
     // Even if nobody asked in between, the pause comes first.
     if (told == Silence::None)
@@ -75,8 +77,8 @@ std::optional<FeedSwitch::TimePoint> FeedSwitch::nextCheck() const
 {
     if (format == nullptr || told == Silence::Lost)
         return std::nullopt;
-    return lastHeard + (told == Silence::None ? TimePoint::duration(PausedAfter)
-                                              : TimePoint::duration(LostAfter));
+    return lastHeard + (told == Silence::None ? TimePoint::duration(SilenceLimits::Paused)
+                                              : TimePoint::duration(SilenceLimits::Lost));
 }
 
 Feed *FeedSwitch::formatOf(const QByteArray &datagram) const
@@ -91,7 +93,7 @@ Feed *FeedSwitch::formatOf(const QByteArray &datagram) const
 
 bool FeedSwitch::mayDrive(const Sender &sender, const Feed *feed, TimePoint now) const
 {
-    if (format == nullptr || now - lastHeard >= PausedAfter)
+    if (format == nullptr || now - lastHeard >= SilenceLimits::Paused)
         return true;
     // Some senders open a port anew for each datagram. They can't be told from a second game by
     // their ports, but a game that has sent only once isn't driven yet.
@@ -103,7 +105,7 @@ void FeedSwitch::handOver(const Sender &sender, Feed *feed, TimePoint now)
 {
     const bool isSameGame = feed == format && sender.address == driver.address &&
                             sender.toPort == driver.toPort &&
-                            (isAlone || now - lastHeard >= PausedAfter);
+                            (isAlone || now - lastHeard >= SilenceLimits::Paused);
     if (!isSameGame) {
         feed->restart();
         unknownTold.clear();

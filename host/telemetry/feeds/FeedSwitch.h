@@ -17,9 +17,6 @@ class FeedSwitch
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    static constexpr std::chrono::milliseconds PausedAfter{500};
-    static constexpr std::chrono::seconds LostAfter{5};
-
     /// Where a datagram comes from and where it went.
     struct Sender
     {
@@ -30,8 +27,8 @@ public:
 
     enum class Silence {
         None,
-        Paused, ///< Reported once, when nothing has come for `PausedAfter`.
-        Lost,   ///< Reported once, when nothing has come for `LostAfter`.
+        Paused, ///< Reported once, when nothing has come for `SilenceLimits::Paused`.
+        Lost,   ///< Reported once, when nothing has come for `SilenceLimits::Lost`.
     };
 
     explicit FeedSwitch(std::vector<std::unique_ptr<Feed>> feeds);

@@ -1,5 +1,6 @@
 #include "DrivePlayer.h"
 
+#include "telemetry/SilenceLimits.h"
 #include "telemetry/TelemetrySource.h"
 
 #include <QtCore/QDebug>
@@ -17,8 +18,8 @@ constexpr int LongestTurn = 10'000;
 /// At many times the drive's pace updates come faster than anything could show them.
 constexpr std::chrono::milliseconds ShortestWait(2);
 
-/// Half of what counts as a pause to whoever goes by the clock on the wall.
-constexpr std::chrono::milliseconds LongestWait(250);
+/// Well within what counts as a pause to whoever goes by the clock on the wall.
+constexpr std::chrono::milliseconds LongestWait = SilenceLimits::Paused / 2;
 
 FeedSwitch::TimePoint onTheDrivesClock(Nanoseconds place)
 {
@@ -55,8 +56,10 @@ std::optional<Nanoseconds> DrivePlayer::advance(Nanoseconds elapsed, TelemetrySi
         isNews = false;
         lastUpdate = elapsed;
     }
-    if (isSilent && !std::exchange(silenceTold, true))
+    if (silence == Silence::Noticed) {
         sink.fallSilent();
+        silence = Silence::Told;
+    }
     tell();
     return all ? nextMoment(elapsed) : elapsed;
 }
@@ -77,7 +80,7 @@ bool DrivePlayer::takeDue(Nanoseconds elapsed)
         if (std::optional<FeedSample> sample = drive.takeNewest()) {
             newest = std::move(sample);
             isNews = true;
-            isSilent = silenceTold = false;
+            silence = Silence::None;
             anyUnderstood = true;
         }
     }
@@ -87,15 +90,17 @@ bool DrivePlayer::takeDue(Nanoseconds elapsed)
 /// Notices silence up to a moment, as a listener does between two datagrams.
 void DrivePlayer::hear(FeedSwitch::TimePoint time)
 {
-    FeedSwitch::Silence silence = FeedSwitch::Silence::None;
-    while ((silence = drive.check(time)) != FeedSwitch::Silence::None)
-        isSilent |= silence == FeedSwitch::Silence::Paused;
+    FeedSwitch::Silence heard = FeedSwitch::Silence::None;
+    while ((heard = drive.check(time)) != FeedSwitch::Silence::None) {
+        if (heard == FeedSwitch::Silence::Paused && silence == Silence::None)
+            silence = Silence::Noticed;
+    }
 }
 
 /// When the last update is to be repeated; nothing if it isn't.
 std::optional<Nanoseconds> DrivePlayer::nextRepetition() const
 {
-    if (!isSlow || !newest || isSilent)
+    if (!isSlow || !newest || silence != Silence::None)
         return std::nullopt;
     return lastUpdate + LongestWait;
 }

@@ -26,6 +26,9 @@ public:
     std::optional<Nanoseconds> advance(Nanoseconds elapsed, TelemetrySink &sink);
 
 private:
+    /// Since `newest`, by the drive's clock.
+    enum class Silence { None, Noticed, Told };
+
     bool takeDue(Nanoseconds elapsed);
     void hear(FeedSwitch::TimePoint time);
     std::optional<Nanoseconds> nextRepetition() const;
@@ -38,8 +41,7 @@ private:
     std::optional<FeedSample> newest;
     bool isNews = false;       ///< `newest` hasn't been handed on.
     Nanoseconds lastUpdate{0}; ///< When it was.
-    bool isSilent = false;     ///< Since `newest`, by the drive's clock.
-    bool silenceTold = false;
+    Silence silence = Silence::None;
     bool anyUnderstood = false;
     bool toldRemarks = false;
     bool toldEnd = false;

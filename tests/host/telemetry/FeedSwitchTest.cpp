@@ -1,6 +1,7 @@
 #include "Senders.h"
 
 #include "support/LogCapture.h"
+#include "telemetry/SilenceLimits.h"
 #include "telemetry/feeds/DataOutFeed.h"
 #include "telemetry/feeds/EgoFeed.h"
 #include "telemetry/feeds/FeedSwitch.h"
@@ -67,7 +68,7 @@ private Q_SLOTS:
         }
         QCOMPARE(bench.warnings(), 1);
 
-        bench.now += FeedSwitch::PausedAfter - 1ms;
+        bench.now += SilenceLimits::Paused - 1ms;
         QVERIFY(!bench.send(Rally, 2000));
         bench.now += 1ms;
         QVERIFY(bench.send(Rally, 2000));

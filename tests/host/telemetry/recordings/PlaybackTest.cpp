@@ -1,3 +1,4 @@
+#include "telemetry/SilenceLimits.h"
 #include "telemetry/TelemetrySource.h"
 #include "telemetry/recordings/DriveFile.h"
 #include "telemetry/recordings/PlaybackSource.h"
@@ -252,7 +253,7 @@ private Q_SLOTS:
         const auto silence = std::find(notes.told.begin(), notes.told.end(), -1);
         QCOMPARE(Numbers(silence, notes.told.end()), (Numbers{-1, 2}));
         for (std::size_t i = 1; i < std::size_t(silence - notes.told.begin()); ++i)
-            QVERIFY(moments[i] - moments[i - 1] < FeedSwitch::PausedAfter);
+            QVERIFY(moments[i] - moments[i - 1] < SilenceLimits::Paused);
         QCOMPARE(int(std::count(notes.told.begin(), silence, 0)), 4);
         QCOMPARE(notes.decoded, 3);
     }
