@@ -139,8 +139,11 @@ void WindowSession::show()
             path.isEmpty() ? QVariant() : QVariant(QDir::current().absoluteFilePath(path));
         cluster.navigation.showView(options.view, argument);
         HostWindow *window = cluster.navigation.window(options.view);
-        if (window != nullptr && options.size)
-            window->resize(*options.size);
+        if (window != nullptr && options.size) {
+            QRect place(QPoint(), *options.size);
+            place.moveCenter(window->geometry().center());
+            window->setGeometry(place);
+        }
     }
     const QStringList problems = cluster.startTelemetry();
     for (const QString &problem : problems)

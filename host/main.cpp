@@ -68,6 +68,7 @@ int main(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     QGuiApplication::setOrganizationName(QStringLiteral("GAUGE64"));
     QGuiApplication::setApplicationName(QStringLiteral("gauge-host"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("gauge64"));
 
     // Full hinting, a choice of the system's or of its user's, rounds the widths of letters.
     QFont font = QGuiApplication::font();

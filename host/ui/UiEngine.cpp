@@ -7,6 +7,7 @@
 #include <QtCore/QEvent>
 #include <QtCore/QUrl>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QIcon>
 #include <QtGui/QScreen>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
@@ -18,6 +19,7 @@ UiEngine::UiEngine()
 {
     // A static library's resources are left out unless something names them.
     Q_INIT_RESOURCE(host);
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icon.png")));
     ClassicUIBridge::registerType();
     addImportPath(QStringLiteral("qrc:/qml/modules"));
     rootContext()->setContextProperty(QStringLiteral("qt_scale"), scale());

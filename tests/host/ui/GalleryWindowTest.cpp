@@ -40,6 +40,7 @@ private Q_SLOTS:
     void opensTheOtherWindows()
     {
         open();
+        QVERIFY(!QGuiApplication::windowIcon().pixmap(16).isNull());
         click(item("objectName", text("openWindow")));
         click(item("objectName", text("settings")));
         click(item("objectName", text("help")));
