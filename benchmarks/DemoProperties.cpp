@@ -20,6 +20,7 @@ std::vector<TelemetrySample> demoSamples()
 {
     DemoLap lap(64);
     std::vector<TelemetrySample> samples;
+    samples.reserve(Ticks);
     for (int tick = 0; tick < Ticks; ++tick)
         samples.push_back(lap.sampleAt(FlyingStart + tick * TickSeconds));
     return samples;

@@ -75,7 +75,8 @@ bool isFirstCardReady(QQuickItem *grid)
     for (int row = 0; row < Dashboards; ++row) {
         QQuickItem *card = nullptr;
         QMetaObject::invokeMethod(grid, "itemAtIndex", Qt::DirectConnection,
-                                  Q_RETURN_ARG(QQuickItem *, card), Q_ARG(int, row));
+                                  QReturnArgument<QQuickItem *>("QQuickItem*", card),
+                                  Q_ARG(int, row));
         if (card != nullptr && card->property("pictureReady").toBool())
             return true;
     }

@@ -20,6 +20,7 @@ int main(int argc, char *argv[])
                                    "--benchmark_report_aggregates_only=true"};
     words.insert(words.end(), argv + 1, argv + argc);
     std::vector<char *> pointers;
+    pointers.reserve(words.size());
     for (std::string &word : words)
         pointers.push_back(word.data());
     int count = static_cast<int>(pointers.size());
