@@ -1,25 +1,17 @@
-#include "DemoProperties.h"
-
-#include "dash/HostedDocument.h"
-#include "engine/DashboardEngine.h"
 #include "views/DashboardWindowVM.h"
 
 #include <benchmark/benchmark.h>
 
-#include <QtCore/QEventLoop>
-#include <QtCore/QTimer>
+#include <QtGui/QImage>
+#include <QtGui/QWindow>
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
 
-#include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <cmath>
 #include <cstring>
 #include <mutex>
 #include <vector>
 
 namespace {
-
-using SteadyClock = std::chrono::steady_clock;
 
 /// Both sides signal to a slot of this kind.
 class Receiver : public QObject
@@ -76,7 +68,6 @@ public:
 
 constexpr int Width = 1440;
 constexpr int Height = 816;
-constexpr int TickMs = 40; ///< Of the engine.
 
 void deliverBare(benchmark::State &state)
 {
@@ -141,106 +132,6 @@ void requestOurs(benchmark::State &state)
         state.SkipWithError("no picture of the frame");
 }
 
-double percentile(std::vector<double> &samples, double share)
-{
-    const auto index = static_cast<std::size_t>(share * double(samples.size() - 1));
-    std::nth_element(samples.begin(), samples.begin() + std::ptrdiff_t(index), samples.end());
-    return samples[index];
-}
-
-/// The whole way of an update: the engine's tick renders, the window's document asks for the
-/// picture, and the window swaps it onto the screen. Updates come at every phase of the tick.
-void telemetryToScreen(benchmark::State &state)
-{
-    DashboardEngine dashboardEngine(false, true);
-    IDashboardEngine &engine = dashboardEngine;
-    engine.setDashboardFile(QStringLiteral(ROAD_DOCUMENT));
-    DashboardWindowVM model(&engine);
-    HostedDocument document(QStringLiteral("qrc:/dash/qml/DashboardWindow.qml"), model);
-    document.window.resize(int(state.range(0)), int(state.range(1)));
-    document.window.show();
-
-    const std::vector<TelemetrySample> samples = demoSamples();
-    std::size_t moment = 0;
-    const auto update = [&] {
-        const TelemetrySample &sample = samples[++moment % samples.size()];
-        engine.updateTelemetry(sample.vehicle, sample.limits, sample.extended, false);
-    };
-
-    QEventLoop loop;
-    SteadyClock::time_point handedOut;
-    bool requested = false;
-    // Connected behind the document, which asks for the picture inside its own slot.
-    QObject::connect(&model, &DashboardWindowVM::previewChanged, &loop, [&] {
-        handedOut = SteadyClock::now();
-        requested = true;
-    });
-    std::atomic<bool> synchronized{false};
-    std::atomic<SteadyClock::rep> swappedAt{0};
-    // The GUI thread stands still during the first of these; both may run on a render thread.
-    QObject::connect(
-        &document.window, &QQuickWindow::beforeSynchronizing, &loop,
-        [&] {
-            if (requested)
-                synchronized = true;
-        },
-        Qt::DirectConnection);
-    QObject::connect(
-        &document.window, &QQuickWindow::frameSwapped, &loop,
-        [&] {
-            if (!synchronized.exchange(false))
-                return;
-            swappedAt = SteadyClock::now().time_since_epoch().count();
-            QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
-        },
-        Qt::DirectConnection);
-    QTimer timer;
-    timer.setSingleShot(true);
-    timer.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&timer, &QTimer::timeout, &loop, [&loop] { loop.exit(1); });
-    const auto run = [&](std::chrono::milliseconds longest) {
-        timer.start(longest);
-        const bool quit = loop.exec() == 0;
-        timer.stop();
-        return quit;
-    };
-    const auto awaitScreen = [&] {
-        const bool swapped = run(std::chrono::seconds(5));
-        requested = false;
-        return swapped;
-    };
-    const auto milliseconds = [](SteadyClock::duration duration) {
-        return std::chrono::duration<double, std::milli>(duration).count();
-    };
-
-    std::vector<double> handed;
-    std::vector<double> shown;
-    update();
-    awaitScreen(); // The document loads.
-    double phase = 0;
-    for (auto _ : state) {
-        phase = std::fmod(phase + 0.618034, 1.0);
-        run(std::chrono::milliseconds(static_cast<int>(phase * TickMs)));
-
-        const auto start = SteadyClock::now();
-        update();
-        if (!awaitScreen()) {
-            state.SkipWithError("the picture does not reach the screen");
-            break;
-        }
-        const SteadyClock::time_point swapped{SteadyClock::duration(swappedAt.load())};
-        handed.push_back(milliseconds(handedOut - start));
-        shown.push_back(milliseconds(swapped - start));
-        state.SetIterationTime(shown.back() / 1000);
-    }
-    if (shown.empty())
-        return;
-    state.counters["handed_median_ms"] = percentile(handed, 0.5);
-    state.counters["handed_99th_ms"] = percentile(handed, 0.99);
-    state.counters["shown_median_ms"] = percentile(shown, 0.5);
-    state.counters["shown_99th_ms"] = percentile(shown, 0.99);
-}
-
 BENCHMARK(deliverBare)->Name("deliverFrame/bare");
 BENCHMARK(deliverOurs)->Name("deliverFrame/ours");
 
@@ -257,15 +148,6 @@ const bool registered = [] {
     }
     return true;
 }();
-
-BENCHMARK(telemetryToScreen)
-    ->Name("telemetry to screen")
-    ->Args({480, 272})
-    ->Args({Width, Height})
-    ->Iterations(300)
-    ->Repetitions(3)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 
