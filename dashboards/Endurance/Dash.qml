@@ -66,45 +66,15 @@ Rectangle {
         text: dash_fuelLevel_Percent
     }
 
-    Column {
+    FuelPlan {
         id: fuelPlan
 
         x: 132
         y: 15
-        spacing: 2
         visible: dash_fuelLevel_Percent_Available && dash_completedLaps_Available
-
-        Readout {
-            width: 54
-            height: 28
-            caption: "PER LAP"
-            captionSize: 10
-            valueSize: 19
-            unit: "%"
-            available: stint.perLap > 0
-            text: stint.perLap.toFixed(1)
-        }
-
-        Readout {
-            width: 54
-            height: 28
-            caption: "LAPS LEFT"
-            captionSize: 10
-            valueSize: 19
-            available: stint.lapsLeft > 0
-            text: stint.lapsLeft.toFixed(1)
-        }
-
-        Readout {
-            width: 54
-            height: 28
-            caption: "BOX ON LAP"
-            captionSize: 10
-            valueSize: 19
-            valueColor: Theme.accent
-            available: stint.boxLap > 0
-            text: stint.boxLap
-        }
+        perLap: stint.perLap
+        lapsLeft: stint.lapsLeft
+        boxLap: stint.boxLap
     }
 
     Rectangle {
@@ -303,46 +273,15 @@ Rectangle {
         resting: dash_paused
     }
 
-    Column {
+    StintTimes {
         id: stintTimes
 
         x: 326
         y: 114
         visible: dash_completedLaps_Available
-
-        Repeater {
-            model: stint.capacity
-
-            Item {
-                readonly property var entry: index < stint.times.length ? stint.times[index] : null
-
-                width: 142
-                height: 18
-
-                Label {
-                    width: 40
-                    height: parent.height
-                    horizontalAlignment: Text.AlignLeft
-                    fits: true
-                    color: parent.entry ? Theme.muted : Theme.ghost
-                    font.pixelSize: 13
-                    text: parent.entry ? "LAP " + parent.entry.lap : "LAP"
-                }
-
-                Label {
-                    x: 44
-                    width: 98
-                    height: parent.height
-                    horizontalAlignment: Text.AlignRight
-                    fits: true
-                    color: !parent.entry ? Theme.ghost
-                        : parent.entry.time === dash_bestTime_str ? Theme.good : Theme.ink
-                    font.pixelSize: 17
-                    font.bold: true
-                    text: parent.entry && parent.entry.time !== "" ? parent.entry.time : "–"
-                }
-            }
-        }
+        times: stint.times
+        rows: stint.capacity
+        best: dash_bestTime_str
     }
 
     Rectangle {

@@ -1,0 +1,48 @@
+import QtQuick 2.15
+import "Theme.js" as Theme
+
+// What the fuel is good for, with a dash for what isn't known yet: 0 or less.
+//   perLap     percent of the tank
+//   lapsLeft   until it is empty
+//   boxLap     the last lap on which to come in
+Column {
+    id: plan
+
+    property real perLap: 0
+    property real lapsLeft: 0
+    property int boxLap: 0
+
+    spacing: 2
+
+    Readout {
+        width: 54
+        height: 28
+        caption: "PER LAP"
+        captionSize: 10
+        valueSize: 19
+        unit: "%"
+        available: plan.perLap > 0
+        text: plan.perLap.toFixed(1)
+    }
+
+    Readout {
+        width: 54
+        height: 28
+        caption: "LAPS LEFT"
+        captionSize: 10
+        valueSize: 19
+        available: plan.lapsLeft > 0
+        text: plan.lapsLeft.toFixed(1)
+    }
+
+    Readout {
+        width: 54
+        height: 28
+        caption: "BOX ON LAP"
+        captionSize: 10
+        valueSize: 19
+        valueColor: Theme.accent
+        available: plan.boxLap > 0
+        text: plan.boxLap
+    }
+}
