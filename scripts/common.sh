@@ -17,7 +17,7 @@ test_packages=(
 )
 fuzz_packages=(libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev)
-windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64)
+windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 xz-utils)
 # For Qt itself, where no ready-made one is at hand, and for other libraries.
 windows_build_packages=(
   g++ make cmake ninja-build g++-mingw-w64-x86-64-posix dpkg-dev patch perl python3 flex bison debian-archive-keyring

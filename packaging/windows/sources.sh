@@ -1,7 +1,32 @@
-# Building from Debian's source packages, in stages that aren't repeated; sourced, never run. `title`
-# names what is built, `work` where.
+# Getting something into the cache, and building it from Debian's source packages in stages that
+# aren't repeated; sourced, never run. `title` names it, `target` is its folder, `work` where it is built.
 
 say() { echo "$title: $*" >&2; }
+
+# A complete folder has this file; it tells where the content comes from.
+is_complete() { [ -e "$target/.complete" ]; }
+
+# Keeps other runs away from the folder until this one ends, and itself from what somebody else put there.
+claim_target() {
+  mkdir -p "$(dirname "$target")"
+  exec 9>"$target.lock"
+  flock -n 9 || { say "waiting for another run that is at '$target'"; flock 9; }
+  if ! is_complete && [ -e "$target" ] && [ -n "$(ls -A "$target")" ]; then
+    say "'$target' holds something else. Remove it, or name another folder."
+    exit 1
+  fi
+}
+
+# Gives the target's name to a finished folder. It is whole before it has that name, on every disk.
+put_in_place() {
+  local finished=$1 origin=$2
+  staging=${staging:-$(mktemp -d "$target.XXXXXX")}
+  trap 'rm -rf "$staging"' EXIT
+  [ "$finished" = "$staging/content" ] || mv "$finished" "$staging/content"
+  echo "$origin" >"$staging/content/.complete"
+  rm -rf "$target"
+  mv "$staging/content" "$target"
+}
 
 # Runs one stage unless it is done. Its output goes to a file; a line a minute tells how far it is.
 stage() {
@@ -10,11 +35,15 @@ stage() {
   [ ! -e "$work/$name.done" ] || return 0
   local log="$work/$name.log" began=$SECONDS
   say "$name, log in $log"
-  "$@" >"$log" 2>&1 &
+  # A process group of its own, so that all of it can be ended; the lock isn't its.
+  set -m
+  "$@" >"$log" 2>&1 9>&- &
   local job=$! ticks=0
-  # What runs in the background doesn't hear of Ctrl-C.
+  set +m
   # shellcheck disable=SC2064
-  trap "kill $job 2>/dev/null; exit 130" INT TERM
+  trap "kill -- -$job 2>/dev/null; exit 130" INT
+  # shellcheck disable=SC2064
+  trap "kill -- -$job 2>/dev/null; exit 143" TERM
   while kill -0 "$job" 2>/dev/null; do
     sleep 1
     ticks=$((ticks + 1))
@@ -30,13 +59,6 @@ stage() {
   touch "$work/$name.done"
 }
 
-# Makes the folder for the work and keeps a second build out of it.
-enter_work() {
-  mkdir -p "$work"
-  exec 9>"$work/lock"
-  flock -n 9 || { say "another build is under way in $work."; exit 1; }
-}
-
 # Sources come through apt with lists of its own, so that the machine's stay as they are.
 apt_options=()
 prepare_apt() {
@@ -49,6 +71,11 @@ prepare_apt() {
     -o "Dir::State::Lists=$apt/lists" -o "Dir::Cache=$apt/cache" -o APT::Sandbox::User=root)
 }
 
+# The description of a source package's newest version that has been fetched.
+description_of() {
+  find "$work" -maxdepth 1 -name "$1_*.dsc" | sort -V | tail -n 1
+}
+
 # Unpacks a source package with debian/patches applied. apt goes on with a download that broke off.
 fetch_source() {
   local package=$1
@@ -56,5 +83,5 @@ fetch_source() {
   rm -rf "${work:?}/$package"
   apt-get "${apt_options[@]}" -q update
   apt-get "${apt_options[@]}" -q source --download-only "$package"
-  dpkg-source --extract "$package"_*.dsc "$work/$package"
+  dpkg-source --extract "$(description_of "$package")" "$work/$package"
 }
