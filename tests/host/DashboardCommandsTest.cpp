@@ -1,8 +1,7 @@
 #include "DashboardSources.h"
+#include "ProgramHome.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QProcess>
-#include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 #include <QtTest/QtTest>
 
@@ -42,11 +41,7 @@ public:
     Run run(const QStringList &arguments) const
     {
         QProcess process;
-        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-        for (const char *name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"})
-            variables.insert(QLatin1String(name), home.path());
-        variables.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
-        process.setProcessEnvironment(variables);
+        process.setProcessEnvironment(home.environment());
         process.start(QStringLiteral(GAUGE_HOST), arguments);
         constexpr int LongestRunMs = 120'000;
         if (!process.waitForFinished(LongestRunMs) || process.exitStatus() != QProcess::NormalExit)
@@ -66,7 +61,7 @@ public:
         "}\n";
 
 private:
-    QTemporaryDir home;
+    ProgramHome home;
 };
 
 } // namespace

@@ -1,9 +1,9 @@
+#include "ProgramHome.h"
 #include "support/SystemLimits.h"
 #include "telemetry/recordings/DriveFile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtNetwork/QUdpSocket>
 #include <QtTest/QtTest>
@@ -29,6 +29,7 @@ class RecordTest : public QObject
     Q_OBJECT
 
 private:
+    const ProgramHome home;
     QTemporaryDir folder;
     const quint16 port = freePort();
 
@@ -37,6 +38,7 @@ private:
     void start(QProcess &process, const QString &file, const QStringList &further = {}) const
     {
         process.setProcessChannelMode(QProcess::MergedChannels);
+        process.setProcessEnvironment(home.environment());
         process.start(QStringLiteral(GAUGE_HOST),
                       QStringList{QStringLiteral("record"), file, QStringLiteral("--port"),
                                   QString::number(port)} +

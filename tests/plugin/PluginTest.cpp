@@ -13,7 +13,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QLibrary>
 #include <QtCore/QPointer>
-#include <QtCore/QProcess>
 #include <QtGui/QImage>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
@@ -84,25 +83,6 @@ private Q_SLOTS:
         QVERIFY(createEngine != nullptr);
         QVERIFY(init != nullptr);
     }
-
-#ifdef Q_OS_LINUX
-    void exportsNothingElse()
-    {
-        QProcess nm;
-        nm.start(QStringLiteral("nm"), {QStringLiteral("-D"), QStringLiteral("--defined-only"),
-                                        QStringLiteral(GAUGE64_FILE)});
-        QVERIFY2(nm.waitForFinished(), qPrintable(nm.errorString()));
-        QCOMPARE(nm.exitCode(), 0);
-        QStringList names;
-        const QStringList lines =
-            QString::fromLocal8Bit(nm.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-        for (const QString &line : lines)
-            names += line.section(u' ', -1);
-        names.sort();
-        QCOMPARE(names, QStringList({QStringLiteral("CreateE"), QStringLiteral("CreatePM"),
-                                     QStringLiteral("Init")}));
-    }
-#endif
 
     void anEngineWithoutAccelerationShowsItsMessage()
     {

@@ -77,7 +77,6 @@ inline bool makePipe(const QString &path)
 
 /// Begins a test of what only one system has. The list of one-sided tests tells the reason.
 #define NEEDS_POSIX() static_cast<void>(0)
-#define NEEDS_WINDOWS() QSKIP("one-sided: Windows", )
 
 #else
 
@@ -110,6 +109,5 @@ inline bool makePipe(const QString & /*path*/)
 }
 
 #define NEEDS_POSIX() QSKIP("one-sided: POSIX", )
-#define NEEDS_WINDOWS() static_cast<void>(0)
 
 #endif

@@ -1,3 +1,4 @@
+#include "support/SystemLimits.h"
 #include "telemetry/recordings/DriveFile.h"
 #include "telemetry/recordings/RecordingFormat.h"
 #include "telemetry/recordings/RecordingReader.h"
@@ -11,11 +12,6 @@
 #include <atomic>
 #include <thread>
 #include <vector>
-
-#ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
-#endif
 
 using namespace std::chrono_literals;
 
@@ -261,18 +257,13 @@ private Q_SLOTS:
         QCOMPARE(read(contents(path)).datagrams.size(), std::size_t(4 * PerThread));
     }
 
-#ifdef Q_OS_UNIX
     void aFullDiskIsToldAndWhatStandsStaysReadable()
     {
+        NEEDS_POSIX();
         const QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("a.drive"));
-        constexpr rlim_t Room = HeadSize + 10 * (RecordOverhead + 100) + 50;
-        rlimit before{};
-        QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{Room, before.rlim_max};
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
         {
+            const FullDisk disk(HeadSize + 10 * (RecordOverhead + 100) + 50);
             RecordingWriter writer(path);
             for (int i = 0; i < 4; ++i)
                 writer.add({std::chrono::milliseconds(i), 1, QByteArray(100, 'z')});
@@ -285,8 +276,6 @@ private Q_SLOTS:
             writer.add({0s, 1, "late"});
             QCOMPARE(writer.progress().dropped, 1);
         }
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
         const Reading reading = read(contents(path));
         QCOMPARE(reading.datagrams.size(), std::size_t(10));
         QCOMPARE(reading.lost, 50);
@@ -298,7 +287,6 @@ private Q_SLOTS:
             QVERIFY(!full.error().isEmpty());
         }
     }
-#endif
 };
 
 QTEST_GUILESS_MAIN(RecordingTest)
