@@ -1,7 +1,8 @@
 # Options of every target: warnings, sanitizers, and Qt's own strictness.
 
 if(MSVC)
-  add_compile_options(/W4 /permissive- /utf-8)
+  # Constructor arguments are named like the field they fill.
+  add_compile_options(/W4 /wd4458 /permissive- /utf-8)
   if(GAUGE_WERROR)
     add_compile_options(/WX)
   endif()

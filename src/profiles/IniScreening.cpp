@@ -31,7 +31,7 @@ public:
 private:
     bool startsWith(const char *text) const
     {
-        return qstrncmp(content.constData() + at, text, std::strlen(text)) == 0;
+        return qstrncmp(content.constData() + at, text, static_cast<uint>(std::strlen(text))) == 0;
     }
 
     /// An "@" in front of a text of QSettings is doubled. Written as a number it is none of ours.
