@@ -77,5 +77,5 @@ on_virtual_screen() {
     export XDG_RUNTIME_DIR="$root/build/runtime"
     mkdir -p -m 700 "$XDG_RUNTIME_DIR"
   fi
-  xvfb-run -a -s "-screen 0 1600x1000x24 -nolisten tcp" "$@"
+  xvfb-run -a -s "-screen 0 1600x1000x24 -nolisten tcp -noreset" "$@"
 }

@@ -19,7 +19,7 @@ Desktop::Desktop(int screens)
 {
     QStringList arguments{QStringLiteral("-displayfd"), QStringLiteral("1"),
                           QStringLiteral("-nolisten"), QStringLiteral("tcp"),
-                          QStringLiteral("-dpi"), QStringLiteral("96"),
+                          QStringLiteral("-noreset"), QStringLiteral("-dpi"), QStringLiteral("96"),
                           // Else it starts over when its first client leaves.
                           QStringLiteral("-noreset")};
     for (int screen = 0; screen < screens; ++screen) {

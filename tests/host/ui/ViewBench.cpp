@@ -11,6 +11,7 @@
 
 WindowManager::WindowManager()
 {
+    process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(QStringLiteral("openbox"), QStringList());
     const auto manages = [] {
         QProcess question;
@@ -18,7 +19,7 @@ WindowManager::WindowManager()
         return question.waitForFinished() && question.exitCode() == 0;
     };
     if (!process.waitForStarted() || !QTest::qWaitFor(manages, 20'000))
-        qFatal("There is no window manager.");
+        qFatal("There is no window manager. %s", process.readAll().constData());
 }
 
 WindowManager::~WindowManager()
