@@ -2,6 +2,7 @@
 #include "support/Paths.h"
 #include "support/SettingsGroup.h"
 #include "support/platform/FileSystem.h"
+#include "support/platform/FileSystem_windows.h"
 #include "support/platform/Platform.h"
 
 #include "TemporaryHome.h"
@@ -96,6 +97,56 @@ private Q_SLOTS:
         useFolder(share);
         useFolder(share + QString(150, u's') + u'/' + QString(120, u's') + u'/');
         QVERIFY(removeTree(share + QString(150, u's')));
+    }
+
+    void aPathThatIsLongGetsThePrefixThatAllowsIt_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("native");
+        const auto row = [](const char *name, const QString &path, const QString &native) {
+            QTest::newRow(name) << path << native;
+        };
+        const QString name(120, u'n');
+        const QString tail = name + u'/' + name;
+        const QString nativeTail = name + u'\\' + name;
+        const QString drive = QDir::currentPath().left(2);
+        row("short", "C:/a/b"_q, R"(C:\a\b)"_q);
+        row("247 characters", "C:/"_q + QString(244, u'n'), R"(C:\)"_q + QString(244, u'n'));
+        row("248 characters", "C:/"_q + QString(245, u'n'), R"(\\?\C:\)"_q + QString(245, u'n'));
+        row("share", "//server/share/"_q + tail, R"(\\?\UNC\server\share\)"_q + nativeTail);
+        row("root of the drive", "/folder/"_q + tail,
+            R"(\\?\)"_q + drive + R"(\folder\)"_q + nativeTail);
+        row("way up", "C:/folder/../"_q + tail + "/./file"_q,
+            R"(\\?\C:\)"_q + nativeTail + R"(\file)"_q);
+        row("prefix", "//?/C:/"_q + tail, R"(\\?\C:\)"_q + nativeTail);
+        row("device", "//./pipe/"_q + tail, R"(\\.\pipe\)"_q + nativeTail);
+        row("current folder of a drive", "C:folder/"_q + tail, R"(C:folder\)"_q + nativeTail);
+        row("dots and spaces at the end", "C:/folder/"_q + tail + ". ."_q,
+            R"(\\?\C:\folder\)"_q + nativeTail);
+        row("dot at the end of a folder", "C:/folder./"_q + tail,
+            R"(\\?\C:\folder\)"_q + nativeTail);
+        row("nothing", {}, {});
+    }
+
+    void aPathThatIsLongGetsThePrefixThatAllowsIt()
+    {
+        QFETCH(QString, path);
+        QTEST(QString::fromStdWString(platform::nativePath(path)), "native");
+    }
+
+    void aShortNameInALongFolderIsALongPath()
+    {
+        const TemporaryHome home;
+        const QString folder = home.path("/") + QString(200 - home.path("/").size(), u'd');
+        QVERIFY(QDir().mkpath(folder));
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(folder));
+        const QString fits = QString::fromStdWString(platform::nativePath(QString(46, u'n')));
+        const QString longer = QString::fromStdWString(platform::nativePath(QString(47, u'n')));
+        QVERIFY(QDir::setCurrent(before));
+        QCOMPARE(fits, QString(46, u'n'));
+        QCOMPARE(longer,
+                 R"(\\?\)"_q + QDir::toNativeSeparators(folder) + u'\\' + QString(47, u'n'));
     }
 
     void aRootIsThereAndStays()

@@ -1,3 +1,4 @@
+#include "support/platform/FileSystem_windows.h"
 #include "support/platform/FileSystem.h"
 
 #include <QtCore/QDir>
@@ -17,18 +18,23 @@ namespace platform {
 
 namespace {
 
-/// A path as the system's calls take it. A long one needs a prefix that ends all parsing of it.
-std::wstring nativePath(const QString &path)
+/// Absolute, without `.` and `..` and without what the system drops at the end of names. Empty on
+/// failure.
+QString fullPath(const QString &native)
 {
-    constexpr int LongestPlain = MAX_PATH - 12; // of a directory, which must hold a short file name
-    const QString native = QDir::toNativeSeparators(path);
-    if (native.size() < LongestPlain || native.startsWith(QLatin1String("\\\\?\\")))
-        return native.toStdWString();
-    const QString absolute =
-        QDir::toNativeSeparators(QDir::cleanPath(QDir::current().absoluteFilePath(path)));
-    if (absolute.startsWith(QLatin1String("\\\\")))
-        return (QLatin1String("\\\\?\\UNC") + absolute.mid(1)).toStdWString();
-    return (QLatin1String("\\\\?\\") + absolute).toStdWString();
+    const std::wstring given = native.toStdWString();
+    std::wstring full(GetFullPathNameW(given.c_str(), 0, nullptr, nullptr), L'\0');
+    const DWORD length =
+        GetFullPathNameW(given.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+    return length < full.size() ? QString::fromWCharArray(full.data(), static_cast<int>(length))
+                                : QString();
+}
+
+/// As in `C:name`.
+bool isRelativeToDrive(const QString &native)
+{
+    return native.size() > 1 && native.at(1) == QLatin1Char(':') &&
+           (native.size() == 2 || native.at(2) != QLatin1Char('\\'));
 }
 
 /// Names of devices, which no file may have, whatever its suffix.
@@ -104,6 +110,22 @@ bool moveAcrossVolumes(const QString &source, const QString &target, DWORD flags
 }
 
 } // namespace
+
+std::wstring nativePath(const QString &path)
+{
+    constexpr int LongestPlain = MAX_PATH - 12; // of a directory, which must hold a short file name
+    const QString native = QDir::toNativeSeparators(path);
+    if (native.startsWith(QLatin1String("\\\\?\\")) || isRelativeToDrive(native))
+        return native.toStdWString();
+    // Older systems take `folder\NUL` for the device, too.
+    const QString full = fullPath(native);
+    const bool fits = native.size() < LongestPlain && full.size() < LongestPlain;
+    if (fits || full.isEmpty() || full.startsWith(QLatin1String("\\\\.\\")))
+        return native.toStdWString();
+    if (full.startsWith(QLatin1String("\\\\")))
+        return (QLatin1String("\\\\?\\UNC") + full.mid(1)).toStdWString();
+    return (QLatin1String("\\\\?\\") + full).toStdWString();
+}
 
 std::wstring documentsFolder()
 {
