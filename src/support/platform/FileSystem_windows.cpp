@@ -79,8 +79,10 @@ void removeAbandonedMoves(const QString &folder)
 
 void flush(const std::wstring &path)
 {
+    // Others may have it open already: scanners look at what is new.
+    constexpr DWORD All = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        CreateFileW(path.c_str(), GENERIC_WRITE, All, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return;
     FlushFileBuffers(file);
