@@ -4,19 +4,28 @@
 #include <QtCore/QWinEventNotifier>
 
 #include <atomic>
+#include <mutex>
 #include <windows.h>
 
 namespace {
 
 std::atomic<bool> wasRequested{false};
-std::atomic<HANDLE> wakeEvent{nullptr};
+std::mutex wakeGuard;
+HANDLE wakeEvent = nullptr; ///< Null from when it is closed. Behind the guard.
 
-/// Runs on a thread of the system's own.
+void wake()
+{
+    const std::lock_guard lock(wakeGuard);
+    if (wakeEvent != nullptr)
+        SetEvent(wakeEvent);
+}
+
+/// Runs on a thread of the system's own, which may outlive the object that asked for it.
 BOOL WINAPI request(DWORD type)
 {
     if (wasRequested.exchange(true))
         return FALSE; // The system's own handler follows, which ends the process.
-    SetEvent(wakeEvent);
+    wake();
     // Where a console closes, the process ends with the handler: this leaves the program its time.
     if (type != CTRL_C_EVENT && type != CTRL_BREAK_EVENT)
         Sleep(INFINITE);
@@ -38,7 +47,10 @@ Termination::Termination()
     platform->event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     if (platform->event == nullptr)
         return; // Then a request does what it does without us.
-    wakeEvent = platform->event;
+    {
+        const std::lock_guard lock(wakeGuard);
+        wakeEvent = platform->event;
+    }
 
     // The event is never reset, so the notifier also ends a loop that begins after the first quit.
     platform->notifier = std::make_unique<QWinEventNotifier>(platform->event);
@@ -53,6 +65,8 @@ Termination::~Termination()
         return;
     SetConsoleCtrlHandler(request, FALSE);
     platform->notifier.reset();
+    const std::lock_guard lock(wakeGuard);
+    wakeEvent = nullptr;
     CloseHandle(platform->event);
 }
 
