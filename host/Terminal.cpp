@@ -17,6 +17,10 @@ void printError(const QString &text)
 
 void clearLine()
 {
-    if (standardErrorIsTerminal())
+    if (!standardErrorIsTerminal())
+        return;
+    if (terminalTakesSequences())
         std::fputs("\r\033[K", stderr);
+    else
+        std::fprintf(stderr, "\r%79s", "\r"); // A letter in the last column would begin a new line.
 }

@@ -15,6 +15,9 @@ void clearLine();
 /// Whether standard error is a terminal that a person looks at.
 bool standardErrorIsTerminal();
 
+/// Whether that terminal takes control sequences, as old consoles of Windows don't.
+bool terminalTakesSequences();
+
 /// Where the system gives a program with windows no terminal, takes that of the program which
 /// started it, if there is one, for as long as the object lives. Output that goes elsewhere stays
 /// there.
@@ -22,18 +25,25 @@ class ParentTerminal
 {
 public:
     ParentTerminal()
-        : codePage(attach())
+        : before(attach())
     {
     }
-    ~ParentTerminal() { detach(codePage); }
+    ~ParentTerminal() { detach(before); }
     ParentTerminal(const ParentTerminal &) = delete;
     ParentTerminal &operator=(const ParentTerminal &) = delete;
 
 private:
-    static unsigned attach();
-    static void detach(unsigned codePage);
+    /// What the terminal does by itself, put back at the end. Zeros stand for no terminal.
+    struct State
+    {
+        unsigned codePage = 0;
+        unsigned long mode = 0;
+    };
 
-    const unsigned codePage; ///< The terminal's own, put back at the end; 0 is none.
+    static State attach();
+    static void detach(const State &before);
+
+    const State before;
 };
 
 /// Whether a GUI can be shown as the environment stands.

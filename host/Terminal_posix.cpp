@@ -9,12 +9,17 @@ bool standardErrorIsTerminal()
     return isatty(STDERR_FILENO) != 0;
 }
 
-unsigned ParentTerminal::attach()
+bool terminalTakesSequences()
 {
-    return 0;
+    return true;
 }
 
-void ParentTerminal::detach(unsigned /*codePage*/)
+ParentTerminal::State ParentTerminal::attach()
+{
+    return {};
+}
+
+void ParentTerminal::detach(const State & /*before*/)
 {
 }
 

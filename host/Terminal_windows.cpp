@@ -24,30 +24,42 @@ void openOnConsole(std::FILE *stream)
 {
     if (GetFileType(handleOf(stream)) != FILE_TYPE_UNKNOWN)
         return;
-    // On failure there is no stream any more, and nothing that could be done about it.
-    static_cast<void>(std::freopen("CONOUT$", "w", stream));
+    // The console's mode is for readers only. On failure there is no stream any more, and nothing
+    // that could be done about it.
+    static_cast<void>(std::freopen("CONOUT$", "w+", stream));
 }
 
 } // namespace
 
-unsigned ParentTerminal::attach()
+ParentTerminal::State ParentTerminal::attach()
 {
     // All output is UTF-8. It fails where a person started the program by a double click.
     if (AttachConsole(ATTACH_PARENT_PROCESS) == 0)
-        return 0;
+        return {};
     openOnConsole(stdout);
     openOnConsole(stderr);
-    const unsigned codePage = GetConsoleOutputCP();
+    State before{GetConsoleOutputCP(), 0};
     SetConsoleOutputCP(CP_UTF8);
-    return codePage;
+    if (GetConsoleMode(handleOf(stderr), &before.mode) != 0)
+        SetConsoleMode(handleOf(stderr), before.mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    return before;
 }
 
-void ParentTerminal::detach(unsigned codePage)
+void ParentTerminal::detach(const State &before)
 {
     std::fflush(stdout);
     std::fflush(stderr);
-    if (codePage != 0)
-        SetConsoleOutputCP(codePage);
+    if (before.mode != 0)
+        SetConsoleMode(handleOf(stderr), before.mode);
+    if (before.codePage != 0)
+        SetConsoleOutputCP(before.codePage);
+}
+
+bool terminalTakesSequences()
+{
+    DWORD mode = 0;
+    return GetConsoleMode(handleOf(stderr), &mode) != 0 &&
+           (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
 bool standardErrorIsTerminal()
