@@ -29,7 +29,7 @@ class RecordTest : public QObject
     Q_OBJECT
 
 private:
-    const ProgramHome home;
+    ProgramHome home;
     QTemporaryDir folder;
     const quint16 port = freePort();
 
