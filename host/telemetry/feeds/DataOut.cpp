@@ -74,7 +74,8 @@ void fillMotion(VehicleTelemetry &vehicle, const ByteReader &bytes)
     vehicle.heaveG = Quantities::gravities(bytes.real(Sled::AccelerationY)).value_or(0.0F);
     vehicle.surgeG = Quantities::gravities(bytes.real(Sled::AccelerationZ)).value_or(0.0F);
     vehicle.headingDeg = Quantities::heading(bytes.real(Sled::Yaw)).value_or(0.0F);
-    vehicle.pitchDeg = Quantities::degrees(bytes.real(Sled::Pitch)).value_or(0.0F);
+    // In the game it grows as the nose goes down.
+    vehicle.pitchDeg = Quantities::degrees(-bytes.real(Sled::Pitch)).value_or(0.0F);
     vehicle.rollDeg = Quantities::degrees(bytes.real(Sled::Roll)).value_or(0.0F);
     const float velocity = std::hypot(bytes.real(Sled::VelocityX), bytes.real(Sled::VelocityX + 4),
                                       bytes.real(Sled::VelocityX + 8));

@@ -17,7 +17,7 @@ constexpr int ShortCount = 38;
 constexpr int LongCount = 66;
 constexpr int FormulaCount = 70;
 
-/// Places of the numbers.
+/// Places of the numbers. Of the axes x is to the left, y up and z forward.
 namespace Place {
 constexpr int Clock = 0;
 constexpr int LapTime = 1;
@@ -29,10 +29,10 @@ constexpr int Steering = 30;
 constexpr int Brake = 31;
 constexpr int Clutch = 32;
 constexpr int Gear = 33;
-constexpr int LateralG = 34;
+constexpr int LateralG = 34; ///< To the left.
 constexpr int LongitudinalG = 35;
 constexpr int Lap = 36;
-constexpr int TenthOfRpm = 37;
+constexpr int EngineSpeed = 37;
 constexpr int Position = 39;
 constexpr int Drs = 42;
 constexpr int TractionControl = 43;
@@ -44,8 +44,8 @@ constexpr int TyrePressures = 55;
 constexpr int CompletedLaps = 59; ///< The team in Formula games.
 constexpr int TotalLaps = 60;
 constexpr int LastLap = 62;
-constexpr int TenthOfMaxRpm = 63;
-constexpr int TenthOfIdleRpm = 64;
+constexpr int MaxEngineSpeed = 63;
+constexpr int IdleEngineSpeed = 64;
 constexpr int Gears = 65;
 constexpr int DrsAllowed = 67; ///< In Formula games only, as the next one.
 constexpr int Flag = 69;
@@ -73,12 +73,44 @@ private:
     ByteReader bytes;
 };
 
-std::int8_t gear(float code)
+/// What a datagram is beyond its numbers.
+struct Kind
+{
+    int count = 0;          ///< Of numbers.
+    bool isFormula = false; ///< Otherwise of a rally game, or of one that sends the same.
+};
+
+Kind kindOf(const QByteArray &datagram)
+{
+    const int count = datagram.size() / 4;
+    // There are rally games, too, that send so many. What would be too slow for an engine of any
+    // Formula car is in radians per second there.
+    constexpr float SlowestFormula = 2000;
+    const bool isRally =
+        count == FormulaCount &&
+        Quantities::within(Numbers(datagram)[Place::MaxEngineSpeed], 1, SlowestFormula);
+    return {count, count == FormulaCount && !isRally};
+}
+
+std::optional<std::uint32_t> engineSpeed(float number, const Kind &kind)
+{
+    constexpr float RpmPerRadianPerSecond = 9.549297F;
+    return Quantities::rpm(kind.isFormula ? number : number * RpmPerRadianPerSecond);
+}
+
+std::int8_t rallyGear(float code)
 {
     constexpr long Reverse = 10;
     const auto known = Quantities::within(code, -1, Reverse);
     const long number = known ? std::lround(*known) : 0;
     return static_cast<std::int8_t>(number == Reverse ? -1 : number);
+}
+
+/// Reverse is 0, neutral 1, the first gear 2.
+std::int8_t formulaGear(float code)
+{
+    const auto known = Quantities::within(code, 0, 10);
+    return static_cast<std::int8_t>(known ? std::lround(*known) - 1 : 0);
 }
 
 /// What attitude the unit vectors to the right and forward show.
@@ -96,18 +128,19 @@ void fillAttitude(VehicleTelemetry &vehicle, const Numbers &numbers)
     const auto x = part(Place::Forward);
     const auto z = part(Place::Forward + 2);
     if (x && z)
-        vehicle.headingDeg = Quantities::heading(std::atan2(*x, *z)).value_or(0.0F);
+        vehicle.headingDeg = Quantities::heading(std::atan2(-*x, *z)).value_or(0.0F);
 }
 
-void fillMotion(VehicleTelemetry &vehicle, const Numbers &numbers)
+void fillMotion(VehicleTelemetry &vehicle, const Numbers &numbers, const Kind &kind)
 {
     using Quantities::percent;
     vehicle.speedKmh = Quantities::kmh(numbers[Place::Speed]).value_or(0.0F);
     vehicle.groundSpeedKmh = vehicle.speedKmh;
     vehicle.steeringPercent = Quantities::signedPercent(numbers[Place::Steering]).value_or(0);
-    vehicle.gear = gear(numbers[Place::Gear]);
-    vehicle.rpm = Quantities::rpm(numbers[Place::TenthOfRpm] * 10).value_or(0);
-    vehicle.swayG = Quantities::within(numbers[Place::LateralG], -1000, 1000).value_or(0.0F);
+    vehicle.gear =
+        kind.isFormula ? formulaGear(numbers[Place::Gear]) : rallyGear(numbers[Place::Gear]);
+    vehicle.rpm = engineSpeed(numbers[Place::EngineSpeed], kind).value_or(0);
+    vehicle.swayG = Quantities::within(-numbers[Place::LateralG], -1000, 1000).value_or(0.0F);
     vehicle.surgeG = Quantities::within(numbers[Place::LongitudinalG], -1000, 1000).value_or(0.0F);
     const auto throttle = percent(numbers[Place::Throttle]);
     const auto brake = percent(numbers[Place::Brake]);
@@ -139,7 +172,7 @@ void fillCorners(VehicleTelemetry &vehicle, const Numbers &numbers)
 }
 
 /// What only the longer datagrams hold.
-void fillRace(VehicleTelemetry &vehicle, const Numbers &numbers)
+void fillRace(VehicleTelemetry &vehicle, const Numbers &numbers, const Kind &kind)
 {
     using Quantities::count;
     using Quantities::take;
@@ -162,7 +195,7 @@ void fillRace(VehicleTelemetry &vehicle, const Numbers &numbers)
         vehicle.fuelLevelPercent =
             take(vehicle, Available::FuelLevel, Quantities::percent(*fuel / *capacity));
     }
-    vehicle.maxRpm = Quantities::rpm(numbers[Place::TenthOfMaxRpm] * 10).value_or(0);
+    vehicle.maxRpm = engineSpeed(numbers[Place::MaxEngineSpeed], kind).value_or(0);
     vehicle.statusFlags |= numbers[Place::Drs] == 1 ? Status::DrsEngaged : 0;
     fillCorners(vehicle, numbers);
 }
@@ -190,23 +223,24 @@ std::optional<Reading> decode(const QByteArray &datagram)
     if (!accepts(datagram))
         return std::nullopt;
     using Quantities::take;
-    const int count = datagram.size() / 4;
+    const Kind kind = kindOf(datagram);
     const Numbers numbers(datagram);
     Reading reading;
     VehicleTelemetry &vehicle = reading.sample.vehicle;
     reading.clock = numbers[Place::Clock];
-    fillMotion(vehicle, numbers);
+    fillMotion(vehicle, numbers, kind);
     vehicle.currentTimeMs =
         take(vehicle, Available::CurrentTime, Quantities::milliseconds(numbers[Place::LapTime]));
-    const int lap = count == LongCount ? Place::CompletedLaps : Place::Lap;
+    const bool countsLaps = kind.count > ShortCount && !kind.isFormula;
     vehicle.completedLaps =
-        take(vehicle, Available::CompletedLaps, Quantities::count(numbers[lap]));
-    if (count > ShortCount) {
-        fillRace(vehicle, numbers);
-        reading.idleRpm = Quantities::rpm(numbers[Place::TenthOfIdleRpm] * 10).value_or(0);
+        take(vehicle, Available::CompletedLaps,
+             Quantities::count(numbers[countsLaps ? Place::CompletedLaps : Place::Lap]));
+    if (kind.count > ShortCount) {
+        fillRace(vehicle, numbers, kind);
+        reading.idleRpm = engineSpeed(numbers[Place::IdleEngineSpeed], kind).value_or(0);
         reading.gears = Quantities::count(numbers[Place::Gears]).value_or(0);
     }
-    if (count == FormulaCount)
+    if (kind.isFormula)
         fillFormula(vehicle, numbers);
     return reading;
 }

@@ -8,7 +8,7 @@
 #include <optional>
 
 /// The datagrams of games on the EGO engine: of rally games with extradata 3 or 1, and of the
-/// Formula games of 2015 and 2016, which are nearly the same. The length tells which.
+/// Formula games of 2015 and 2016, which are nearly the same. Length and engine tell which.
 namespace EgoExtradata {
 
 /// What one datagram says. Fields without a bit in the availability mask are 0 where the datagram

@@ -2,6 +2,8 @@
 
 #include "Quantities.h"
 
+#include <algorithm>
+
 namespace OutGauge {
 
 namespace {
@@ -12,6 +14,7 @@ constexpr int HighestGear = 32;
 
 constexpr int CarAt = 4;
 constexpr int CarLength = 4;
+constexpr char OutSimHeader[] = "LFST";
 constexpr int GearAt = 10;
 constexpr int SpeedAt = 12;
 constexpr int RpmAt = 16;
@@ -30,6 +33,36 @@ constexpr quint32 PitLimiter = 1U << 3;
 constexpr quint32 TractionControl = 1U << 4;
 constexpr quint32 Abs = 1U << 10;
 } // namespace Light
+
+bool isText(const QByteArray &code)
+{
+    return std::all_of(code.begin(), code.end(), [](char letter) {
+        return (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z') ||
+               (letter >= 'a' && letter <= 'z');
+    });
+}
+
+/// Four letters; or three and a zero; or a mod's number, which has 24 bits.
+bool isCar(const QByteArray &code)
+{
+    return code.endsWith('\0') || isText(code);
+}
+
+QString nameOf(const QByteArray &code)
+{
+    const QByteArray text = code.endsWith('\0') ? code.left(CarLength - 1) : code;
+    if (isText(text))
+        return QString::fromLatin1(text);
+    const auto number = ByteReader(code).at<quint32>(0);
+    return number == 0 ? QString()
+                       : QStringLiteral("%1").arg(number, 6, 16, QLatin1Char('0')).toUpper();
+}
+
+/// The gear of a code; 0 for one that is none, as of a second reverse gear.
+std::int8_t gearOf(quint8 code)
+{
+    return code <= HighestGear ? static_cast<std::int8_t>(code - 1) : std::int8_t{0};
+}
 
 void fillLights(VehicleTelemetry &vehicle, quint32 there, quint32 on)
 {
@@ -51,7 +84,7 @@ bool accepts(const QByteArray &datagram)
     const ByteReader bytes(datagram);
     const int found = Quantities::measurements(bytes, SpeedAt, MeasuredFirst) +
                       Quantities::measurements(bytes, ThrottleAt, MeasuredLater);
-    return bytes.at<quint8>(GearAt) <= HighestGear &&
+    return isCar(datagram.mid(CarAt, CarLength)) && !datagram.startsWith(OutSimHeader) &&
            Quantities::areEnough(found, MeasuredFirst + MeasuredLater);
 }
 
@@ -65,7 +98,7 @@ std::optional<Reading> decode(const QByteArray &datagram)
     Reading reading;
     VehicleTelemetry &vehicle = reading.sample.vehicle;
 
-    vehicle.gear = static_cast<std::int8_t>(bytes.at<quint8>(GearAt) - 1);
+    vehicle.gear = gearOf(bytes.at<quint8>(GearAt));
     vehicle.speedKmh = Quantities::kmh(bytes.real(SpeedAt)).value_or(0.0F);
     vehicle.groundSpeedKmh = vehicle.speedKmh;
     vehicle.rpm = Quantities::rpm(bytes.real(RpmAt)).value_or(0);
@@ -87,9 +120,7 @@ std::optional<Reading> decode(const QByteArray &datagram)
     reading.hasShiftLight = (there & Light::Shift) != 0;
     reading.shiftLight = (there & on & Light::Shift) != 0;
 
-    const QByteArray car = datagram.mid(CarAt, CarLength);
-    const int end = car.indexOf('\0');
-    reading.car = end < 0 ? car : car.left(end);
+    reading.car = nameOf(datagram.mid(CarAt, CarLength));
     return reading;
 }
 

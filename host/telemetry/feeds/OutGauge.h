@@ -3,6 +3,7 @@
 #include "telemetry/TelemetrySample.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QString>
 
 #include <optional>
 
@@ -14,12 +15,12 @@ namespace OutGauge {
 struct Reading
 {
     TelemetrySample sample;     ///< Without limits and maximum rpm, which OutGauge doesn't send.
-    QByteArray car;             ///< The car's code: up to four bytes, not always text.
+    QString car;                ///< As the game shows its code; empty if there is none.
     bool shiftLight = false;    ///< Whether it is on.
     bool hasShiftLight = false; ///< Whether the car has one.
 };
 
-/// By length and content: 92 bytes, or 96 with an id.
+/// By length and content: 92 bytes, or 96 with an id. OutSim can have 92 as well.
 bool accepts(const QByteArray &datagram);
 
 /// Nothing if the datagram isn't accepted.

@@ -11,17 +11,7 @@
 namespace {
 
 /// What BeamNG.drive calls each of its cars.
-constexpr char AnyBeamCar[] = "beam";
-
-/// A car's code as it can be shown. Modified cars have numbers for codes.
-QString textOf(const QByteArray &code)
-{
-    const bool isText = std::all_of(code.begin(), code.end(), [](char letter) {
-        return (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z') ||
-               (letter >= 'a' && letter <= 'z') || letter == '-' || letter == '_';
-    });
-    return QString::fromLatin1(isText ? code : code.toHex().toUpper());
-}
+const QLatin1String AnyBeamCar("beam");
 
 } // namespace
 
@@ -62,14 +52,13 @@ void OutGaugeFeed::restart()
     hasCar = false;
 }
 
-void OutGaugeFeed::changeCar(const QByteArray &code)
+void OutGaugeFeed::changeCar(const QString &code)
 {
     car = code;
     hasCar = true;
     moved.restart();
-    const QString text = textOf(code);
-    vehicle = text.isEmpty() ? QString() : QStringLiteral("OutGauge %1").arg(text);
-    storedAs = code == AnyBeamCar ? QString() : text;
+    vehicle = code.isEmpty() ? QString() : QStringLiteral("OutGauge %1").arg(code);
+    storedAs = code == AnyBeamCar ? QString() : code;
     kept = storedAs.isEmpty() ? RevLimits() : store->limitsOf(storedAs);
     learner.restart(kept);
 }

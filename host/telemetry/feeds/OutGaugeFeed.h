@@ -23,14 +23,14 @@ public:
     void restart() override;
 
 private:
-    void changeCar(const QByteArray &code);
+    void changeCar(const QString &code);
     DisplayLimits limits() const;
 
     std::unique_ptr<RevLimitStore> store;
     RevLimitLearner learner;
     RevLimits kept;
     MovedFields moved{Available::FuelLevel}; ///< Servers can keep the fuel of cars to themselves.
-    QByteArray car;
+    QString car;
     bool hasCar = false;
     QString vehicle;
     QString storedAs; ///< Empty if the code tells nothing of the car.

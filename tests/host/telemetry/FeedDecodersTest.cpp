@@ -1,6 +1,8 @@
+#include "RealDrive.h"
 #include "RecordFields.h"
 #include "Senders.h"
 
+#include "telemetry/feeds/ByteReader.h"
 #include "telemetry/feeds/DataOut.h"
 #include "telemetry/feeds/EgoExtradata.h"
 #include "telemetry/feeds/OutGauge.h"
@@ -9,6 +11,7 @@
 #include <QtTest/QtTest>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -55,6 +58,55 @@ std::vector<Format> formats()
     };
 }
 
+/// A moment of a drive that was recorded in a real game.
+struct Moment
+{
+    QByteArray datagram;
+    double time = 0;               ///< s
+    std::array<double, 3> place{}; ///< m: to the right, up, forward.
+    VehicleTelemetry vehicle{};
+};
+
+enum Game { DataOutGame = 1, EgoGame = 2 }; ///< Numbers of decoders.
+
+std::vector<Moment> drive(Game game)
+{
+    const bool isEgo = game == EgoGame;
+    std::vector<Moment> moments;
+    for (const Datagram &datagram :
+         realDrive(isEgo ? QStringLiteral("ego-dirt-rally-2.pcap")
+                         : QStringLiteral("data-out-motorsport-7.pcap"))) {
+        const ByteReader bytes(datagram.payload);
+        const auto real = [&](int place) {
+            return double(bytes.real((isEgo ? 16 : 232) + 4 * place));
+        };
+        moments.push_back({datagram.payload,
+                           std::chrono::duration<double>(datagram.time).count(),
+                           {isEgo ? -real(0) : real(0), real(1), real(2)},
+                           Decoders[game](datagram.payload).value().vehicle});
+    }
+    return moments;
+}
+
+/// How far measured numbers are from what was expected, of all that there was.
+struct Error
+{
+    double off = 0;
+    double all = 0;
+
+    void add(double expected, double measured)
+    {
+        off += std::abs(measured - expected);
+        all += std::abs(expected);
+    }
+};
+
+/// From -180 to 180.
+double turned(double degrees)
+{
+    return std::remainder(degrees, 360);
+}
+
 /// The wrong numbers among what came of a damaged datagram: anything that is neither what the whole
 /// one told nor marked as missing.
 QStringList wrongNumbers(const TelemetrySample &damaged, const TelemetrySample &whole)
@@ -87,7 +139,7 @@ private Q_SLOTS:
         const auto reading = OutGauge::decode(Senders::outGauge());
         QVERIFY(reading.has_value());
         const VehicleTelemetry &vehicle = reading->sample.vehicle;
-        QCOMPARE(reading->car, QByteArray("XFG"));
+        QCOMPARE(reading->car, QStringLiteral("XFG"));
         QCOMPARE(+vehicle.gear, 3);
         QCOMPARE(float(vehicle.speedKmh), 180.0F);
         QCOMPARE(uint(vehicle.rpm), 6543U);
@@ -119,10 +171,13 @@ private Q_SLOTS:
         const auto dataOut = [](int code) {
             return QByteArray(Senders::dataOut().put<quint8>(232 + 75, quint8(code)));
         };
-        const auto ego = [](float code) { return QByteArray(Senders::ego().reals(132, code)); };
+        const auto ego = [](float code, int count = 66) {
+            return QByteArray(Senders::ego(count).reals(132, code));
+        };
         QTest::newRow("OutGauge reverse") << outGauge(0) << 0 << -1;
         QTest::newRow("OutGauge neutral") << outGauge(1) << 0 << 0;
         QTest::newRow("OutGauge eighth") << outGauge(9) << 0 << 8;
+        QTest::newRow("OutGauge unknown") << outGauge(255) << 0 << 0;
         QTest::newRow("Data Out reverse") << dataOut(0) << 1 << -1;
         QTest::newRow("Data Out first") << dataOut(1) << 1 << 1;
         QTest::newRow("Data Out tenth") << dataOut(10) << 1 << 10;
@@ -131,6 +186,9 @@ private Q_SLOTS:
         QTest::newRow("EGO reverse") << ego(10) << 2 << -1;
         QTest::newRow("EGO reverse, other games") << ego(-1) << 2 << -1;
         QTest::newRow("EGO eighth") << ego(8) << 2 << 8;
+        QTest::newRow("EGO Formula reverse") << ego(0, 70) << 2 << -1;
+        QTest::newRow("EGO Formula neutral") << ego(1, 70) << 2 << 0;
+        QTest::newRow("EGO Formula eighth") << ego(9, 70) << 2 << 8;
     }
 
     void gearsAreTold()
@@ -140,100 +198,127 @@ private Q_SLOTS:
         QTEST(int(Decoders[decoder](datagram)->vehicle.gear), "gear");
     }
 
-    void dataOutIsConverted_data()
+    void aRealDriveObeysPhysics_data()
     {
-        QTest::addColumn<int>("length");
-        for (const int length : {232, 311, 324, 331})
-            QTest::newRow(qPrintable(QString::number(length))) << length;
+        QTest::addColumn<int>("game");
+        QTest::addColumn<int>("step");     // A quarter of a second, which makes differences smooth.
+        QTest::addColumn<double>("slide"); // Degrees between where the car looks and where it goes.
+        QTest::newRow("Data Out, a circuit") << int(DataOutGame) << 2 << 2.0;
+        QTest::newRow("EGO, a rally stage") << int(EgoGame) << 8 << 12.0;
     }
 
-    void dataOutIsConverted()
+    void aRealDriveObeysPhysics()
     {
-        QFETCH(int, length);
-        const auto reading = DataOut::decode(Senders::dataOut(length));
-        QVERIFY(reading.has_value());
-        const VehicleTelemetry &vehicle = reading->sample.vehicle;
-        const bool hasDash = length > 232;
-        QCOMPARE(reading->car, 1234);
-        QVERIFY(!reading->sample.paused);
-        QCOMPARE(uint(vehicle.rpm), 7250U);
-        QCOMPARE(uint(vehicle.maxRpm), 8000U);
-        QCOMPARE(float(vehicle.swayG), 1.0F);
-        QCOMPARE(float(vehicle.heaveG), 0.5F);
-        QCOMPARE(float(vehicle.surgeG), -2.0F);
-        QCOMPARE(float(vehicle.groundSpeedKmh), 180.0F);
-        QCOMPARE(float(vehicle.speedKmh), hasDash ? 183.6F : 180.0F);
-        QVERIFY(std::abs(vehicle.headingDeg - 270) < 0.001F);
-        QVERIFY(std::abs(vehicle.pitchDeg - 5) < 0.001F);
-        QVERIFY(std::abs(vehicle.rollDeg + 2) < 0.001F);
-        const auto *const wheels = reading->sample.extended.wheels;
-        const bool spins[] = {true, false, false, true};
-        const bool slides[] = {false, true, false, true};
+        QFETCH(int, game);
+        QFETCH(int, step);
+        QFETCH(double, slide);
+        constexpr double Gravity = 9.80665;
+        constexpr double Degrees = 57.29578;
+        const std::vector<Moment> moments = drive(Game(game));
+        Error speed, heading, pitch, sway, surge;
+        double turnsAsSteered = 0;
+        for (std::size_t i = step; i + step < moments.size(); ++i) {
+            const Moment &then = moments[i - step], &now = moments[i], &soon = moments[i + step];
+            const VehicleTelemetry &vehicle = now.vehicle;
+            std::array<double, 3> way{}, acceleration{};
+            const double time = soon.time - then.time;
+            for (int axis = 0; axis < 3; ++axis) {
+                way[axis] = soon.place[axis] - then.place[axis];
+                const double after = (soon.place[axis] - now.place[axis]) / (soon.time - now.time);
+                const double before = (now.place[axis] - then.place[axis]) / (now.time - then.time);
+                acceleration[axis] = (after - before) / (time / 2);
+            }
+            const double length = std::hypot(way[0], way[1], way[2]);
+            const double looks = double(vehicle.headingDeg) / Degrees;
+            speed.add(length / time * 3.6, double(vehicle.speedKmh));
+            heading.add(0, turned(std::atan2(way[0], way[2]) * Degrees - looks * Degrees));
+            pitch.add(std::asin(way[1] / length) * Degrees, double(vehicle.pitchDeg));
+            sway.add((acceleration[0] * std::cos(looks) - acceleration[2] * std::sin(looks)) /
+                         Gravity,
+                     double(vehicle.swayG));
+            surge.add(double(soon.vehicle.speedKmh - then.vehicle.speedKmh) / 3.6 / time / Gravity,
+                      double(vehicle.surgeG));
+            turnsAsSteered += vehicle.steeringPercent *
+                              turned(double(soon.vehicle.headingDeg - then.vehicle.headingDeg));
+        }
+        QVERIFY(turnsAsSteered > 0);
+        const double slides = heading.off / double(moments.size());
+        QVERIFY2(slides < slide, qPrintable(QString::number(slides)));
+        // A wrong sign would make it about 2.
+        for (const auto &[name, error, most] : {std::tuple{"speed", speed, 0.03},
+                                                {"pitch", pitch, 0.3},
+                                                {"sway", sway, 0.3},
+                                                {"surge", surge, 0.8}}) {
+            const double share = error.off / error.all;
+            QVERIFY2(share < most, qPrintable(QLatin1String(name) + QString::number(share)));
+        }
+    }
+
+    void realDatagramsAreRead()
+    {
+        const VehicleTelemetry circuit = drive(DataOutGame)[57].vehicle;
+        QCOMPARE(+circuit.gear, 3);
+        QCOMPARE(uint(circuit.rpm), 9283U);
+        QCOMPARE(uint(circuit.maxRpm), 15'000U);
+        QCOMPARE(+circuit.gasPedalPercent, 80);
+        QCOMPARE(+circuit.fuelLevelPercent, 100);
+        QCOMPARE(uint(circuit.currentTimeMs), 13'115U);
+        QCOMPARE(int(circuit.position), 1);
+        QCOMPARE(drive(DataOutGame)[0].vehicle.brakePedalPercent | 0, 41);
+
+        const VehicleTelemetry stage = drive(EgoGame)[300].vehicle;
+        QCOMPARE(+stage.gear, 3);
+        QCOMPARE(uint(stage.rpm), 6178U);
+        QCOMPARE(uint(stage.maxRpm), 8000U);
+        QCOMPARE(+stage.gasPedalPercent, 100);
+        QCOMPARE(int(stage.steeringPercent), 100);
+        QCOMPARE(uint(stage.currentTimeMs), 44'715U);
+        QCOMPARE(int(stage.numberOfLaps), 1);
+        const int tyres[] = {69, 68, 86, 86};
+        const int brakes[] = {78, 71, 87, 86};
         for (int i = 0; i < 4; ++i) {
-            QCOMPARE(wheels[i].wheelFlagA != 0, spins[i]);
-            QCOMPARE(wheels[i].wheelFlagB != 0, slides[i]);
-            QCOMPARE(int(vehicle.tyreTempC[i]), hasDash ? 80 + 5 * i : 0);
-            QCOMPARE(+vehicle.tyreWearPercent[i], length == 331 ? 10 + 10 * i : 0);
+            QCOMPARE(int(circuit.tyreTempC[i]), tyres[i]);
+            QCOMPARE(int(stage.brakeTempC[i]), brakes[i]);
         }
-        QCOMPARE(int(vehicle.steeringPercent), hasDash ? -100 : 0);
-        QCOMPARE(+vehicle.gasPedalPercent, hasDash ? 100 : 0);
-        QCOMPARE(+vehicle.brakePedalPercent, hasDash ? 20 : 0);
-        QCOMPARE(+vehicle.clutchPedalPercent, hasDash ? 50 : 0);
-        QCOMPARE(+vehicle.fuelLevelPercent, hasDash ? 45 : 0);
-        QCOMPARE(uint(vehicle.bestTimeMs), hasDash ? 81'250U : 0U);
-        QCOMPARE(uint(vehicle.lastTimeMs), hasDash ? 83'456U : 0U);
-        QCOMPARE(uint(vehicle.currentTimeMs), hasDash ? 12'500U : 0U);
-        QCOMPARE(int(vehicle.completedLaps), hasDash ? 3 : 0);
-        QCOMPARE(int(vehicle.position), hasDash ? 7 : 0);
     }
 
-    void egoIsConverted_data()
+    void otherLengthsTellTheSame()
     {
-        QTest::addColumn<int>("count");
-        for (const int count : {38, 66, 70})
-            QTest::newRow(qPrintable(QString::number(count))) << count;
+        const auto bytesOf = [](Game game, const QByteArray &datagram) {
+            const VehicleTelemetry vehicle = Decoders[game](datagram).value().vehicle;
+            return QByteArray(reinterpret_cast<const char *>(&vehicle), sizeof vehicle);
+        };
+        const QByteArray dash = drive(DataOutGame)[57].datagram;
+        const QByteArray horizon = dash.left(232) + QByteArray(12, 'x') + dash.mid(232) + 'x';
+        QCOMPARE(bytesOf(DataOutGame, horizon), bytesOf(DataOutGame, dash));
+        const Packet wear = Packet(20).reals(0, 0.1, 0.2, 0.3, 0.4).put<qint32>(16, 42);
+        const auto worn = Decoders[DataOutGame](dash + wear)->vehicle;
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(+worn.tyreWearPercent[i], 10 + 10 * i);
+        const auto sled = Decoders[DataOutGame](dash.left(232))->vehicle;
+        QCOMPARE(uint(sled.rpm), uint(worn.rpm));
+        QVERIFY(std::abs(sled.speedKmh - worn.speedKmh) < 0.1F);
+
+        const QByteArray rally = drive(EgoGame)[300].datagram;
+        QCOMPARE(bytesOf(EgoGame, rally + QByteArray(16, '\0')), bytesOf(EgoGame, rally));
+        const auto brief = Decoders[EgoGame](rally.left(152))->vehicle;
+        QCOMPARE(uint(brief.rpm), 6178U);
+        const auto formula = Decoders[EgoGame](Senders::ego(70));
+        QCOMPARE(uint(formula->vehicle.rpm), 11'500U);
+        QCOMPARE(uint(formula->vehicle.maxRpm), 12'500U);
+        QCOMPARE(int(formula->vehicle.completedLaps), 2); // And not the number of the team.
+        QCOMPARE(uint(formula->vehicle.statusFlags),
+                 uint(Status::DrsEngaged | Status::DrsAvailable | Status::FlagYellow));
     }
 
-    void egoIsConverted()
+    void outSimIsNoOutGauge()
     {
-        QFETCH(int, count);
-        const auto reading = EgoExtradata::decode(Senders::ego(count));
-        QVERIFY(reading.has_value());
-        const VehicleTelemetry &vehicle = reading->sample.vehicle;
-        const bool isLong = count > 38;
-        QCOMPARE(float(vehicle.speedKmh), 180.0F);
-        QCOMPARE(int(vehicle.steeringPercent), -50);
-        QCOMPARE(+vehicle.gasPedalPercent, 75);
-        QCOMPARE(+vehicle.brakePedalPercent, 25);
-        QCOMPARE(+vehicle.clutchPedalPercent, 10);
-        QCOMPARE(float(vehicle.swayG), 1.25F);
-        QCOMPARE(float(vehicle.surgeG), -0.75F);
-        QCOMPARE(uint(vehicle.rpm), 7250U);
-        QCOMPARE(uint(vehicle.currentTimeMs), 12'500U);
-        QVERIFY(std::abs(vehicle.headingDeg - 90) < 0.001F);
-        QVERIFY(std::abs(vehicle.pitchDeg - 30) < 0.001F);
-        QVERIFY(std::abs(vehicle.rollDeg - 5.739F) < 0.001F);
-        // Where the rally games count laps, the Formula games name the team.
-        QCOMPARE(int(vehicle.completedLaps), count == 66 ? 3 : 2);
-        QCOMPARE(uint(vehicle.maxRpm), isLong ? 8000U : 0U);
-        QCOMPARE(int(vehicle.position), isLong ? 7 : 0);
-        QCOMPARE(int(vehicle.numberOfLaps), isLong ? 12 : 0);
-        QCOMPARE(uint(vehicle.lastTimeMs), isLong ? 83'456U : 0U);
-        QCOMPARE(+vehicle.tractionControlLevel, isLong ? 3 : 0);
-        QCOMPARE(+vehicle.absLevel, isLong ? 1 : 0);
-        QCOMPARE(+vehicle.fuelLevelPercent, isLong ? 25 : 0);
-        // The feed has the rear wheels first, the record the front wheels.
-        const int brakes[] = {320, 330, 300, 310};
-        const uint pressures[] = {152, 159, 138, 145};
-        for (int i = 0; i < 4 && isLong; ++i) {
-            QCOMPARE(int(vehicle.brakeTempC[i]), brakes[i]);
-            QCOMPARE(uint(vehicle.tyrePressureKpa[i]), pressures[i]);
-        }
-        const std::uint32_t formula = Status::DrsAvailable | Status::FlagYellow;
-        QCOMPARE(uint(vehicle.statusFlags),
-                 uint((isLong ? Status::DrsEngaged : 0) | (count == 70 ? formula : 0)));
-        QCOMPARE(reading->gears, isLong ? 6 : 0);
-        QCOMPARE(reading->idleRpm, isLong ? 900U : 0U);
+        // Options 1f: header, id, time, motion, pedals.
+        Packet outSim(92);
+        outSim.text(0, "LFST").put<quint32>(8, 123'456).reals(12, 0.1, 0, 0, 1.5, 0.01, 0.02);
+        outSim.reals(36, 1, 2, 0.1, 10, 20, 0).put<qint32>(60, 65'536).reals(72, 1, 0, 0.1, 0, 0);
+        QVERIFY(!OutGauge::decode(outSim));
+        QVERIFY(!OutGauge::decode(outSim.text(0, QByteArray(4, '\1')).reals(4, 0.2)));
     }
 
     void noDamagedNumberIsShownAsOne()

@@ -86,17 +86,16 @@ inline Packet ego(int count = 66)
 {
     Packet packet(4 * count);
     packet.reals(0, 200, 12.5, 1500, 9000, 10, 20, 30, 50, 30, 0, 40);
-    // Heading east, the nose 30 degrees up; the right side 5.74 degrees down.
-    packet.reals(44, 0, -0.1, -0.99498744).reals(56, 0.8660254, 0.5, 0);
+    packet.reals(44, 0, -0.1, -0.99498744).reals(56, -0.8660254, 0.5, 0);
     packet.reals(68, 1, 2, 3, 4, 5, 6, 7, 8, 51, 52, 53, 54);
-    packet.reals(116, 0.75, -0.5, 0.25, 0.1, 4, 1.25, -0.75, 2, 725.04);
+    packet.reals(116, 0.75, -0.5, 0.25, 0.1, 4, 1.25, -0.75, 2, 759.26);
     if (count == 38)
         return packet;
     packet.reals(152, 0, 7, 0, 0, 1, 3, 1, 20, 80, 0, 1, 30, 31);
     packet.reals(204, 300, 310, 320, 330, 20, 21, 22, 23);
-    packet.reals(236, 3, 12, 5000, 83.456, 800, 90, 6);
+    packet.reals(236, 3, 12, 5000, 83.456, 837.758, 151.8437, 5);
     if (count == 70)
-        packet.reals(264, 2, 1, 4, 3);
+        packet.reals(148, 11'500).reals(252, 12'500, 4000, 8).reals(264, 2, 1, 4, 3);
     return packet;
 }
 
