@@ -4,6 +4,7 @@
 #include "Options.h"
 #include "ProfileLookup.h"
 #include "TelemetryFactory.h"
+#include "VehicleReport.h"
 #include "telemetry/TelemetrySource.h"
 
 #include <utility>
@@ -31,7 +32,7 @@ bool Cluster::chooseDashboard()
         return true;
     }
     QObject::connect(&vehicles, &VehicleNames::vehicleChanged, store.get(),
-                     &DashboardAbstractProfilesManager::activateRecentProfileForVehicle);
+                     [this](const QString &name) { reportVehicle(*store, name); });
     return store->activeProfileId() != DashboardProfileHeader::NoId;
 }
 

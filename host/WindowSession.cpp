@@ -9,6 +9,7 @@
 #include "Terminal.h"
 #include "Termination.h"
 #include "Translations.h"
+#include "VehicleReport.h"
 #include "ui/GalleryWindow.h"
 #include "ui/MessageWindow.h"
 #include "ui/ToolWindows.h"
@@ -81,7 +82,7 @@ bool WindowSession::start()
     if (options.dashboard.isEmpty() && activateStartupDashboard()) {
         QTimer::singleShot(JoiningTime, this, [this] {
             cluster.chooseDashboard();
-            cluster.store->activateRecentProfileForVehicle(cluster.vehicles.recentVehicleName());
+            reportVehicle(*cluster.store, cluster.vehicles.recentVehicleName());
         });
     } else {
         dashboardThere = cluster.chooseDashboard();

@@ -331,6 +331,35 @@ private Q_SLOTS:
         QCOMPARE(colourOf(74), QColor(Qt::blue));
     }
 
+    void aCarKeepsTheDashboardOfItsFormerName()
+    {
+        const QString now = QStringLiteral("EGO car 8000-1450-5");
+        const QString formerly = QStringLiteral("EGO car 8378-1518-5");
+        // The vehicles after a drive in that car, which came to the dashboards in this order.
+        const auto drivenAfter = [](const QVector<QPair<QString, QString>> &assignments) {
+            const ProgramHome home;
+            addDashboard(home, QStringLiteral("red"));
+            addDashboard(home, QStringLiteral("blue"));
+            for (const auto &[dashboard, vehicle] : assignments) {
+                runHost({QStringLiteral("profiles"), QStringLiteral("activate"), dashboard}, {},
+                        home);
+                runHost({QStringLiteral("vehicle"), vehicle}, {}, home);
+            }
+            runHost({QStringLiteral("--frames"), home.filePath(QStringLiteral("frames")),
+                     QStringLiteral("--count"), QStringLiteral("2"), QStringLiteral("--telemetry"),
+                     QStringLiteral(GAUGE_DRIVES "/ego-dirt-rally-2.pcap")},
+                    {}, home);
+            return runHost({QStringLiteral("profiles"), QStringLiteral("vehicles")}, {}, home)
+                .output;
+        };
+        const QString red = QStringLiteral("red");
+        const QString blue = QStringLiteral("blue");
+        QCOMPARE(drivenAfter({{red, formerly}, {blue, QStringLiteral("Another")}}),
+                 QStringLiteral("blue: Another\nred: %1\nred: %2\n").arg(now, formerly));
+        QCOMPARE(drivenAfter({{red, formerly}, {blue, now}}),
+                 QStringLiteral("blue: %1\nred: %2\n").arg(now, formerly));
+    }
+
     void aGamesDatagramsReachTheDashboard()
     {
         QTemporaryDir folder;

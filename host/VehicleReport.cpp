@@ -1,0 +1,33 @@
+#include "VehicleReport.h"
+
+#include "DashboardAbstractProfilesManager.h"
+#include "telemetry/feeds/FormerNames.h"
+
+#include <algorithm>
+
+namespace {
+
+bool isAssigned(const DashboardAbstractProfilesManager &store, const QString &vehicle)
+{
+    const std::vector<DashboardProfileHeader> headers = store.profileHeaders();
+    return std::any_of(headers.begin(), headers.end(), [&](const DashboardProfileHeader &header) {
+        const std::unique_ptr<DashboardProfile> profile = store.profile(header.id);
+        return profile != nullptr && profile->vehicles.contains(vehicle);
+    });
+}
+
+} // namespace
+
+void reportVehicle(DashboardAbstractProfilesManager &store, const QString &name)
+{
+    if (!isAssigned(store, name)) {
+        const QStringList formers = formerNames(name);
+        const auto known =
+            std::find_if(formers.begin(), formers.end(),
+                         [&store](const QString &former) { return isAssigned(store, former); });
+        // This turns its dashboard on, and a vehicle that is new joins the one that is on.
+        if (known != formers.end())
+            store.activateRecentProfileForVehicle(*known);
+    }
+    store.activateRecentProfileForVehicle(name);
+}

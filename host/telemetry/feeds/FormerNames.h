@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QtCore/QStringList>
+
+/// The names that earlier versions of the host may have given to the vehicle that is called
+/// `vehicle` now. A driver's dashboard may be remembered under any of them.
+QStringList formerNames(const QString &vehicle);
