@@ -36,13 +36,14 @@ bool FeedSwitch::offer(const QByteArray &datagram, const Sender &sender, TimePoi
     }
     const bool isDriver = format != nullptr && isSame(sender, driver);
     if (!isDriver && !mayDrive(sender, feed, now)) {
-        tellOfOther(sender, feed);
+        if (!isLikeDriver(sender, feed) || ports == Ports::Kept)
+            tellOfOther(sender, feed);
         return false;
     }
     if (!isDriver || feed != format)
         handOver(sender, feed, now);
-    else
-        isAlone = false;
+    else if (ports == Ports::Unknown)
+        ports = Ports::Kept;
     lastHeard = now;
     told = Silence::None;
     newest.resize(datagram.size());
@@ -91,21 +92,37 @@ Feed *FeedSwitch::formatOf(const QByteArray &datagram) const
     return found == feeds.end() ? nullptr : found->get();
 }
 
-bool FeedSwitch::mayDrive(const Sender &sender, const Feed *feed, TimePoint now) const
+bool FeedSwitch::isSilent(TimePoint now) const
 {
-    if (format == nullptr || now - lastHeard >= SilenceLimits::Paused)
+    return format == nullptr || now - lastHeard >= SilenceLimits::Paused;
+}
+
+bool FeedSwitch::isLikeDriver(const Sender &sender, const Feed *feed) const
+{
+    return feed == format && sender.toPort == driver.toPort && sender.address == driver.address;
+}
+
+bool FeedSwitch::mayDrive(const Sender &sender, const Feed *feed, TimePoint now)
+{
+    if (isSilent(now))
         return true;
-    // Some senders open a port anew for each datagram. They can't be told from a second game by
-    // their ports, but a game that has sent only once isn't driven yet.
-    return isAlone && feed == format && sender.toPort == driver.toPort &&
-           sender.address == driver.address;
+    if (!isLikeDriver(sender, feed))
+        return false;
+    // Some senders open a port anew for each datagram. Of two games the first one comes from its
+    // port again before there have been so many.
+    constexpr int EnoughPorts = 3;
+    if (ports == Ports::Unknown) {
+        otherPorts.insert(sender.port);
+        if (otherPorts.size() >= EnoughPorts)
+            ports = Ports::Changing;
+    }
+    return ports == Ports::Changing;
 }
 
 void FeedSwitch::handOver(const Sender &sender, Feed *feed, TimePoint now)
 {
-    const bool isSameGame = feed == format && sender.address == driver.address &&
-                            sender.toPort == driver.toPort &&
-                            (isAlone || now - lastHeard >= SilenceLimits::Paused);
+    const bool isSameGame =
+        isLikeDriver(sender, feed) && (ports == Ports::Changing || isSilent(now));
     if (!isSameGame) {
         feed->restart();
         unknownTold.clear();
@@ -113,9 +130,12 @@ void FeedSwitch::handOver(const Sender &sender, Feed *feed, TimePoint now)
         qInfo().noquote()
             << QStringLiteral("Telemetry: %1 from %2.").arg(feed->name(), nameOf(sender));
     }
+    if (!isSameGame || isSilent(now)) {
+        ports = Ports::Unknown;
+        otherPorts.clear();
+    }
     driver = sender;
     format = feed;
-    isAlone = true;
 }
 
 void FeedSwitch::tellOfUnknown(const QByteArray &datagram, const Sender &sender)

@@ -46,8 +46,17 @@ public:
     std::optional<TimePoint> nextCheck() const;
 
 private:
+    /// Whether the driver sends each datagram from the same port.
+    enum class Ports {
+        Unknown, ///< It has sent once.
+        Kept,
+        Changing,
+    };
+
     Feed *formatOf(const QByteArray &datagram) const;
-    bool mayDrive(const Sender &sender, const Feed *feed, TimePoint now) const;
+    bool isSilent(TimePoint now) const;
+    bool isLikeDriver(const Sender &sender, const Feed *feed) const;
+    bool mayDrive(const Sender &sender, const Feed *feed, TimePoint now);
     void handOver(const Sender &sender, Feed *feed, TimePoint now);
     void tellOfUnknown(const QByteArray &datagram, const Sender &sender);
     void tellOfOther(const Sender &sender, const Feed *feed);
@@ -56,7 +65,8 @@ private:
     Sender driver;
     Feed *format = nullptr; ///< Of the driver; null until the first one.
     TimePoint lastHeard;
-    bool isAlone = false; ///< Only one datagram of the driver has come.
+    Ports ports = Ports::Unknown;
+    QSet<quint16> otherPorts; ///< From which something like the driver's was heard meanwhile.
     Silence told = Silence::None;
     bool hasNewest = false;
     QByteArray newest;
