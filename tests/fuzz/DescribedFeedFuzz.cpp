@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return 0;
     DescribedFeed feed(std::move(*description));
     const QByteArray payload = zero < 0 ? QByteArray() : bytes.mid(zero + 1);
-    if (feed.decode(payload).has_value() != feed.accepts(payload))
+    if (feed.decode(payload, {}).has_value() != feed.accepts(payload))
         std::abort();
     return 0;
 }

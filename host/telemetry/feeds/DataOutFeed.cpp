@@ -8,7 +8,7 @@ bool DataOutFeed::accepts(const QByteArray &payload) const
     return DataOut::accepts(payload);
 }
 
-std::optional<FeedSample> DataOutFeed::decode(const QByteArray &payload)
+std::optional<FeedSample> DataOutFeed::decode(const QByteArray &payload, TimePoint /*time*/)
 {
     const std::optional<DataOut::Reading> reading = DataOut::decode(payload);
     if (!reading)

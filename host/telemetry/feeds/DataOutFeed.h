@@ -11,7 +11,7 @@ public:
     QString name() const override { return QStringLiteral("Data Out"); }
     std::vector<quint16> usualPorts() const override { return {9999}; }
     bool accepts(const QByteArray &payload) const override;
-    std::optional<FeedSample> decode(const QByteArray &payload) override;
+    std::optional<FeedSample> decode(const QByteArray &payload, TimePoint time) override;
     void restart() override;
 
 private:

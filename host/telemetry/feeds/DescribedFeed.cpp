@@ -62,7 +62,7 @@ bool DescribedFeed::accepts(const QByteArray &payload) const
                                });
 }
 
-std::optional<FeedSample> DescribedFeed::decode(const QByteArray &payload)
+std::optional<FeedSample> DescribedFeed::decode(const QByteArray &payload, TimePoint time)
 {
     if (!accepts(payload))
         return std::nullopt;
@@ -78,7 +78,7 @@ std::optional<FeedSample> DescribedFeed::decode(const QByteArray &payload)
     }
     result.vehicle = vehicleIn(payload);
     if (learns)
-        learnMaximum(result);
+        learnMaximum(result, time);
     return result;
 }
 
@@ -87,14 +87,14 @@ void DescribedFeed::restart()
     learner.restart({});
 }
 
-void DescribedFeed::learnMaximum(FeedSample &sample)
+void DescribedFeed::learnMaximum(FeedSample &sample, TimePoint time)
 {
     if (sample.vehicle != learntOf) {
         learntOf = sample.vehicle;
         learner.restart({});
     }
     VehicleTelemetry &now = sample.sample.vehicle;
-    learner.see({now.rpm, now.gear, now.gasPedalPercent, false});
+    learner.see(now, false, time);
     now.maxRpm = learner.limits().maximum();
 }
 

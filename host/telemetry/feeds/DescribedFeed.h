@@ -13,11 +13,11 @@ public:
     QString name() const override { return description.name; }
     std::vector<quint16> usualPorts() const override { return {description.port}; }
     bool accepts(const QByteArray &payload) const override;
-    std::optional<FeedSample> decode(const QByteArray &payload) override;
+    std::optional<FeedSample> decode(const QByteArray &payload, TimePoint time) override;
     void restart() override;
 
 private:
-    void learnMaximum(FeedSample &sample);
+    void learnMaximum(FeedSample &sample, TimePoint time);
     std::optional<double> read(const QByteArray &payload,
                                const FeedDescription::Number &number) const;
     QString vehicleIn(const QByteArray &payload) const;

@@ -7,7 +7,7 @@ bool EgoFeed::accepts(const QByteArray &payload) const
     return EgoExtradata::accepts(payload);
 }
 
-std::optional<FeedSample> EgoFeed::decode(const QByteArray &payload)
+std::optional<FeedSample> EgoFeed::decode(const QByteArray &payload, TimePoint time)
 {
     const std::optional<EgoExtradata::Reading> reading = EgoExtradata::decode(payload);
     if (!reading)
@@ -28,18 +28,18 @@ std::optional<FeedSample> EgoFeed::decode(const QByteArray &payload)
     sample.sample.limits = usualLimits();
     moved.judge(sample.sample.vehicle);
     if (engine.maxRpm == 0)
-        learnMaximum(sample.sample.vehicle, reading->clock);
+        learnMaximum(sample.sample.vehicle, reading->clock, time);
     return sample;
 }
 
 /// Datagrams without the maximum don't tell cars apart either, but a driver changes the car only
 /// between two stages.
-void EgoFeed::learnMaximum(VehicleTelemetry &now, float clock)
+void EgoFeed::learnMaximum(VehicleTelemetry &now, float clock, TimePoint time)
 {
     if (clock < lastClock)
         learner.restart({});
     lastClock = clock;
-    learner.see({now.rpm, now.gear, now.gasPedalPercent, false});
+    learner.see(now, false, time);
     now.maxRpm = learner.limits().maximum();
 }
 

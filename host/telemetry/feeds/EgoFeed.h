@@ -13,7 +13,7 @@ public:
     QString name() const override { return QStringLiteral("EGO"); }
     std::vector<quint16> usualPorts() const override { return {20777}; }
     bool accepts(const QByteArray &payload) const override;
-    std::optional<FeedSample> decode(const QByteArray &payload) override;
+    std::optional<FeedSample> decode(const QByteArray &payload, TimePoint time) override;
     void restart() override;
 
 private:
@@ -28,7 +28,7 @@ private:
         }
     };
 
-    void learnMaximum(VehicleTelemetry &now, float clock);
+    void learnMaximum(VehicleTelemetry &now, float clock, TimePoint time);
 
     Engine engine;
     RevLimitLearner learner;

@@ -5,6 +5,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <chrono>
 #include <optional>
 #include <vector>
 
@@ -20,6 +21,8 @@ struct FeedSample
 class Feed
 {
 public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
     virtual ~Feed() = default;
 
     /// What people call the format. Not translated.
@@ -31,9 +34,9 @@ public:
     /// Whether a datagram is of this format, going by length and content. Remembers nothing.
     virtual bool accepts(const QByteArray &payload) const = 0;
 
-    /// Reads a datagram; nothing if it isn't of this format. Any bytes are safe. May learn about
-    /// the vehicle from one datagram to the next.
-    virtual std::optional<FeedSample> decode(const QByteArray &payload) = 0;
+    /// Reads a datagram that came at `time`; nothing if it isn't of this format. Any bytes are
+    /// safe. May learn about the vehicle from one datagram to the next.
+    virtual std::optional<FeedSample> decode(const QByteArray &payload, TimePoint time) = 0;
 
     /// Another game begins to send: what was learnt from the datagrams of the last one no longer
     /// counts.

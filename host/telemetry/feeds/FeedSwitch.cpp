@@ -56,7 +56,7 @@ std::optional<FeedSample> FeedSwitch::takeNewest()
 {
     if (!std::exchange(hasNewest, false))
         return std::nullopt;
-    return format->decode(newest);
+    return format->decode(newest, lastHeard);
 }
 
 FeedSwitch::Silence FeedSwitch::check(TimePoint now)

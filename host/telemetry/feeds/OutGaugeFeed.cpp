@@ -27,7 +27,7 @@ bool OutGaugeFeed::accepts(const QByteArray &payload) const
     return OutGauge::accepts(payload);
 }
 
-std::optional<FeedSample> OutGaugeFeed::decode(const QByteArray &payload)
+std::optional<FeedSample> OutGaugeFeed::decode(const QByteArray &payload, TimePoint time)
 {
     const std::optional<OutGauge::Reading> reading = OutGauge::decode(payload);
     if (!reading)
@@ -37,7 +37,7 @@ std::optional<FeedSample> OutGaugeFeed::decode(const QByteArray &payload)
     FeedSample sample{reading->sample, vehicle};
     VehicleTelemetry &now = sample.sample.vehicle;
     moved.judge(now);
-    learner.see({now.rpm, now.gear, now.gasPedalPercent, reading->shiftLight});
+    learner.see(now, reading->shiftLight, time);
     if (!(learner.limits() == kept)) {
         kept = learner.limits();
         store->keep(storedAs, kept);

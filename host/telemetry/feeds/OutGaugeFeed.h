@@ -19,7 +19,7 @@ public:
     QString name() const override { return QStringLiteral("OutGauge"); }
     std::vector<quint16> usualPorts() const override { return {4444, 30000}; }
     bool accepts(const QByteArray &payload) const override;
-    std::optional<FeedSample> decode(const QByteArray &payload) override;
+    std::optional<FeedSample> decode(const QByteArray &payload, TimePoint time) override;
     void restart() override;
 
 private:

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr std::uint32_t EnoughFullShifts = 3;
@@ -10,6 +12,9 @@ constexpr std::uint32_t SlowestLimit = 1000; // 1/min, of any engine's
 constexpr std::uint32_t FastestLimit = 30'000;
 constexpr std::uint32_t SameRpm = 50; // The light comes on between two datagrams.
 constexpr int FullThrottle = 90;      // percent
+constexpr float SlowestShift = 5;     // km/h
+constexpr auto LongestShift = 1s;     // From full throttle to full throttle.
+constexpr double SlowedDown = 0.95;   // The closest gears of racing cars are 0.9.
 
 } // namespace
 
@@ -23,11 +28,13 @@ std::uint32_t RevLimits::maximum() const
 void RevLimitLearner::restart(const RevLimits &limits)
 {
     learnt = limits;
+    lastPull = {};
     seen = false;
 }
 
-void RevLimitLearner::see(const Moment &moment)
+void RevLimitLearner::see(const VehicleTelemetry &vehicle, bool shiftLight, TimePoint time)
 {
+    const Moment moment{vehicle.rpm, vehicle.gear, shiftLight, time};
     if (!seen)
         last = beforeLast = moment;
     seen = true;
@@ -37,9 +44,9 @@ void RevLimitLearner::see(const Moment &moment)
     if (sure <= FastestLimit)
         learnt.highest = std::max(learnt.highest, sure);
 
-    if (moment.gear == last.gear + 1 && last.gear >= 1 && last.throttlePercent >= FullThrottle &&
-        learnt.fullShifts < EnoughFullShifts)
-        ++learnt.fullShifts;
+    if (moment.gear >= 1 && vehicle.gasPedalPercent >= FullThrottle &&
+        vehicle.speedKmh >= SlowestShift)
+        seePull(moment);
 
     // Lights are also tested when the ignition is switched on.
     const bool comesOn = moment.shiftLight && !last.shiftLight;
@@ -52,4 +59,17 @@ void RevLimitLearner::see(const Moment &moment)
     }
     beforeLast = last;
     last = moment;
+}
+
+/// Drivers lift or press the clutch to shift, and may pass neutral. What tells an upshift is full
+/// throttle in a gear, and soon afterwards in the next one, where the engine turns slower.
+void RevLimitLearner::seePull(const Moment &now)
+{
+    if (lastPull.gear >= 1 && now.gear == lastPull.gear + 1 &&
+        now.time - lastPull.time <= LongestShift) {
+        if (now.rpm > SlowedDown * lastPull.rpm)
+            return; // Not yet.
+        learnt.fullShifts = std::min(learnt.fullShifts + 1, EnoughFullShifts);
+    }
+    lastPull = now;
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "TelemetryRecords.h"
+
+#include <chrono>
 #include <cstdint>
 
 /// What has been learnt of a car's engine whose game doesn't tell its limits.
@@ -24,24 +27,30 @@ struct RevLimits
 class RevLimitLearner
 {
 public:
-    struct Moment
-    {
-        std::uint32_t rpm = 0; ///< 1/min.
-        int gear = 0;
-        int throttlePercent = 0;
-        bool shiftLight = false;
-    };
+    using TimePoint = std::chrono::steady_clock::time_point;
 
     /// A car is driven of which `limits` are known.
     void restart(const RevLimits &limits);
 
-    void see(const Moment &moment);
+    /// Takes what a datagram tells that came at `time`; `shiftLight` is whether it is on.
+    void see(const VehicleTelemetry &vehicle, bool shiftLight, TimePoint time);
 
     const RevLimits &limits() const { return learnt; }
 
 private:
+    struct Moment
+    {
+        std::uint32_t rpm = 0;
+        int gear = 0;
+        bool shiftLight = false;
+        TimePoint time;
+    };
+
+    void seePull(const Moment &now);
+
     RevLimits learnt;
     Moment last;
     Moment beforeLast;
+    Moment lastPull; ///< At full throttle in a forward gear; in gear 0 until there was one.
     bool seen = false;
 };

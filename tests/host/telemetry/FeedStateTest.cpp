@@ -1,8 +1,10 @@
+#include "RealDrive.h"
 #include "RecordFields.h"
 #include "Senders.h"
 
 #include "telemetry/feeds/DataOutFeed.h"
 #include "telemetry/feeds/EgoFeed.h"
+#include "telemetry/feeds/FormerNames.h"
 #include "telemetry/feeds/OutGaugeFeed.h"
 #include "telemetry/feeds/RevLimitStore.h"
 
@@ -38,13 +40,17 @@ private:
         return OutGaugeFeed(std::make_unique<RevLimitStore>(path(), [this] { return now; }));
     }
 
-    static TelemetrySample send(Feed &feed, const QByteArray &datagram)
+    TelemetrySample send(Feed &feed, const QByteArray &datagram)
     {
-        return feed.decode(datagram)->sample;
+        return feed.decode(datagram, now += 20ms)->sample;
+    }
+    QString nameIn(Feed &&feed, const QByteArray &datagram)
+    {
+        return feed.decode(datagram, now)->vehicle;
     }
 
     /// The shift light comes on at 7000, and the engine goes on to 7500.
-    static TelemetrySample driveToTheLight(Feed &feed, const QByteArray &car)
+    TelemetrySample driveToTheLight(Feed &feed, const QByteArray &car)
     {
         for (int rpm = 3000; rpm <= 7500; rpm += 250)
             send(feed, revving(car, float(rpm), 2, rpm >= 7000));
@@ -58,22 +64,20 @@ private Q_SLOTS:
 
     void vehiclesHaveLastingNames()
     {
-        OutGaugeFeed outGaugeFeed = outGauge();
-        QCOMPARE(outGaugeFeed.decode(Senders::outGauge("XFG"))->vehicle,
-                 QStringLiteral("OutGauge XFG"));
-        QCOMPARE(outGaugeFeed.decode(Senders::outGauge("beam"))->vehicle,
-                 QStringLiteral("OutGauge beam"));
-        QCOMPARE(outGaugeFeed.decode(Senders::outGauge("\xa1/\n"))->vehicle,
-                 QStringLiteral("OutGauge A12F0A"));
-        QCOMPARE(outGaugeFeed.decode(Senders::outGauge(""))->vehicle, QString());
-
-        DataOutFeed dataOut;
-        QCOMPARE(dataOut.decode(Senders::dataOut())->vehicle, QStringLiteral("Data Out car 1234"));
-        QCOMPARE(dataOut.decode(Senders::dataOut(311, 0))->vehicle, QString());
-
-        EgoFeed ego;
-        QCOMPARE(ego.decode(Senders::ego())->vehicle, QStringLiteral("EGO car 8000-900-6"));
-        QCOMPARE(ego.decode(Senders::ego(38))->vehicle, QString());
+        const auto outGaugeName = [&](const QByteArray &car) {
+            return nameIn(outGauge(), Senders::outGauge(car));
+        };
+        QCOMPARE(outGaugeName("XFG"), QStringLiteral("OutGauge XFG"));
+        QCOMPARE(outGaugeName("beam"), QStringLiteral("OutGauge beam"));
+        QCOMPARE(outGaugeName("\x12\x34\x56"), QStringLiteral("OutGauge 563412"));
+        QCOMPARE(outGaugeName(QByteArray("\0\x12\0", 3)), QStringLiteral("OutGauge 001200"));
+        QCOMPARE(outGaugeName(""), QString());
+        QCOMPARE(nameIn(DataOutFeed(), Senders::dataOut()), QStringLiteral("Data Out car 1234"));
+        QCOMPARE(nameIn(DataOutFeed(), Senders::dataOut(311, 0)), QString());
+        QCOMPARE(nameIn(EgoFeed(), Senders::ego()), QStringLiteral("EGO car 8000-1450-5"));
+        QCOMPARE(nameIn(EgoFeed(), Senders::ego(38)), QString());
+        QCOMPARE(formerNames(QStringLiteral("OutGauge 563412")),
+                 QStringList{QStringLiteral("OutGauge 123456")});
     }
 
     void limitsAreLearntFromTheShiftLight()
@@ -89,19 +93,42 @@ private Q_SLOTS:
         QCOMPARE(uint(send(feed, revving("XFG", 5000, 3, false)).vehicle.maxRpm), 7500U);
     }
 
-    void limitsAreLearntFromShiftingAtFullThrottle()
+    void limitsAreLearntFromADriverWhoLiftsAndUsesTheClutch()
+    {
+        EgoFeed feed;
+        int count = 0;
+        for (const Datagram &datagram : realDrive(QStringLiteral("ego-dirt-rally-2.pcap"))) {
+            // As with extradata 1, which doesn't tell it.
+            const auto sample =
+                feed.decode(datagram.payload.left(152), now + datagram.time)->sample;
+            // After two upshifts and four downshifts, and after the third upshift. It turns to
+            // 8000.
+            if (++count == 310)
+                QCOMPARE(uint(sample.vehicle.maxRpm), 0U);
+            if (count == 350)
+                QVERIFY(sample.vehicle.maxRpm > 7600 && sample.vehicle.maxRpm < 8100);
+        }
+    }
+
+    void limitsAreLearntOnlyFromUpshifts()
     {
         OutGaugeFeed feed = outGauge();
-        const auto shift = [&feed](int gear) {
-            for (int i = 0; i < 3; ++i)
-                send(feed, revving("TRUC", 2400, gear, false));
-            return send(feed, revving("TRUC", 1900, gear + 1, false));
+        const auto drive = [&](const QByteArray &car, std::chrono::milliseconds pause, float rpm,
+                               float speed) {
+            TelemetrySample sample;
+            for (int gear = 1; gear < 5; ++gear) {
+                for (int i = 0; i < 3; ++i)
+                    sample = send(feed, revving(car, 2400, gear, false).reals(12, speed));
+                send(feed, revving(car, 2400, 0, false).reals(48, 0));
+                now += pause;
+                send(feed, revving(car, rpm, gear + 1, false).reals(12, speed));
+            }
+            return uint(sample.vehicle.maxRpm);
         };
-        shift(1);
-        QCOMPARE(uint(shift(2).vehicle.maxRpm), 0U);
-        const TelemetrySample sample = shift(3);
-        QCOMPARE(uint(sample.vehicle.maxRpm), 2400U);
-        QCOMPARE(+sample.limits.rpmBlinkingThresholdPercent, 100);
+        QCOMPARE(drive("UP1", 400ms, 1900, 20), 2400U);
+        QCOMPARE(drive("UP2", 3s, 1900, 20), 0U);
+        QCOMPARE(drive("UP3", 400ms, 2400, 20), 0U);
+        QCOMPARE(drive("UP4", 400ms, 1900, 0), 0U);
     }
 
     void neitherAWildNumberNorATestOfTheLightsIsLearnt()
@@ -158,7 +185,8 @@ private Q_SLOTS:
     void aFieldThatNeverMovesIsUnavailable()
     {
         EgoFeed feed;
-        const Packet parked = Packet(264).reals(28, 10).reals(184, 80).reals(252, 800, 90, 6);
+        const Packet parked =
+            Packet(264).reals(28, 10).reals(184, 80).reals(252, 837.758, 151.8437, 5);
         QCOMPARE(send(feed, parked).vehicle.availabilityMask | 0, 0ULL);
         const auto moving = send(feed, Senders::ego()).vehicle.availabilityMask | 0;
         QVERIFY((moving & Available::Pedals) != 0);
@@ -179,8 +207,8 @@ private Q_SLOTS:
         float clock = 0;
         const auto drive = [&](float rpm, float gear) {
             const Packet packet = Senders::ego(38).reals(0, clock += 0.01F).reals(116, 1.0);
-            return uint(
-                send(feed, Packet(packet).reals(132, gear).reals(148, rpm / 10)).vehicle.maxRpm);
+            return uint(send(feed, Packet(packet).reals(132, gear).reals(148, rpm * 0.10472F))
+                            .vehicle.maxRpm);
         };
         const auto shiftUpTo = [&drive](float gear, float rpm) {
             for (int i = 0; i < 3; ++i)
@@ -234,7 +262,7 @@ private Q_SLOTS:
         QVERIFY(send(feed, menu).paused);
         QCOMPARE(send(feed, menu).vehicle.availabilityMask | 0, 0ULL);
         QVERIFY(!send(feed, Senders::dataOut()).paused);
-        const auto paused = feed.decode(menu);
+        const auto paused = feed.decode(menu, now);
         QVERIFY(paused->sample.paused);
         QCOMPARE(+paused->sample.vehicle.fuelLevelPercent, 45);
         QCOMPARE(paused->vehicle, QStringLiteral("Data Out car 1234"));

@@ -52,24 +52,27 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         OutGaugeFeed outGauge(
             std::make_unique<RevLimitStore>(folder.filePath(QStringLiteral("cars.ini"))));
+        const auto at = [](int ms) { return Feed::TimePoint(std::chrono::milliseconds(ms)); };
         for (const quint32 light : {0U, 1U})
-            outGauge.decode(Senders::outGauge().put<quint32>(44, light));
+            outGauge.decode(Senders::outGauge().put<quint32>(44, light), at(0));
         DataOutFeed dataOut;
         EgoFeed ego;
         EgoFeed shortEgo;
         for (const int gear : {1, 2, 3, 4})
-            shortEgo.decode(Senders::ego(38).reals(116, 1.0).reals(132, gear));
+            shortEgo.decode(Senders::ego(38).reals(116, 1.0).reals(132, gear, 0, 0, 0, 700 / gear),
+                            at(20 * gear));
         const std::map<QString, TelemetrySample> samples{
             {QStringLiteral("OutGauge"),
-             outGauge.decode(Senders::outGauge().put<quint32>(44, 0x418))->sample},
-            {QStringLiteral("Data Out \"Sled\""), dataOut.decode(Senders::dataOut(232, 1))->sample},
+             outGauge.decode(Senders::outGauge().put<quint32>(44, 0x418), at(100))->sample},
+            {QStringLiteral("Data Out \"Sled\""),
+             dataOut.decode(Senders::dataOut(232, 1), at(100))->sample},
             {QStringLiteral("Data Out \"Dash\", Horizon"),
-             dataOut.decode(Senders::dataOut(324, 2))->sample},
+             dataOut.decode(Senders::dataOut(324, 2), at(100))->sample},
             {QStringLiteral("Data Out \"Dash\" of 2023"),
-             dataOut.decode(Senders::dataOut(331, 3))->sample},
-            {QStringLiteral("EGO extradata 3"), ego.decode(Senders::ego(66))->sample},
-            {QStringLiteral("EGO extradata 1"), shortEgo.decode(Senders::ego(38))->sample},
-            {QStringLiteral("F1 2015, 2016"), ego.decode(Senders::ego(70))->sample},
+             dataOut.decode(Senders::dataOut(331, 3), at(100))->sample},
+            {QStringLiteral("EGO extradata 3"), ego.decode(Senders::ego(66), at(100))->sample},
+            {QStringLiteral("EGO extradata 1"), shortEgo.decode(Senders::ego(38), at(100))->sample},
+            {QStringLiteral("F1 2015, 2016"), ego.decode(Senders::ego(70), at(100))->sample},
         };
         const QVector<QStringList> table = tableOf(QStringLiteral("Value"));
         QCOMPARE(table.value(0).size(), int(samples.size()) + 1);

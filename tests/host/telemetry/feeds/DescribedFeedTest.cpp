@@ -57,7 +57,7 @@ std::optional<FeedSample> decode(const QByteArray &json, const QByteArray &paylo
         QTest::qFail(qPrintable(errors.join(QLatin1Char('\n'))), __FILE__, __LINE__);
         return std::nullopt;
     }
-    return DescribedFeed(std::move(*parsed)).decode(payload);
+    return DescribedFeed(std::move(*parsed)).decode(payload, {});
 }
 
 } // namespace
@@ -279,9 +279,9 @@ private Q_SLOTS:
             const auto builtIn = OutGauge::decode(datagram);
             QVERIFY(builtIn);
             // One for each: what it learns of the engine, the decoder doesn't know.
-            const auto described = DescribedFeed(*description).decode(datagram);
+            const auto described = DescribedFeed(*description).decode(datagram, {});
             QVERIFY(described);
-            QCOMPARE(described->vehicle.toLatin1(), builtIn->car);
+            QCOMPARE(described->vehicle, builtIn->car);
             for (const auto &[one, other, size] :
                  {std::tuple<const void *, const void *, std::size_t>{&described->sample.vehicle,
                                                                       &builtIn->sample.vehicle,
@@ -303,16 +303,17 @@ private Q_SLOTS:
         const auto drive = [&feed](const QByteArray &car) {
             std::uint32_t maximum = 0;
             for (quint8 gear = 2; gear < 7; ++gear) {
-                for (int i = 0; i < 3; ++i) {
+                for (int i = 0; i < 4; ++i) {
                     Packet packet = Senders::outGauge(car);
-                    packet.put<quint8>(10, gear).reals(16, 6000.0 + i).reals(48, 1.0);
-                    maximum = feed.decode(packet)->sample.vehicle.maxRpm;
+                    packet.put<quint8>(10, gear).reals(16, i == 0 ? 5000 : 6000).reals(48, 1.0);
+                    maximum = feed.decode(packet, {})->sample.vehicle.maxRpm;
                 }
             }
             return maximum;
         };
         QCOMPARE(drive("XFG"), 6000U);
-        QCOMPARE(std::uint32_t(feed.decode(Senders::outGauge("FZ5"))->sample.vehicle.maxRpm), 0U);
+        QCOMPARE(std::uint32_t(feed.decode(Senders::outGauge("FZ5"), {})->sample.vehicle.maxRpm),
+                 0U);
     }
 
     void valuesAreRoundedAndKeptWithinTheirLimits()

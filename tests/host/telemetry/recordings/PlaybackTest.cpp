@@ -85,7 +85,7 @@ public:
         return payload.size() == 2 && numberIn(payload) < foreign;
     }
 
-    std::optional<FeedSample> decode(const QByteArray &payload) override
+    std::optional<FeedSample> decode(const QByteArray &payload, TimePoint /*time*/) override
     {
         FeedSample result;
         result.sample.vehicle.rpm = static_cast<quint32>(numberIn(payload));
