@@ -111,7 +111,7 @@
     </message>
     <message>
         <source>Not available without hardware acceleration</source>
-        <translation>Ohne Hardwarebeschleunigung nicht verfügbar</translation>
+        <translation>Nicht ohne Hardwarebeschleunigung</translation>
     </message>
 </context>
 <context>

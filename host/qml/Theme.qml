@@ -9,12 +9,13 @@ QtObject {
     readonly property FontLoader bold: FontLoader { source: "qrc:/fonts/Roboto-Bold.ttf" }
     readonly property string primaryFontFamily: regular.name
 
-    // From the largest text to the smallest.
+    // Headings from the largest to the smallest, which is that of notes and captions, too, and of
+    // the list beside the editor's preview, whose column is narrow.
     readonly property int h1FontSize: Math.round(26 * qt_scale)
     readonly property int h2FontSize: Math.round(20 * qt_scale)
     readonly property int h3FontSize: Math.round(16 * qt_scale)
-    readonly property int h4FontSize: Math.round(14 * qt_scale)
-    readonly property int h5FontSize: Math.round(12 * qt_scale)
+    readonly property int h4FontSize: Math.round(12 * qt_scale)
+    readonly property int textFontSize: Math.round(14 * qt_scale)
 
     // Surfaces, from the farthest to the nearest.
     readonly property color windowBackground: "#15181C"

@@ -77,11 +77,11 @@ MarkdownStyle::MarkdownStyle(const QObject &theme, QString folder, qreal picture
     , codeBackground(colorOf(theme, "itemBackgroundColor3"))
     , headingSizes{theme.property("h1FontSize").toInt(), theme.property("h2FontSize").toInt(),
                    theme.property("h3FontSize").toInt()}
-    , codeSize(theme.property("h5FontSize").toInt())
+    , codeSize(theme.property("h4FontSize").toInt())
     , spacing(theme.property("spacing").toReal())
 {
     textFont.setFamily(theme.property("primaryFontFamily").toString());
-    textFont.setPixelSize(theme.property("h4FontSize").toInt());
+    textFont.setPixelSize(theme.property("textFontSize").toInt());
 }
 
 void MarkdownStyle::apply(QTextDocument &document) const

@@ -99,7 +99,7 @@ FocusScope {
             text: gallery_telemetry.state === TelemetryStatus.Live ? qsTr("Active dashboard, live")
                                                                  : qsTr("Active dashboard")
             color: ux.textDarkColor
-            font.pixelSize: ux.h5FontSize
+            font.pixelSize: ux.h4FontSize
             visible: root.any
         }
 

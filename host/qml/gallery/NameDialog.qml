@@ -95,7 +95,7 @@ HLVN.Dialog {
             objectName: "nameProblem"
             width: parent.width
             // Room for one line is always kept, so that nothing jumps while one types.
-            height: Math.max(implicitHeight, ux.h4FontSize * 1.4)
+            height: Math.max(implicitHeight, ux.textFontSize * 1.4)
             wrapMode: Text.Wrap
             textFormat: Text.PlainText
             // Before anything has been typed nothing is wrong yet.

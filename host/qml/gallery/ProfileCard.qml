@@ -84,7 +84,7 @@ Item {
             anchors.centerIn: parent
             text: qsTr("Active")
             color: ux.accentTextColor
-            font { pixelSize: ux.h5FontSize; weight: Font.Bold }
+            font { pixelSize: ux.h4FontSize; weight: Font.Bold }
         }
     }
 
@@ -109,7 +109,7 @@ Item {
         text: root.kind + "  \u00b7  " + root.vehicles
         color: ux.textDarkColor
         elide: Text.ElideRight
-        font.pixelSize: ux.h5FontSize
+        font.pixelSize: ux.h4FontSize
     }
 
     MouseArea {

@@ -44,6 +44,6 @@ Item {
         textFormat: Text.PlainText
         elide: Text.ElideMiddle
         color: ux.textDarkColor
-        font.pixelSize: ux.h5FontSize
+        font.pixelSize: ux.h4FontSize
     }
 }

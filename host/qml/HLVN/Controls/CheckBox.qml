@@ -8,7 +8,7 @@ T.CheckBox {
     implicitHeight: Math.round(24 * qt_scale)
     spacing: ux.spacing
     font.family: ux.primaryFontFamily
-    font.pixelSize: ux.h4FontSize
+    font.pixelSize: ux.textFontSize
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
 

@@ -22,7 +22,7 @@ T.ComboBox {
     textRole: "text"
     valueRole: "value"
     font.family: ux.primaryFontFamily
-    font.pixelSize: ux.h4FontSize
+    font.pixelSize: ux.textFontSize
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     // A wheel that scrolls the page must not change what it passes over.

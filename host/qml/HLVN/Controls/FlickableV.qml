@@ -17,8 +17,8 @@ Flickable {
         contentY = Math.max(0, Math.min(contentY + distance, contentHeight - height))
     }
 
-    Keys.onUpPressed: scrollBy(-3 * ux.h4FontSize)
-    Keys.onDownPressed: scrollBy(3 * ux.h4FontSize)
+    Keys.onUpPressed: scrollBy(-3 * ux.textFontSize)
+    Keys.onDownPressed: scrollBy(3 * ux.textFontSize)
     Keys.onPressed: {
         if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown) {
             scrollBy((event.key === Qt.Key_PageUp ? -0.9 : 0.9) * height)

@@ -4,6 +4,6 @@ Text {
     color: ux.textLightColor
     linkColor: ux.accentColor
     font.family: ux.primaryFontFamily
-    font.pixelSize: ux.h4FontSize
+    font.pixelSize: ux.textFontSize
     textFormat: Text.PlainText
 }

@@ -29,7 +29,7 @@ T.MenuItem {
             anchors { right: parent.right; verticalCenter: parent.verticalCenter }
             text: root.shortcut
             color: root.enabled ? ux.textDarkColor : ux.textDisabledColor
-            font.pixelSize: ux.h5FontSize
+            font.pixelSize: ux.h4FontSize
         }
     }
 

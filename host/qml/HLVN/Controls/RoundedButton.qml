@@ -13,7 +13,7 @@ T.Button {
     leftPadding: 1.75 * ux.spacing
     rightPadding: leftPadding
     font.family: ux.primaryFontFamily
-    font.pixelSize: ux.h4FontSize
+    font.pixelSize: ux.textFontSize
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Accessible.name: text

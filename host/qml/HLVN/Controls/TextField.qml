@@ -15,7 +15,7 @@ T.TextField {
     selectedTextColor: ux.accentTextColor
     selectByMouse: true
     font.family: ux.primaryFontFamily
-    font.pixelSize: ux.h4FontSize
+    font.pixelSize: ux.textFontSize
 
     Label {
         x: root.leftPadding

@@ -16,7 +16,7 @@ T.ToolTip {
 
     contentItem: Label {
         text: root.text
-        font.pixelSize: ux.h5FontSize
+        font.pixelSize: ux.h4FontSize
         wrapMode: Text.Wrap
     }
 
