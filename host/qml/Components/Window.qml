@@ -20,7 +20,10 @@ Rectangle {
     onTitleChanged: qt_window.setTitle(title)
     onMinimizeButtonVisibleChanged: qt_window.setCanBeMinimized(minimizeButtonVisible)
     onContentChanged: content.parent = contentArea
-    onBottomPanelChanged: bottomPanel.parent = bottomArea
+    onBottomPanelChanged: {
+        bottomPanel.parent = bottomArea
+        bottomPanel.anchors.fill = bottomArea
+    }
 
     Rectangle {
         id: header
@@ -65,19 +68,6 @@ Rectangle {
         width: parent.width
         height: root.bottomPanel ? root.bottomPanel.implicitHeight : 0
         anchors.bottom: parent.bottom
-
-        Binding {
-            target: root.bottomPanel
-            property: "width"
-            value: bottomArea.width
-            when: root.bottomPanel
-        }
-        Binding {
-            target: root.bottomPanel
-            property: "height"
-            value: bottomArea.height
-            when: root.bottomPanel
-        }
     }
 
     Shortcut {

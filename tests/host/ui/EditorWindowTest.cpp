@@ -41,6 +41,10 @@ private Q_SLOTS:
         // A saved change shows, also one that replaces the file.
         bench->makeDocument(Blue);
         QTRY_COMPARE(previewColour(window), QColor(Qt::blue));
+
+        QEvent newLanguage(QEvent::LanguageChange);
+        QCoreApplication::sendEvent(QCoreApplication::instance(), &newLanguage);
+        QCOMPARE(log.lines, QStringList());
     }
 
     void everythingFitsInItsWindow()
