@@ -4,6 +4,7 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
+#include <QtGui/QAccessible>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlEngine>
 #include <QtTest/QtTest>
@@ -194,6 +195,9 @@ private Q_SLOTS:
     }
 
     void framesOfferOnlyWhatIsMeant()
+        const QString spoken = QAccessible::queryAccessibleInterface(note)->text(QAccessible::Name);
+        QVERIFY2(spoken.startsWith(QStringLiteral("NOTE: ")) && !spoken.contains(QLatin1Char('<')),
+                 qPrintable(spoken));
     {
         const ViewWindow *window = bench->open(View);
         QVERIFY(window != nullptr);

@@ -10,7 +10,7 @@ Label {
     wrapMode: Text.WordWrap
     activeFocusOnTab: true
     Accessible.role: Accessible.StaticText
-    Accessible.name: text
+    Accessible.name: text.replace(/<[^>]*>/g, "")
     Keys.onReturnPressed: follow()
     Keys.onEnterPressed: follow()
 
