@@ -2,26 +2,21 @@
 
 #include "DashboardBench.h"
 #include "DashboardSources.h"
+#include "DocumentMessage.h"
 #include "Terminal.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <QtCore/QRegularExpression>
-#include <QtCore/QUrl>
 
 #include <cstdio>
 
 namespace {
 
-/// A warning of the QML engine, whose place is a URL with a line and perhaps a column behind it.
 Finding findingOf(const QString &warning)
 {
-    static const QRegularExpression form(QStringLiteral("^(file:.*?):(\\d+)(?::\\d+)?: (.*)$"),
-                                         QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch match = form.match(warning);
-    if (!match.hasMatch())
-        return {{}, 0, warning};
-    return {QUrl(match.captured(1)).toLocalFile(), match.captured(2).toInt(), match.captured(3)};
+    if (const auto message = DocumentMessage::fromWarning(warning))
+        return {message->file, message->line, message->text};
+    return {{}, 0, warning};
 }
 
 void print(const Finding &finding, const QDir &folder)
@@ -34,22 +29,24 @@ void print(const Finding &finding, const QDir &folder)
     std::printf("%s\n", qUtf8Printable(text));
 }
 
-/// Keeps warnings off the terminal, since they come as findings.
+/// Keeps warnings off the terminal, since they come as findings. What scripts log goes on.
 class Quiet
 {
 public:
-    Quiet()
-        : previous(qInstallMessageHandler(discard))
-    {
-    }
+    Quiet() { previous = qInstallMessageHandler(handle); }
     ~Quiet() { qInstallMessageHandler(previous); }
     Quiet(const Quiet &) = delete;
     Quiet &operator=(const Quiet &) = delete;
 
 private:
-    static void discard(QtMsgType, const QMessageLogContext &, const QString &) {}
+    static void handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
+    {
+        const auto message = DocumentMessage::fromLog(context, text);
+        if (message && message->ofScript)
+            previous(type, context, text);
+    }
 
-    const QtMessageHandler previous;
+    static inline QtMessageHandler previous = nullptr;
 };
 
 std::vector<Finding> findingsInRun(DashboardBench &bench, const QString &document)

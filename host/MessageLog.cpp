@@ -1,5 +1,6 @@
 #include "MessageLog.h"
 
+#include "DocumentMessage.h"
 #include "Terminal.h"
 
 #include <atomic>
@@ -27,34 +28,50 @@ MessageLog::~MessageLog()
     current = nullptr;
 }
 
-void MessageLog::handle(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
+void MessageLog::handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    if (MessageLog *log = current)
-        log->take(type, text);
+    MessageLog *log = current;
+    if (log == nullptr)
+        return;
+    const std::optional<DocumentMessage> message = DocumentMessage::fromLog(context, text);
+    const bool printed = message && message->ofScript
+                             ? log->printThrottled(log->scripts, message->placed(),
+                                                   QStringLiteral("... and further messages"))
+                             : log->print(type, text);
+    if (printed && message)
+        Q_EMIT log->documentSaid(message->file, message->line, message->text);
 }
 
-void MessageLog::take(QtMsgType type, const QString &text)
+/// As the one below.
+bool MessageLog::print(QtMsgType type, const QString &text)
 {
     switch (type) {
     case QtDebugMsg:
     case QtInfoMsg:
         if (verbose)
             printLine(text);
-        break;
-    case QtWarningMsg: {
-        const std::lock_guard guard(mutex);
-        const MessageThrottle::Verdict verdict = throttle.judge(text, time.elapsed());
-        if (verdict == MessageThrottle::Verdict::Pass)
-            printLine(text);
-        else if (verdict == MessageThrottle::Verdict::DropTheFirst)
-            printLine(QStringLiteral("... and further warnings"));
-        break;
-    }
+        return verbose;
+    case QtWarningMsg:
+        return printThrottled(warnings, text, QStringLiteral("... and further warnings"));
     case QtCriticalMsg:
     case QtFatalMsg:
-        printLine(text);
-        if (text.startsWith(LoadFailure))
-            Q_EMIT dashboardFailed();
         break;
     }
+    printLine(text);
+    if (text.startsWith(LoadFailure))
+        Q_EMIT dashboardFailed();
+    return true;
+}
+
+/// Whether the text was printed.
+bool MessageLog::printThrottled(MessageThrottle &throttle, const QString &text,
+                                const QString &overflow)
+{
+    const std::lock_guard guard(mutex);
+    const MessageThrottle::Verdict verdict = throttle.judge(text, time.elapsed());
+    if (verdict == MessageThrottle::Verdict::Pass)
+        printLine(text);
+    else if (verdict == MessageThrottle::Verdict::DropTheFirst)
+        printLine(overflow);
+    return verdict == MessageThrottle::Verdict::Pass;
 }

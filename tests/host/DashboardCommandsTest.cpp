@@ -1,7 +1,9 @@
 #include "DashboardSources.h"
+#include "MessageThrottle.h"
 #include "ProgramHome.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QUrl>
 #include <QtGui/QImage>
 #include <QtTest/QtTest>
 
@@ -194,6 +196,38 @@ private Q_SLOTS:
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(run.output.contains(QStringLiteral("Dash.qml:3: ")), qPrintable(run.output));
         QVERIFY2(run.output.contains(QLatin1Char('(') + circumstance), qPrintable(run.output));
+    }
+
+    void whatAScriptLogsIsShownWithItsPlace_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("preview") << QStringList{QStringLiteral("preview")};
+        QTest::newRow("lint") << QStringList{QStringLiteral("lint")};
+        QTest::newRow("frames") << QStringList{QStringLiteral("--count"), QStringLiteral("30"),
+                                               QStringLiteral("--dashboard")};
+    }
+
+    /// Also in a folder whose name a URL must quote; and in every frame, which is too often.
+    void whatAScriptLogsIsShownWithItsPlace()
+    {
+        QFETCH(QStringList, arguments);
+        const Author author;
+        author.write(QStringLiteral("ä b/preview.png"), "there");
+        author.write(QStringLiteral("ä b/Dash.qml"),
+                     "import QtQuick 2.15\nRectangle { width: 480; height: 272\n"
+                     " property int tick: dash_frameCounter1000\n"
+                     " onTickChanged: { console.log('hello', 7); console.warn(tick) }\n}\n");
+        const QString document = author.folder() + QStringLiteral("/ä b/Dash.qml");
+        arguments += document;
+        if (arguments.size() > 2)
+            arguments += {QStringLiteral("--frames"), author.folder()};
+        const Run run = author.run(arguments);
+        QVERIFY2(run.exitCode == 0, qPrintable(run.output + run.errors));
+        const QString place = QUrl::fromLocalFile(document).toString() + QStringLiteral(":4: ");
+        QVERIFY2(run.errors.contains(place + QStringLiteral("hello 7\n")), qPrintable(run.errors));
+        QVERIFY2(run.errors.contains(place + QStringLiteral("2\n")), qPrintable(run.errors));
+        QVERIFY2(run.errors.count(place) <= MessageThrottle::TextsPerWindow,
+                 qPrintable(run.errors));
     }
 
     void lintReadsTheSources_data()
