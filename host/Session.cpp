@@ -99,5 +99,5 @@ int runSession(const Options &options)
     case Options::Mode::Record:
         break;
     }
-    return runWindows(options, library);
+    return runWindows(options, library, log);
 }

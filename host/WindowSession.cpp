@@ -2,6 +2,7 @@
 
 #include "Cluster.h"
 #include "HostSettings.h"
+#include "MessageLog.h"
 #include "Options.h"
 #include "ProfileLookup.h"
 #include "SessionOptions.h"
@@ -35,7 +36,9 @@ constexpr int RestartCode = 64; ///< Of the event loop, never of the program.
 class WindowSession final : public QObject
 {
 public:
-    WindowSession(Options options, const GaugeLibrary &library, HostSettings &settings);
+    /// All but `options` are borrowed.
+    WindowSession(Options options, const GaugeLibrary &library, HostSettings &settings,
+                  const MessageLog &log);
 
     /// Shows what the options ask for. False if there is nothing to show.
     bool start();
@@ -59,7 +62,8 @@ private:
     std::unique_ptr<GalleryWindow> gallery;
 };
 
-WindowSession::WindowSession(Options options, const GaugeLibrary &library, HostSettings &settings)
+WindowSession::WindowSession(Options options, const GaugeLibrary &library, HostSettings &settings,
+                             const MessageLog &log)
     : options(std::move(options))
     , settings(settings)
     , cluster(this->options, library, this->options.units == Options::Units::Mph)
@@ -71,6 +75,8 @@ WindowSession::WindowSession(Options options, const GaugeLibrary &library, HostS
             [] { QCoreApplication::exit(RestartCode); });
     connect(&tools, &ToolWindows::failed, &message, &MessageWindow::tell);
     connect(&cluster.navigation, &Navigation::failed, &message, &MessageWindow::tell);
+    connect(&log, &MessageLog::documentSaid, &cluster.navigation, &Navigation::tellViews,
+            Qt::QueuedConnection);
 }
 
 bool WindowSession::start()
@@ -176,7 +182,7 @@ std::vector<TelemetrySourceChoice> telemetryChoices()
 
 } // namespace
 
-int runWindows(const Options &options, const GaugeLibrary &library)
+int runWindows(const Options &options, const GaugeLibrary &library, const MessageLog &log)
 {
     const Termination termination;
     Translations translations;
@@ -186,14 +192,14 @@ int runWindows(const Options &options, const GaugeLibrary &library)
                      [&] { translations.use(settings.language()); });
 
     SessionOptions sessionOptions(options, settings);
-    auto session = std::make_unique<WindowSession>(sessionOptions.take(), library, settings);
+    auto session = std::make_unique<WindowSession>(sessionOptions.take(), library, settings, log);
     if (!session->start())
         return 1;
     int code = QGuiApplication::exec();
     while (code == RestartCode && !Termination::requested()) {
         const QVariantMap views = session->openViews();
         session.reset();
-        session = std::make_unique<WindowSession>(sessionOptions.take(), library, settings);
+        session = std::make_unique<WindowSession>(sessionOptions.take(), library, settings, log);
         session->resume(views);
         code = QGuiApplication::exec();
     }

@@ -233,6 +233,17 @@
     </message>
 </context>
 <context>
+    <name>DocumentMessages</name>
+    <message>
+        <source>Message of the dashboard: %1</source>
+        <translation>Meldung des Dashboards: %1</translation>
+    </message>
+    <message>
+        <source>Show all messages of this dashboard</source>
+        <translation>Alle Meldungen dieses Dashboards zeigen</translation>
+    </message>
+</context>
+<context>
     <name>FileDialog</name>
     <message>
         <source>Up</source>

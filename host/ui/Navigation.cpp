@@ -42,6 +42,14 @@ void Navigation::registerView(const QString &name, const QString &documentPath,
     views.insert(name, {documentPath, factory, nullptr});
 }
 
+void Navigation::tellViews(const QString &file, int line, const QString &text)
+{
+    for (const View &view : qAsConst(views)) {
+        if (view.window != nullptr)
+            view.window->take(file, line, text);
+    }
+}
+
 QStringList Navigation::openViews() const
 {
     QStringList names;

@@ -26,6 +26,9 @@ public:
     /// Closes the views that are still open.
     ~Navigation() override;
 
+    /// Hands what a document on disk said to the views, which take what is about theirs.
+    void tellViews(const QString &file, int line, const QString &text);
+
     /// Has `target` called for requests to show the view `name`.
     void addTarget(const QString &name, const Target &target);
 

@@ -3,6 +3,8 @@
 #include "IViewModel.h"
 #include "ui/UiEngine.h"
 
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QUrl>
 #include <QtCore/QVariant>
 #include <QtGui/QGuiApplication>
@@ -91,6 +93,24 @@ void ViewWindow::setArgument(const QVariant &argument)
 QVariant ViewWindow::argument() const
 {
     return viewModel->asQObject()->property("path");
+}
+
+void ViewWindow::take(const QString &file, int line, const QString &text)
+{
+    const QString document = argument().toString();
+    const QString name = QFileInfo(document).dir().relativeFilePath(file);
+    if (document.isEmpty() || QDir::isAbsolutePath(name) || name.startsWith(QLatin1String("../")))
+        return;
+    said += QStringLiteral("%1:%2: %3").arg(name).arg(line).arg(text);
+    if (said.size() > MostMessages)
+        said.removeFirst();
+    Q_EMIT messagesChanged();
+}
+
+void ViewWindow::clearMessages()
+{
+    said.clear();
+    Q_EMIT messagesChanged();
 }
 
 void ViewWindow::restoreFullScreen()

@@ -2,6 +2,8 @@
 
 #include "ui/HostWindow.h"
 
+#include <QtCore/QStringList>
+
 #include <memory>
 
 class IViewModel;
@@ -15,8 +17,12 @@ class QVariant;
 class ViewWindow final : public HostWindow
 {
     Q_OBJECT
+    /// What the dashboard of the view said, the newest last, with file and line in front.
+    Q_PROPERTY(QStringList messages READ messages NOTIFY messagesChanged)
 
 public:
+    static constexpr int MostMessages = 100;
+
     /// `frameless` leaves moving and closing to the document.
     ViewWindow(const QString &name, Navigation &navigation, std::unique_ptr<IViewModel> viewModel,
                bool frameless);
@@ -35,6 +41,15 @@ public:
     /// The argument that would show the same again: the file, if the view has one.
     QVariant argument() const;
 
+    /// Adds a message about a document on disk if that lies in the folder of the view's.
+    void take(const QString &file, int line, const QString &text);
+
+    QStringList messages() const { return said; }
+    Q_INVOKABLE void clearMessages();
+
+Q_SIGNALS:
+    void messagesChanged();
+
 protected:
     void restoreFullScreen() override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -48,4 +63,5 @@ private:
     Qt::Edges edgesAt(const QPoint &position) const;
 
     std::unique_ptr<IViewModel> viewModel;
+    QStringList said;
 };

@@ -1,23 +1,19 @@
 import QtQuick 2.15
-import "../HLVN/Controls"
 
-// The bottom of a window: an error to the left, if there is one, and buttons to the right.
+// The bottom of a view: what its dashboard says to the left, buttons to the right.
 Item {
     id: root
 
     property alias buttons: row.data
-    property string errorText
 
     implicitHeight: row.height + 2 * ux.spacing
 
-    Label {
+    DocumentMessages {
         anchors.left: parent.left
+        anchors.leftMargin: ux.spacing
         anchors.right: row.left
-        anchors.margins: ux.spacing
+        anchors.rightMargin: 2 * ux.spacing
         anchors.verticalCenter: parent.verticalCenter
-        text: root.errorText
-        color: ux.dangerColor
-        elide: Text.ElideRight
     }
 
     Row {

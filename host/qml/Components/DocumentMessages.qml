@@ -1,0 +1,93 @@
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+import "../HLVN/Controls"
+
+// The newest message of the view's dashboard. Pressed, it opens the list of all.
+T.AbstractButton {
+    id: root
+
+    readonly property var messages: qt_window.messages
+
+    objectName: "documentMessages"
+    implicitHeight: ux.controlHeight
+    leftPadding: ux.spacing
+    rightPadding: ux.spacing
+    visible: messages.length > 0
+    hoverEnabled: true
+    text: messages.length > 0 ? messages[messages.length - 1] : ""
+    Accessible.name: qsTr("Message of the dashboard: %1").arg(text)
+    onClicked: list.open()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    contentItem: Label {
+        text: root.text
+        // One line of it, however many it has.
+        maximumLineCount: 1
+        wrapMode: Text.WrapAnywhere
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+        color: root.hovered ? ux.textLightColor : ux.textDarkColor
+    }
+
+    background: Rectangle {
+        radius: ux.radius
+        color: root.hovered || list.visible ? ux.itemBackgroundColor2 : ux.itemBackgroundColor
+
+        FocusFrame {
+            visible: root.activeFocus && root.focusReason !== Qt.MouseFocusReason
+        }
+    }
+
+    ToolTip {
+        text: qsTr("Show all messages of this dashboard")
+        visible: root.hovered && !list.visible
+    }
+
+    Connections {
+        target: cpp_viewModel
+        ignoreUnknownSignals: true
+        function onPathChanged() { qt_window.clearMessages() }
+    }
+
+    T.Popup {
+        id: list
+
+        y: -height - ux.spacing / 2
+        width: root.width
+        height: Math.min(text.height + 2 * padding, 240 * qt_scale)
+        padding: ux.spacing
+        margins: ux.spacing / 2
+        focus: true
+        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+        onOpened: page.contentY = page.contentHeight - page.height
+
+        contentItem: FlickableV {
+            id: page
+
+            contentHeight: text.height
+
+            TextEdit {
+                id: text
+
+                width: page.width - 2 * ux.spacing
+                readOnly: true
+                selectByMouse: true
+                textFormat: TextEdit.PlainText
+                wrapMode: TextEdit.WrapAtWordBoundaryOrAnywhere
+                font.family: ux.primaryFontFamily
+                font.pixelSize: ux.textFontSize
+                color: ux.textLightColor
+                selectionColor: ux.accentColor
+                selectedTextColor: ux.accentTextColor
+                text: root.messages.join("\n")
+            }
+        }
+
+        background: Rectangle {
+            radius: ux.radius
+            color: ux.itemBackgroundColor
+            border.color: ux.itemBorderColor
+        }
+    }
+}
