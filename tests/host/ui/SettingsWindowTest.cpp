@@ -114,6 +114,31 @@ private Q_SLOTS:
         QTRY_VERIFY(closing == nullptr);
     }
 
+    void aLongListLeavesItsFieldInSight_data()
+    {
+        QTest::addColumn<int>("dashboards");
+        for (const int count : {8, 30})
+            QTest::addRow("%d", count) << count;
+    }
+
+    void aLongListLeavesItsFieldInSight()
+    {
+        QFETCH(int, dashboards);
+        store->names.clear();
+        for (int i = 0; i < dashboards; ++i)
+            store->names += QString::number(i);
+        Q_EMIT store->profileListChanged();
+        keys({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return});
+        const QQuickItem *field = item("dashboard");
+        auto *popup = field->property("popup").value<QObject *>();
+        QTRY_VERIFY(popup->property("opened").toBool());
+        const auto *list = popup->property("contentItem").value<QQuickItem *>()->parentItem();
+        const QRectF place = list->mapRectToScene(QRectF({}, list->size()));
+        QVERIFY(!place.intersects(field->mapRectToScene(QRectF({}, field->size()))));
+        QVERIFY(QRectF({}, window->size()).contains(place));
+        QVERIFY(place.height() > 100);
+    }
+
     void theRestartIsOfferedOnlyWhileItIsNeeded()
     {
         QVERIFY(!item("restart")->isVisible());

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
+import QtQuick.Window 2.15
 
 // One of several. A model of objects has their texts in `text` and their values in `value`.
 T.ComboBox {
@@ -117,13 +118,24 @@ T.ComboBox {
         }
     }
 
+    // Below the field, or above it where that has more room and the list needs it; never over it.
     popup: T.Popup {
-        y: root.height + ux.spacing / 4
+        readonly property real gap: ux.spacing / 4
+        readonly property real wanted: Math.min(contentItem.implicitHeight + topPadding + bottomPadding,
+                                                8.5 * ux.controlHeight)
+        property real above
+        property real below
+        readonly property bool upward: wanted > below && above > below
+
+        y: upward ? -height - gap : root.height + gap
         width: root.width
-        implicitHeight: Math.min(contentItem.implicitHeight + topPadding + bottomPadding,
-                                 8.5 * ux.controlHeight)
-        margins: ux.spacing / 2
+        implicitHeight: Math.min(wanted, upward ? above : below)
         padding: ux.spacing / 2
+        onAboutToShow: {
+            const top = root.mapToItem(null, 0, 0).y
+            above = top - gap - ux.spacing / 2
+            below = root.Window.height - top - root.height - gap - ux.spacing / 2
+        }
 
         contentItem: ListView {
             clip: true
