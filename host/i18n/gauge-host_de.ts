@@ -300,6 +300,22 @@
         <source>That didn&apos;t work</source>
         <translation>Das hat nicht geklappt</translation>
     </message>
+    <message>
+        <source>It came with the program. Make a copy to change it.</source>
+        <translation>Es wurde mit dem Programm geliefert. Ändern lässt sich eine Kopie.</translation>
+    </message>
+    <message>
+        <source>Not now</source>
+        <translation>Gerade nicht</translation>
+    </message>
+    <message>
+        <source>“%1” can&apos;t be renamed</source>
+        <translation>„%1“ lässt sich nicht umbenennen</translation>
+    </message>
+    <message>
+        <source>“%1” can&apos;t be removed</source>
+        <translation>„%1“ lässt sich nicht entfernen</translation>
+    </message>
 </context>
 <context>
     <name>GalleryHeader</name>
@@ -562,6 +578,10 @@
         <source>Name of the dashboard</source>
         <translation>Name des Dashboards</translation>
     </message>
+    <message>
+        <source>New dashboard from the template</source>
+        <translation>Neues Dashboard aus der Vorlage</translation>
+    </message>
 </context>
 <context>
     <name>Navigation</name>
@@ -669,10 +689,6 @@
 </context>
 <context>
     <name>ProfileMenu</name>
-    <message>
-        <source>It came with the program. Make a copy to change it.</source>
-        <translation>Es wurde mit dem Programm geliefert. Ändern lässt sich eine Kopie.</translation>
-    </message>
     <message>
         <source>Activate</source>
         <translation>Aktivieren</translation>

@@ -7,7 +7,7 @@ FocusScope {
     readonly property bool narrow: width < 900 * qt_scale
     readonly property bool asking: nameDialog.visible || removeDialog.visible || vehiclesDialog.visible
                                    || messageDialog.visible
-    readonly property bool low: height < 640 * qt_scale
+    readonly property bool compact: narrow || height < 640 * qt_scale
 
     function openWindow() {
         qt_navigation.showView("DashboardWindow")
@@ -17,36 +17,54 @@ FocusScope {
         qt_navigation.showView("HelpBrowser", "dashboards")
     }
 
+    // Why a dashboard can't be changed now; empty if it can.
+    function lockOf(profile) {
+        return profile.builtIn ? qsTr("It came with the program. Make a copy to change it.")
+                               : gallery_actions.busyText
+    }
+
+    // Whether a problem stands against what was asked for, which the user is then told.
+    function refuses(title, problem) {
+        if (problem !== "")
+            messageDialog.show(title, problem)
+        return problem !== ""
+    }
+
+    function askForCopy(profile, proposal, thenEdits) {
+        // The store may be busy as well, and must not be asked for names.
+        if (profile.name && !refuses(qsTr("Not now"), gallery_actions.busyText))
+            nameDialog.askForCopy(profile, proposal, thenEdits)
+    }
+
     // A built-in dashboard stays as it came: what is edited is a copy.
     function edit(id) {
         const profile = gallery_model.profile(id)
         if (profile.builtIn)
-            nameDialog.askForCopy(profile, qsTr("%1 copy").arg(profile.name), true)
+            askForCopy(profile, qsTr("%1 copy").arg(profile.name), true)
         else if (profile.document)
             qt_navigation.showView("DashboardEditor", profile.document)
     }
 
     function copy(id) {
         const profile = gallery_model.profile(id)
-        if (profile.name)
-            nameDialog.askForCopy(profile, qsTr("%1 copy").arg(profile.name), false)
+        askForCopy(profile, qsTr("%1 copy").arg(profile.name), false)
     }
 
     function makeNew() {
-        const profile = gallery_model.profile(gallery_model.templateId)
-        if (profile.name)
-            nameDialog.askForCopy(profile, qsTr("New dashboard"), true)
+        askForCopy(gallery_model.profile(gallery_model.templateId), qsTr("New dashboard"), true)
     }
 
     function rename(id) {
         const profile = gallery_model.profile(id)
-        if (profile.name && !profile.builtIn)
+        if (profile.name && !refuses(qsTr("\u201c%1\u201d can't be renamed").arg(profile.name),
+                                     lockOf(profile)))
             nameDialog.askForRename(profile)
     }
 
     function remove(id) {
         const profile = gallery_model.profile(id)
-        if (profile.name && !profile.builtIn)
+        if (profile.name && !refuses(qsTr("\u201c%1\u201d can't be removed").arg(profile.name),
+                                     lockOf(profile)))
             removeDialog.ask(profile)
     }
 
@@ -67,7 +85,7 @@ FocusScope {
         id: header
 
         anchors { left: parent.left; right: parent.right; top: parent.top }
-        height: (root.low ? 168 : 252) * qt_scale
+        height: (root.compact ? 168 : 252) * qt_scale
         actions: root
     }
 

@@ -86,16 +86,20 @@ FocusScope {
     }
 
     Column {
+        id: column
+
         anchors {
             left: frame.right
             leftMargin: ux.spacing * 3
-            right: corner.left
-            rightMargin: ux.spacing * 2
-            verticalCenter: frame.verticalCenter
+            right: corner.right
+            bottom: root.actions.compact ? frame.bottom : undefined
+            verticalCenter: root.actions.compact ? undefined : frame.verticalCenter
         }
         spacing: ux.spacing
 
         HLVN.Label {
+            width: corner.x - column.x
+            elide: Text.ElideRight
             text: gallery_telemetry.state === TelemetryStatus.Live ? qsTr("Active dashboard, live")
                                                                  : qsTr("Active dashboard")
             color: ux.textDarkColor
@@ -125,7 +129,7 @@ FocusScope {
 
         Item {
             width: 1
-            height: root.actions.low ? 0 : ux.spacing
+            height: root.actions.compact ? 0 : ux.spacing
         }
 
         Row {

@@ -12,6 +12,7 @@ HLVN.Dialog {
     property string refusal: "" // What the store said to this name.
     property bool gone: false
     property string proposed
+    readonly property bool fromTemplate: edits && profile.profileId === gallery_model.templateId
     readonly property string problem: gone ? qsTr("This dashboard is no longer there.")
                                            : gallery_actions.nameProblem(field.text.trim(),
                                                                          renames ? profile.name : "")
@@ -20,16 +21,12 @@ HLVN.Dialog {
     signal made(int id, string document)
 
     function askForCopy(newProfile, proposal, thenEdits) {
-        if (gallery_actions.busy) // The store may be busy as well, and must not be asked.
-            return
         renames = false
         edits = thenEdits
         start(newProfile, gallery_actions.freeName(proposal))
     }
 
     function askForRename(newProfile) {
-        if (gallery_actions.busy)
-            return
         renames = true
         edits = false
         start(newProfile, newProfile.name)
@@ -56,7 +53,8 @@ HLVN.Dialog {
 
     objectName: "nameDialog"
     title: renames ? qsTr("Rename \u201c%1\u201d").arg(profile.name)
-         : edits && profile.builtIn ? qsTr("Name your copy")
+         : fromTemplate ? qsTr("New dashboard from the template")
+         : edits ? qsTr("Name your copy")
          : qsTr("Copy \u201c%1\u201d").arg(profile.name)
     busyText: waiting ? gallery_actions.busyText : ""
     acceptText: renames ? qsTr("Rename") : edits ? qsTr("Create and edit") : qsTr("Copy")
@@ -73,7 +71,7 @@ HLVN.Dialog {
             wrapMode: Text.Wrap
             color: ux.textDarkColor
             visible: root.edits && text !== ""
-            text: root.profile.profileId === gallery_model.templateId
+            text: root.fromTemplate
                   ? qsTr("A new dashboard of your own, made from the template.")
                   : qsTr("Built-in dashboards stay as they came. Your changes go into a copy.")
         }

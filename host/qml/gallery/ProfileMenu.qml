@@ -7,8 +7,7 @@ HLVN.Menu {
 
     property Item actions
     property var profile: ({})
-    readonly property string locked: profile.builtIn ? qsTr("It came with the program. Make a copy to change it.")
-                                                     : ""
+    readonly property string lock: actions ? actions.lockOf(profile) : ""
 
     HLVN.MenuItem {
         objectName: "menuActivate"
@@ -49,8 +48,8 @@ HLVN.Menu {
         objectName: "menuRename"
         text: qsTr("Rename\u2026")
         shortcut: qsTr("F2")
-        enabled: !root.profile.builtIn && !gallery_actions.busy
-        reason: root.locked || gallery_actions.busyText
+        enabled: root.lock === ""
+        reason: root.lock
         onTriggered: root.actions.rename(root.profile.profileId)
     }
 
@@ -58,8 +57,8 @@ HLVN.Menu {
         objectName: "menuRemove"
         text: qsTr("Remove\u2026")
         shortcut: qsTr("Del")
-        enabled: !root.profile.builtIn && !gallery_actions.busy
-        reason: root.locked || gallery_actions.busyText
+        enabled: root.lock === ""
+        reason: root.lock
         onTriggered: root.actions.remove(root.profile.profileId)
     }
 }

@@ -10,8 +10,6 @@ HLVN.Dialog {
     property string refusal: ""
 
     function ask(newProfile) {
-        if (gallery_actions.busy)
-            return
         profile = newProfile
         refusal = ""
         open()

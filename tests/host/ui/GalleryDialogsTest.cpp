@@ -77,9 +77,14 @@ private Q_SLOTS:
     {
         open();
         focusCard(road);
-        press(Qt::Key_F2);
-        press(Qt::Key_Delete);
-        QVERIFY(item("objectName", text("accept")) == nullptr);
+        for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Delete}) {
+            press(key);
+            QTRY_VERIFY(item("objectName", text("messageText")) != nullptr);
+            QVERIFY(textOf("messageText").contains(text("copy")));
+            QVERIFY(item("objectName", text("accept")) == nullptr);
+            press(Qt::Key_Escape);
+            QTRY_VERIFY(item("objectName", text("messageText")) == nullptr);
+        }
         press(Qt::Key_Menu);
         QTRY_VERIFY(item("objectName", text("menuRemove")) != nullptr);
         for (const char *const name : {"menuRename", "menuRemove"}) {
@@ -121,7 +126,7 @@ private Q_SLOTS:
         open();
         QVERIFY(card(text("Template")) == nullptr);
         click(item("objectName", text("newFromTemplate")));
-        QTRY_VERIFY(item("objectName", text("nameField")) != nullptr);
+        QTRY_VERIFY(item("text", text("New dashboard from the template")) != nullptr);
         type("Fresh");
         press(Qt::Key_Return);
         QTRY_COMPARE(shown, QStringList{text("DashboardEditor /dashboards/Fresh/Dash.qml")});
@@ -151,6 +156,9 @@ private Q_SLOTS:
         focusCard(road);
         press(Qt::Key_Return);
         QTest::keyClick(window.get(), Qt::Key_D, Qt::ControlModifier);
+        QTRY_COMPARE(textOf("messageText"), textOf("busy"));
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(item("objectName", text("messageText")) == nullptr);
         press(Qt::Key_Menu);
         QTRY_VERIFY(item("objectName", text("menuCopy")) != nullptr);
         QVERIFY(!item("objectName", text("menuCopy"))->isEnabled());

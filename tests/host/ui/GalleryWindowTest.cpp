@@ -1,4 +1,5 @@
 #include "GalleryBench.h"
+#include "Translations.h"
 
 class GalleryWindowTest : public GalleryBench
 {
@@ -50,6 +51,24 @@ private Q_SLOTS:
         QCOMPARE(shown, QStringList({text("DashboardWindow"), text("SoftwareConfiguration"),
                                      text("HelpBrowser dashboards"), text("HelpBrowser dashboards"),
                                      text("DashboardWindow"), text("DashboardWindow")}));
+    }
+
+    void itsHeaderHasRoomAtTheSmallestWidth()
+    {
+        open();
+        Translations translations;
+        translations.use(text("de"));
+        for (const int height : {540, 800}) {
+            window->resize(720, height);
+            QTRY_COMPARE(window->rootObject()->size().toSize(), QSize(720, height));
+            for (const char *const label : {"Road", "Mitgeliefert  ·  1 Fahrzeug zugeordnet",
+                                            "Fenster öffnen", "Bearbeiten", "Fahrzeuge"}) {
+                const QQuickItem *const shown = item("text", text(label));
+                QVERIFY2(shown != nullptr, label);
+                QVERIFY2(!shown->property("truncated").toBool(), label);
+                QVERIFY2(shown->mapToScene({shown->width(), 0}).x() <= 720, label);
+            }
+        }
     }
 
     void takesAnyName_data()
