@@ -475,6 +475,11 @@
         <source>Help</source>
         <translation>Hilfe</translation>
     </message>
+    <message>
+        <source>en</source>
+        <extracomment>The language of the help&apos;s pages, as their files are named: dashboards.de.md</extracomment>
+        <translation>de</translation>
+    </message>
 </context>
 <context>
     <name>HostSettings</name>

@@ -10,8 +10,12 @@ Rectangle {
     readonly property real columnWidth: 760 * qt_scale
     readonly property real pictureWidth: 480 * qt_scale
 
+    //: The language of the help's pages, as their files are named: dashboards.de.md
+    readonly property string language: qsTr("en")
+    property bool complete: false
+
     function show() {
-        help_page.show(qt_window.page, text.textDocument, ux, pictureWidth)
+        help_page.show(qt_window.page, language, text.textDocument, ux, pictureWidth)
         qt_window.anchor === "" ? page.contentY = 0 : showAnchor(qt_window.anchor)
     }
 
@@ -35,8 +39,16 @@ Rectangle {
             Qt.openUrlExternally(link)
     }
 
+    function isInSight(position) {
+        const rectangle = text.positionToRectangle(position)
+        const top = text.y + rectangle.y - page.contentY
+        return top >= 0 && top + rectangle.height <= page.height
+    }
+
+    // From the place found last while that is in sight, else from the top of what is being read.
     function find(backward) {
-        const from = backward ? text.selectionStart : text.selectionEnd
+        const last = backward ? text.selectionStart : text.selectionEnd
+        const from = isInSight(last) ? last : text.positionAt(0, page.contentY - text.y)
         const place = help_page.find(findField.text, from, backward)
         findField.missing = findField.text !== "" && place.start === undefined
         if (place.start === undefined) {
@@ -44,9 +56,7 @@ Rectangle {
             return
         }
         text.select(place.start, place.end)
-        const rectangle = text.positionToRectangle(place.start)
-        if (text.y + rectangle.y < page.contentY
-                || text.y + rectangle.y + rectangle.height > page.contentY + page.height)
+        if (!isInSight(place.start))
             showPosition(place.start)
     }
 
@@ -55,6 +65,10 @@ Rectangle {
 
     color: ux.windowBackground
     focus: true
+    onLanguageChanged: {
+        if (complete)
+            show()
+    }
     Keys.onEscapePressed: qt_window.close()
 
     Rectangle {
@@ -190,7 +204,7 @@ Rectangle {
             activeFocusOnPress: false
             textFormat: TextEdit.RichText
             wrapMode: TextEdit.Wrap
-            baseUrl: "qrc" + qt_window.page
+            baseUrl: "qrc:/help/"
             color: ux.textLightColor
             selectionColor: ux.accentColor
             selectedTextColor: ux.accentTextColor
@@ -236,6 +250,7 @@ Rectangle {
         qt_window.minimumWidth = 640 * qt_scale
         qt_window.minimumHeight = 360 * qt_scale
         qt_window.setInitialSize(1100 * qt_scale, 760 * qt_scale)
+        complete = true
         show()
     }
 }

@@ -24,20 +24,29 @@ QString anchorOf(const QString &title)
 
 } // namespace
 
-bool HelpPage::show(const QString &path, QQuickTextDocument *target, QObject *theme, qreal width)
+bool HelpPage::show(const QString &topic, const QString &language, QQuickTextDocument *target,
+                    QObject *theme, qreal width)
 {
     if (target == nullptr || theme == nullptr)
         return false;
-    QFile file(path);
+    QFile file(QStringLiteral(":/help/%1.%2.md").arg(topic, language));
+    if (!file.exists())
+        file.setFileName(QStringLiteral(":/help/%1.md").arg(topic));
     const bool opened = file.open(QIODevice::ReadOnly);
     found.clear(); // Their positions mean nothing from here on.
     Q_EMIT laidOut();
     document = target->textDocument();
     document->setUndoRedoEnabled(false);
+    // As one change: its view would lay it out anew at each paragraph. The style is another one,
+    // since the document knows its tables only after this.
+    document->clear();
+    QTextCursor whole(document);
+    whole.beginEditBlock();
     document->setMarkdown(opened ? QString::fromUtf8(file.readAll())
                                  : tr("There is no help about this."),
                           QTextDocument::MarkdownDialectGitHub);
-    MarkdownStyle(*theme, QFileInfo(path).path(), width).apply(*document);
+    whole.endEditBlock();
+    MarkdownStyle(*theme, QFileInfo(file).path(), width).apply(*document);
     collectHeadings();
     Q_EMIT laidOut();
     return opened;

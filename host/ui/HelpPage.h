@@ -17,11 +17,11 @@ class HelpPage final : public QObject
     Q_PROPERTY(QVariantList headings READ headings NOTIFY laidOut)
 
 public:
-    /// Lays out the file `path`. `theme` is the object that documents know as `ux`; `width` is the
-    /// widest that a picture may be, in pixels. False, with a page that says so, if there is no
-    /// such file.
-    Q_INVOKABLE bool show(const QString &path, QQuickTextDocument *target, QObject *theme,
-                          qreal width);
+    /// Lays out the page about `topic`, in English if there is none in `language`. `theme` is the
+    /// object that documents know as `ux`; `width` is the widest that a picture may be, in pixels.
+    /// False, with a page that says so, if there is no such page.
+    Q_INVOKABLE bool show(const QString &topic, const QString &language, QQuickTextDocument *target,
+                          QObject *theme, qreal width);
 
     QVariantList headings() const { return found; }
 

@@ -28,7 +28,6 @@ void HelpWindow::showTopic(const QString &topic)
 {
     const QString name = topic.section(QLatin1Char('#'), 0, 0);
     pageAnchor = topic.section(QLatin1Char('#'), 1);
-    pagePath =
-        QStringLiteral(":/help/%1.md").arg(name.isEmpty() ? QStringLiteral("dashboards") : name);
+    pageName = name.isEmpty() ? QStringLiteral("dashboards") : name;
     Q_EMIT requested();
 }

@@ -7,7 +7,7 @@
 class HelpWindow final : public HostWindow
 {
     Q_OBJECT
-    /// The path of the page's file.
+    /// The page's name.
     Q_PROPERTY(QString page READ page NOTIFY requested)
     /// The anchor of the heading to show; empty for the page's beginning.
     Q_PROPERTY(QString anchor READ anchor NOTIFY requested)
@@ -21,7 +21,7 @@ public:
     /// dashboards; a page that doesn't exist says so.
     void showTopic(const QString &topic);
 
-    QString page() const { return pagePath; }
+    QString page() const { return pageName; }
     QString anchor() const { return pageAnchor; }
 
 Q_SIGNALS:
@@ -29,6 +29,6 @@ Q_SIGNALS:
 
 private:
     HelpPage text;
-    QString pagePath;
+    QString pageName;
     QString pageAnchor;
 };

@@ -1,12 +1,18 @@
 #include "ui/HelpWindow.h"
 
+#include "Translations.h"
 #include "support/TemporaryHome.h"
 #include "ui/Navigation.h"
 
 #include <QtCore/QSettings>
 #include <QtGui/QDesktopServices>
 #include <QtGui/QScreen>
+#include <QtGui/QTextDocument>
+#include <QtGui/QTextFrame>
+#include <QtGui/QTextTable>
+#include <QtQml/QQmlContext>
 #include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickTextDocument>
 #include <QtTest/QtTest>
 
 class HelpWindowTest : public QObject
@@ -86,6 +92,29 @@ private Q_SLOTS:
         QCOMPARE(missingPictures(), QStringList());
     }
 
+    void aPageIsLaidOutOnce()
+    {
+        const auto *view = item("text")->property("textDocument").value<QQuickTextDocument *>();
+        const QSignalSpy changes(view->textDocument(), &QTextDocument::contentsChange);
+        window->showTopic(QStringLiteral("dashboards"));
+        QVERIFY2(changes.count() < 10, qPrintable(QString::number(changes.count())));
+        const auto tables = view->textDocument()->rootFrame()->childFrames();
+        QVERIFY(tables.size() > 10);
+        for (QTextFrame *frame : tables) {
+            if (const auto *table = qobject_cast<QTextTable *>(frame))
+                QCOMPARE(table->format().cellSpacing(), 0.0); // Styled, unlike by themselves.
+        }
+    }
+
+    void itSpeaksTheUsersLanguage()
+    {
+        Translations translations;
+        translations.use(QStringLiteral("de"));
+        QTRY_VERIFY(page()->positionOf(QStringLiteral("ein-dashboard-machen")) == 0);
+        translations.use(QStringLiteral("en"));
+        QTRY_VERIFY(page()->positionOf(QStringLiteral("make-a-dashboard")) == 0);
+    }
+
     void linksLeadIntoThePageAndIntoTheBrowser()
     {
         QCOMPARE(scrolled(), 0.0);
@@ -103,10 +132,23 @@ private Q_SLOTS:
         QCOMPARE(scrolled(), 0.0);
     }
 
+    void everyLinkWithinTheGuideHasATarget_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("file");
+        QTest::newRow("English") << QStringLiteral("en") << QStringLiteral(":/help/dashboards.md");
+        QTest::newRow("German") << QStringLiteral("de")
+                                << QStringLiteral(":/help/dashboards.de.md");
+    }
+
     void everyLinkWithinTheGuideHasATarget()
     {
-        QFile guide(QStringLiteral(":/help/dashboards.md"));
+        QFETCH(QString, language);
+        QFETCH(QString, file);
+        QFile guide(file);
         QVERIFY(guide.open(QIODevice::ReadOnly));
+        Translations translations;
+        translations.use(language);
         static const QRegularExpression link(QStringLiteral("\\]\\(#([^)]+)\\)"));
         const QString text = QString::fromUtf8(guide.readAll());
         int links = 0;
@@ -141,6 +183,18 @@ private Q_SLOTS:
         QVERIFY(!window->isVisible());
     }
 
+    void theSearchStartsWhereOneReads()
+    {
+        follow("#the-editor");
+        QVERIFY(scrolled() > 0);
+        QTest::keyClick(window.get(), Qt::Key_F, Qt::ControlModifier);
+        for (const char letter : QByteArray("gear"))
+            QTest::keyClick(window.get(), letter);
+        QCOMPARE(selected().toLower(), QStringLiteral("gear"));
+        QVERIFY(item("text")->property("selectionStart").toInt() >
+                page()->positionOf(QStringLiteral("the-editor")));
+    }
+
     void anUnknownTopicSaysSo()
     {
         for (const char *topic : {"nothing", "../dashboards", "a\nb"}) {
@@ -154,6 +208,12 @@ private:
     QQuickItem *item(const char *name) const
     {
         return window->rootObject()->findChild<QQuickItem *>(QLatin1String(name));
+    }
+
+    HelpPage *page() const
+    {
+        const QVariant page = window->rootContext()->contextProperty(QStringLiteral("help_page"));
+        return page.value<HelpPage *>();
     }
 
     /// How far down the page is once it has settled.
