@@ -1,8 +1,10 @@
 #include "support/SettingsGroup.h"
 
 #include <QtCore/QDateTime>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QLockFile>
 #include <QtCore/QSettings>
 
 #include <utility>
@@ -34,15 +36,19 @@ void SettingsGroup::remove(const QString &key)
 
 namespace {
 
-/// A process that was killed while it made the lock of the settings' file leaves it empty, and Qt
-/// would wait half a minute for the dead. A living one fills it at once.
+/// Qt waits half a minute for a lock unless it names a dead process of this computer. A process
+/// that lives holds it for a moment only; what stays the same for longer was left by a killed one.
 void removeDeadLock(const QSettings &settings)
 {
-    constexpr qint64 LongerThanFillingMs = 1000;
-    const QFileInfo lock(settings.fileName() + QStringLiteral(".lock"));
-    if (lock.isFile() && lock.size() == 0 &&
-        lock.lastModified().msecsTo(QDateTime::currentDateTime()) > LongerThanFillingMs)
-        QFile::remove(lock.filePath());
+    constexpr int LongerThanSavingMs = 500;
+    const QString path = settings.fileName() + QStringLiteral(".lock");
+    const QFileInfo found(path);
+    if (!found.exists() && !found.isSymLink())
+        return;
+    const QDateTime since = found.lastModified();
+    QLockFile lock(path);
+    if (!lock.tryLock(LongerThanSavingMs) && QFileInfo(path).lastModified() == since)
+        static_cast<void>(QFile::remove(path) || QDir().rmdir(path));
 }
 
 } // namespace
