@@ -3,11 +3,21 @@
 #include "support/platform/FileSystem.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryFile>
 
 namespace {
+
+bool isLink(const QFileInfo &entry)
+{
+    return entry.isSymLink() || entry.isJunction();
+}
+
+QFileInfoList entriesOf(const QString &directory, QDir::Filters kinds)
+{
+    return QDir(directory).entryInfoList(kinds | QDir::Hidden | QDir::NoDotAndDotDot, QDir::NoSort);
+}
 
 bool copyWithParents(const QString &source, const QString &destination)
 {
@@ -15,21 +25,35 @@ bool copyWithParents(const QString &source, const QString &destination)
     return makeDirectory(parent).exists() && platform::copyFile(source, destination);
 }
 
+bool removeFile(const QString &path)
+{
+    if (QFile::remove(path))
+        return true;
+    // Windows keeps a file that is marked as read-only.
+    const QFile::Permissions permissions = QFile::permissions(path);
+    return !(permissions & QFile::WriteUser) &&
+           QFile::setPermissions(path, permissions | QFile::WriteUser) && QFile::remove(path);
+}
+
 } // namespace
 
 bool copyDirectory(const QString &source, const QString &target)
 {
-    const QDir sourceDirectory(source);
-    if (!sourceDirectory.exists())
+    // Qt takes a directory that it can't read for an empty one.
+    if (!platform::canReadDirectory(source))
         return false;
 
-    QDirIterator files(source, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        const QString file = files.next();
-        const QString relative = sourceDirectory.relativeFilePath(file);
-        if (!copyWithParents(file, target + QLatin1Char('/') + relative))
+    const QFileInfoList entries = entriesOf(source, QDir::Files | QDir::Dirs);
+    for (const QFileInfo &entry : entries) {
+        const QString path = entry.filePath();
+        const QString destination = target + QLatin1Char('/') + entry.fileName();
+        if (entry.isDir() && isLink(entry))
+            continue;
+        if (!(entry.isDir() ? copyDirectory(path, destination)
+                            : copyWithParents(path, destination)))
             return false;
     }
+    platform::flushDirectory(target);
     return true;
 }
 
@@ -48,11 +72,21 @@ bool moveFile(const QString &source, const QString &target, bool replaceExisting
 
 bool removeTree(const QString &path)
 {
-    // QDir would empty the directory behind the link and then fail on the link itself.
+    // QDir::removeRecursively would empty what is behind a junction, or behind a link in `path`.
     const QFileInfo info(path);
-    if (info.isSymLink() || info.isJunction())
+    if (isLink(info))
         return platform::removeLink(path);
-    return QDir(path).removeRecursively();
+    if (!info.isDir())
+        return true;
+
+    bool allGone = true;
+    const QFileInfoList entries = entriesOf(path, QDir::AllEntries | QDir::System);
+    for (const QFileInfo &entry : entries) {
+        const bool gone = isLink(entry) || entry.isDir() ? removeTree(entry.filePath())
+                                                         : removeFile(entry.filePath());
+        allGone = gone && allGone;
+    }
+    return allGone && QDir().rmdir(path);
 }
 
 QString temporaryFileName()

@@ -7,8 +7,9 @@ class QString;
 
 /// Copies all files under `source`, hidden ones too, to the same relative paths under `target`,
 /// over whatever files are there. Directories come into being as files need them, so an empty one
-/// is not reproduced; links to directories are not entered. Stops at the first failure, which
-/// leaves what was copied so far. True for a `source` without files.
+/// is not reproduced; links to directories are not entered. What was copied is on the disk and not
+/// only on its way there. Stops at the first failure, a directory that can't be read among them,
+/// which leaves what was copied so far. True for a `source` without files.
 bool copyDirectory(const QString &source, const QString &target);
 
 /// Makes the directory `path` with its missing parents. Whether that worked, `exists()` tells.
@@ -18,8 +19,9 @@ QDir makeDirectory(const QString &path);
 /// Without `replaceExisting` an existing target makes it fail. A failure leaves both files alone.
 bool moveFile(const QString &source, const QString &target, bool replaceExisting);
 
-/// Deletes the directory `path` with all in it, or the link in its place without what it points at.
-/// A missing one is a success. After a failure some of the files may be gone.
+/// Deletes the directory `path` with all in it, or the link in its place. Links, in it as well, go
+/// without what they point at. A missing one is a success. After a failure some of the files may be
+/// gone.
 bool removeTree(const QString &path);
 
 /// A name in the system's temporary folder that nobody has just now. The file doesn't exist, and

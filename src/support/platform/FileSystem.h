@@ -14,8 +14,14 @@ std::wstring documentsFolder();
 /// Whether the file system takes `name` for a file or directory, letter for letter.
 bool canHoldFileName(const QString &name);
 
-/// Copies one file over whatever file `target` is, with permissions and time of last change. A
-/// failure may leave a part of it.
+/// Whether all that is in `directory` can be listed.
+bool canReadDirectory(const QString &directory);
+
+/// Brings to the disk which names are in `directory`, where the system needs to be told.
+void flushDirectory(const QString &directory);
+
+/// Copies one file over whatever file `target` is, with permissions and time of last change, and
+/// brings it to the disk. A failure may leave a part of it.
 bool copyFile(const QString &source, const QString &target);
 
 /// Moves a file in one step. Where `target` is on another volume and the system can do it safely,

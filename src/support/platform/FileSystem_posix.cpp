@@ -61,6 +61,12 @@ bool writeAll(int fd, const char *data, std::size_t size)
     return true;
 }
 
+/// True as well on a file system that can't be told to.
+bool flush(int fd)
+{
+    return ::fsync(fd) == 0 || errno == EINVAL;
+}
+
 bool copyContent(int from, int to)
 {
     std::array<char, 65'536> buffer; // NOLINT(*-member-init): filled by every read
@@ -90,13 +96,6 @@ Descriptor openSource(const QByteArray &path, struct stat &info)
     if (file.isOpen() && (::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode)))
         file.close();
     return file;
-}
-
-void syncDirectory(const QByteArray &path)
-{
-    const Descriptor directory(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory.isOpen())
-        ::fsync(directory.get());
 }
 
 /// The road of file systems that can't rename without replacing.
@@ -153,9 +152,9 @@ bool moveAcrossVolumes(const QByteArray &source, const QByteArray &target, bool 
     if (!from.isOpen())
         return false;
 
-    const QByteArray folder = QFile::encodeName(QFileInfo(QFile::decodeName(target)).path());
-    removeAbandonedMoves(QFile::decodeName(folder));
-    QByteArray staged = folder + "/.moving.XXXXXX";
+    const QString folder = QFileInfo(QFile::decodeName(target)).path();
+    removeAbandonedMoves(folder);
+    QByteArray staged = QFile::encodeName(folder) + "/.moving.XXXXXX";
     Descriptor to(::mkostemp(staged.data(), O_CLOEXEC));
     if (!to.isOpen())
         return false;
@@ -163,13 +162,13 @@ bool moveAcrossVolumes(const QByteArray &source, const QByteArray &target, bool 
 
     bool ok = copyContent(from.get(), to.get());
     copyAttributes(info, to.get());
-    ok = ok && ::fsync(to.get()) == 0;
+    ok = ok && flush(to.get());
     ok = to.close() && ok;
     if (!ok || !renameFile(staged, target, replaceExisting)) {
         ::unlink(staged.constData());
         return false;
     }
-    syncDirectory(folder);
+    flushDirectory(folder);
     ::unlink(source.constData());
     return true;
 }
@@ -187,6 +186,21 @@ bool canHoldFileName(const QString &name)
 {
     // What the locale's encoding can't say comes back as another name.
     return !name.contains(QChar::Null) && QFile::decodeName(QFile::encodeName(name)) == name;
+}
+
+bool canReadDirectory(const QString &directory)
+{
+    // By its dot, which takes the permission to search it, too: else entries have no kind.
+    const QByteArray path = QFile::encodeName(directory + QLatin1String("/."));
+    return Descriptor(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)).isOpen();
+}
+
+void flushDirectory(const QString &directory)
+{
+    const QByteArray path = QFile::encodeName(directory);
+    const Descriptor opened(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened.isOpen())
+        static_cast<void>(flush(opened.get()));
 }
 
 bool copyFile(const QString &source, const QString &target)
@@ -211,7 +225,7 @@ bool copyFile(const QString &source, const QString &target)
     if (::ftruncate(to.get(), 0) != 0 || !copyContent(from.get(), to.get()))
         return false;
     copyAttributes(sourceInfo, to.get());
-    return to.close();
+    return flush(to.get()) && to.close();
 }
 
 bool moveFile(const QString &source, const QString &target, bool replaceExisting)

@@ -149,9 +149,29 @@ bool canHoldFileName(const QString &name)
            !isDeviceName(name);
 }
 
+bool canReadDirectory(const QString &directory)
+{
+    WIN32_FIND_DATAW first;
+    const HANDLE search =
+        FindFirstFileW(nativePath(directory + QLatin1String("/*")).c_str(), &first);
+    if (search == INVALID_HANDLE_VALUE)
+        return GetLastError() == ERROR_FILE_NOT_FOUND; // The root of an empty drive.
+    FindClose(search);
+    return true;
+}
+
+void flushDirectory(const QString & /*directory*/)
+{
+    // The file system's journal keeps names in order.
+}
+
 bool copyFile(const QString &source, const QString &target)
 {
-    return CopyFileW(nativePath(source).c_str(), nativePath(target).c_str(), FALSE) != 0;
+    const std::wstring to = nativePath(target);
+    if (CopyFileW(nativePath(source).c_str(), to.c_str(), FALSE) == 0)
+        return false;
+    flush(to);
+    return true;
 }
 
 bool moveFile(const QString &source, const QString &target, bool replaceExisting)
