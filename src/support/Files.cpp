@@ -2,6 +2,7 @@
 
 #include "support/platform/FileSystem.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -33,6 +34,27 @@ bool removeFile(const QString &path)
     const QFile::Permissions permissions = QFile::permissions(path);
     return !(permissions & QFile::WriteUser) &&
            QFile::setPermissions(path, permissions | QFile::WriteUser) && QFile::remove(path);
+}
+
+QString temporaryPrefix()
+{
+    return QDir::tempPath() + QLatin1String("/gauge64-");
+}
+
+/// What a process that died has left says in its name which one it was.
+void removeAbandonedTemporaries()
+{
+    const QFileInfo prefix(temporaryPrefix());
+    const QStringList names = QDir(prefix.path())
+                                  .entryList({prefix.fileName() + QLatin1Char('*')},
+                                             QDir::Files | QDir::Hidden, QDir::NoSort);
+    for (const QString &name : names) {
+        bool isProcess = false;
+        const QString number = name.mid(prefix.fileName().size()).section(QLatin1Char('.'), 0, 0);
+        const qint64 process = number.toLongLong(&isProcess, 16);
+        if (isProcess && !platform::isRunning(process))
+            QFile::remove(prefix.path() + QLatin1Char('/') + name);
+    }
 }
 
 } // namespace
@@ -91,7 +113,10 @@ bool removeTree(const QString &path)
 
 QString temporaryFileName()
 {
-    QTemporaryFile file;
+    removeAbandonedTemporaries();
+    QTemporaryFile file(temporaryPrefix() +
+                        QString::number(QCoreApplication::applicationPid(), 16) +
+                        QLatin1String(".XXXXXX"));
     file.open();
     return file.fileName();
 }

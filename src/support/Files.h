@@ -25,5 +25,6 @@ bool moveFile(const QString &source, const QString &target, bool replaceExisting
 bool removeTree(const QString &path);
 
 /// A name in the system's temporary folder that nobody has just now. The file doesn't exist, and
-/// where the folder can't be written nothing can be put there either.
+/// where the folder can't be written nothing can be put there either. Files under such names that
+/// killed processes have left, longer names that begin so among them, are deleted.
 QString temporaryFileName();

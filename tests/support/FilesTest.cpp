@@ -249,6 +249,12 @@ private Q_SLOTS:
         QVERIFY(name.startsWith(home.path("/tmp/")));
         QVERIFY(!QFileInfo::exists(name));
         QVERIFY(temporaryFileName() != name);
+        const QString left = home.path("/tmp/gauge64-7fffffff.AbCdEf.lock");
+        writeFile(left, "by a process that was killed");
+        writeFile(name, "in use");
+        temporaryFileName();
+        QVERIFY(!QFileInfo::exists(left));
+        QVERIFY(QFileInfo::exists(name));
         QVERIFY(QDir(home.path("/tmp")).removeRecursively());
         QVERIFY(!QFileInfo::exists(temporaryFileName()));
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -41,6 +42,9 @@ Placement placeDirectory(const QString &source, const QString &target);
 
 /// Removes a symbolic link, or what the platform has of that kind, and not what it points at.
 bool removeLink(const QString &path);
+
+/// Whether the process of this number runs on this computer, whosever it is.
+bool isRunning(std::int64_t process);
 
 /// A hold on a directory that ends with the object or with the process, however that ends.
 class DirectoryHold

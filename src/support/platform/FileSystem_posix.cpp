@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -258,6 +259,11 @@ Placement placeDirectory(const QString &source, const QString &target)
 bool removeLink(const QString &path)
 {
     return ::unlink(QFile::encodeName(path).constData()) == 0;
+}
+
+bool isRunning(std::int64_t process)
+{
+    return ::kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM;
 }
 
 struct DirectoryHold::Native

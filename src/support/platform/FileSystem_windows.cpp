@@ -55,16 +55,6 @@ bool isDeviceName(const QString &name)
 
 constexpr const char *StagedMove = ".moving.";
 
-bool isRunning(DWORD process)
-{
-    const HANDLE handle = OpenProcess(SYNCHRONIZE, FALSE, process);
-    if (handle == nullptr)
-        return GetLastError() == ERROR_ACCESS_DENIED;
-    const bool running = WaitForSingleObject(handle, 0) == WAIT_TIMEOUT;
-    CloseHandle(handle);
-    return running;
-}
-
 /// What a process that died has left says in its name which one it was.
 void removeAbandonedMoves(const QString &folder)
 {
@@ -212,6 +202,16 @@ bool removeLink(const QString &path)
     // A link to a directory is itself one here, and goes without what it points at.
     const std::wstring link = nativePath(path);
     return RemoveDirectoryW(link.c_str()) != 0 || DeleteFileW(link.c_str()) != 0;
+}
+
+bool isRunning(std::int64_t process)
+{
+    const HANDLE handle = OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(process));
+    if (handle == nullptr)
+        return GetLastError() == ERROR_ACCESS_DENIED;
+    const bool running = WaitForSingleObject(handle, 0) == WAIT_TIMEOUT;
+    CloseHandle(handle);
+    return running;
 }
 
 struct DirectoryHold::Native
