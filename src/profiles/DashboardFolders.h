@@ -2,9 +2,7 @@
 
 #include <QtCore/QString>
 
-class QDir;
-
-// Where dashboards are, and what may be done to one's directory.
+// Where dashboards are, and what is one.
 
 /// The dashboards that came with the application. The store never changes them.
 QString builtInDashboardsPath();
@@ -21,13 +19,8 @@ QString documentPath(const QString &directory);
 /// The preview picture of the dashboard in `directory`.
 QString previewPath(const QString &directory);
 
+/// Whether `directory` holds what makes it a dashboard. Neither file is opened.
+bool isDashboard(const QString &directory);
+
 /// Whether `name` may be asked of the file system as a directory's name.
 bool isValidProfileName(const QString &name);
-
-/// Renames `dir` within its parent and points it at the new place. An existing `newName`, whatever
-/// it is, makes it fail.
-bool renameDirectory(QDir &dir, const QString &newName);
-
-/// Deletes a dashboard's directory. A link in its place goes without what it points at; a missing
-/// directory is a success. After a failure some of the files may be gone.
-bool removeDashboardDirectory(const QString &directory);

@@ -9,7 +9,6 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
@@ -51,17 +50,15 @@ void DashboardProfilesManager::scanDashboards(const QString &root, bool builtIn)
 
 void DashboardProfilesManager::addProfile(const QString &directory, bool builtIn)
 {
-    const QString document = documentPath(directory);
-    const QString preview = previewPath(directory);
-    if (!QFile::exists(document) || !QFile::exists(preview))
+    if (!isDashboard(directory))
         return;
 
     DashboardProfile profile;
     profile.id = nextId++;
     profile.name = QFileInfo(directory).fileName();
-    profile.previewPath = preview;
+    profile.previewPath = previewPath(directory);
     profile.builtIn = builtIn;
-    profile.qmlPath = document;
+    profile.qmlPath = documentPath(directory);
     profile.directory = directory;
     profiles.push_back(std::move(profile));
 }

@@ -48,8 +48,6 @@ private:
     DashboardActionResult copyProfile(Id id, const QString &newName);
     DashboardActionResult renameProfile(Id id, const QString &newName);
     DashboardActionResult removeProfile(Id id);
-    DashboardActionResult listCopy(const QString &directory, const QString &newName);
-    void replaceActiveProfile();
 
     // From here on the lock is held by whoever calls.
     const DashboardProfile *findProfile(Id id) const;
@@ -59,6 +57,7 @@ private:
     void keepAssignments(const std::set<Id> &changed);
     bool isAssignmentPeriodOpen() const;
     void publishDashboard(const QString &path);
+    void replaceActiveProfile();
 
     IDashboardEngine *engine;
     IRecentVehicleNameProvider *vehicleProvider;

@@ -3,11 +3,9 @@
 #include "plugin/IDashboardEngine.h"
 #include "plugin/IRecentVehicleNameProvider.h"
 #include "profiles/DashboardFolders.h"
+#include "profiles/DashboardTransactions.h"
 #include "profiles/RecentProfile.h"
-#include "profiles/StagingDirectory.h"
 #include "profiles/VehicleAssignments.h"
-#include "support/Files.h"
-#include "support/platform/FileSystem.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -30,31 +28,6 @@ QString native(const QString &path)
 {
     return QDir::toNativeSeparators(path);
 }
-
-/// Reserves a name in the user's folder with an empty directory, for as long as nothing is in it.
-class Reservation
-{
-public:
-    explicit Reservation(QString path)
-        : path(std::move(path))
-        , creation(platform::createDirectory(this->path))
-    {
-    }
-    ~Reservation()
-    {
-        // Takes an empty directory only, so never what stands there by now.
-        if (creation == platform::Creation::Made)
-            QDir().rmdir(path);
-    }
-    Reservation(const Reservation &) = delete;
-    Reservation &operator=(const Reservation &) = delete;
-
-    platform::Creation result() const { return creation; }
-
-private:
-    QString path;
-    platform::Creation creation;
-};
 
 } // namespace
 
@@ -105,60 +78,32 @@ DashboardActionResult DashboardProfilesManager::copyProfile(Id id, const QString
     if (!isValidProfileName(newName))
         return failure(tr("Name is not correct"));
 
-    const QString root = userDashboardsPath();
-    const QString target = root + QLatin1Char('/') + newName;
-    StagingDirectory::removeAbandoned(root);
-    const QString taken = tr("Dashboard with given name already exists");
-    const QString notCreated = tr("Failed to create '%1'").arg(native(target));
-    // Asked first: such a name may come out as another one, and that exists.
-    if (!platform::canHoldFileName(newName))
-        return failure(notCreated);
-    if (QFileInfo::exists(target))
-        return failure(taken);
-
-    makeDirectory(root);
-    // The staged directory stands before the name is reserved, so that a clean-up after a killed
-    // process finds the reservation through it.
-    const auto staging = StagingDirectory::make(root, newName);
-    if (!staging || !makeDirectory(staging->path()).exists())
-        return failure(notCreated);
-    const Reservation reservation(target);
-    if (reservation.result() != platform::Creation::Made)
-        return failure(reservation.result() == platform::Creation::Exists ? taken : notCreated);
-
     QString source;
     {
         const LockGuard guard(lock);
         const DashboardProfile *const profile = findProfile(id);
-        if (profile == nullptr)
-            return failure(tr("Dashboard does not exist"));
-        source = profile->directory;
+        if (profile != nullptr)
+            source = profile->directory;
     }
-    const QString notCopied = tr("Failed to copy '%1' to '%2'").arg(native(source), native(target));
-    if (!copyDirectory(source, staging->path()))
-        return failure(notCopied);
-    switch (platform::placeDirectory(staging->path(), target)) {
-    case platform::Placement::Placed:
-        return listCopy(target, newName);
-    case platform::Placement::Taken:
-        return failure(taken);
-    case platform::Placement::Failed:
+    const QString root = userDashboardsPath();
+    const QString target = root + QLatin1Char('/') + newName;
+    switch (DashboardTransactions(root).copy(source, newName)) {
+    case DashboardTransactions::Copied::Done:
         break;
+    case DashboardTransactions::Copied::Taken:
+        return failure(tr("Dashboard with given name already exists"));
+    case DashboardTransactions::Copied::NotCreated:
+        return failure(tr("Failed to create '%1'").arg(native(target)));
+    case DashboardTransactions::Copied::NoSource:
+        return failure(tr("Dashboard does not exist"));
+    case DashboardTransactions::Copied::NotCopied:
+        return failure(tr("Failed to copy '%1' to '%2'").arg(native(source), native(target)));
+    case DashboardTransactions::Copied::NotValid:
+        return failure(tr("'%1' is not a valid dashboard").arg(newName));
     }
-    return failure(notCopied);
-}
-
-DashboardActionResult DashboardProfilesManager::listCopy(const QString &directory,
-                                                         const QString &newName)
-{
     {
         const LockGuard guard(lock);
-        const std::size_t before = profiles.size();
-        addProfile(directory, false);
-        if (profiles.size() == before) {
-            QDir(directory).removeRecursively();
-            return failure(tr("'%1' is not a valid dashboard").arg(newName));
-        }
+        addProfile(target, false);
         ++revisionCount;
     }
     Q_EMIT profileListChanged();
@@ -179,9 +124,8 @@ DashboardActionResult DashboardProfilesManager::renameProfile(Id id, const QStri
         if (profile->builtIn)
             return failure(tr("Built-in profile cannot be renamed"));
         QDir dir(profile->directory);
-        // What a killed process left may stand in the new name's place.
-        StagingDirectory::removeAbandoned(QFileInfo(profile->directory).path());
-        if (!renameDirectory(dir, newName)) {
+        const DashboardTransactions disk(QFileInfo(profile->directory).path());
+        if (!disk.rename(dir, newName)) {
             return failure(
                 tr("Failed to rename '%1' to '%2'").arg(native(profile->directory), newName));
         }
@@ -211,8 +155,8 @@ DashboardActionResult DashboardProfilesManager::removeProfile(Id id)
             return failure(tr("Dashboard does not exist"));
         if (profile->builtIn)
             return failure(tr("Built-in profile cannot be removed"));
-        StagingDirectory::removeAbandoned(QFileInfo(profile->directory).path());
-        if (!removeDashboardDirectory(profile->directory))
+        const DashboardTransactions disk(QFileInfo(profile->directory).path());
+        if (!disk.remove(profile->directory))
             return failure(tr("Failed to remove '%1'").arg(native(profile->directory)));
         profiles.erase(profiles.begin() + (profile - profiles.data()));
         ++revisionCount;

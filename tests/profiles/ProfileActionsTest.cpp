@@ -177,7 +177,7 @@ private Q_SLOTS:
 #ifdef Q_OS_WIN
         unfit += {"con"_q, "Nul.txt"_q, "com1"_q, "what?"_q, "tab\tbed"_q, "a\"b"_q, "<a>"_q};
 #else
-        unfit += {QString(100, QChar(0x20AC)), QString(QChar(0xD800))};
+        unfit += {QString(100, QChar(0x20AC)), QString(QChar(0xD800)), ".hidden"_q};
 #endif
         for (const QString &name : qAsConst(unfit)) {
             row("unfit to copy", 99, Action::Copy, name, "Failed to create '%2%3'"_q);
@@ -214,7 +214,7 @@ private Q_SLOTS:
         ProfilesFixture f;
         f.addUser({"A"_q});
         f.start();
-        const QStringList odd{".dot"_q, "what?*"_q, "con"_q, "ünï😀"_q, "a.b"_q, "%1 %2"_q};
+        const QStringList odd{"what?*"_q, "con"_q, "ünï😀"_q, "a.b"_q, "%1 %2"_q};
         for (const QString &name : odd) {
             QVERIFY(f.act("A"_q, Action::Copy, name).ok);
             QVERIFY(QFileInfo::exists(f.userPath(name + "/sub/face.svg"_q)));
@@ -272,17 +272,25 @@ private Q_SLOTS:
         QCOMPARE(f.act("A"_q, Action::Remove).message,
                  "Failed to remove '%1'"_q.arg(f.userPath("A"_q)));
         QCOMPARE(f.names(), QStringList{"A"_q});
-        QFile::setPermissions(f.userPath(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QVERIFY(QFileInfo::exists(f.userPath("A/sub/face.svg"_q)));
+        const auto all = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+        QFile::setPermissions(f.userPath(), all);
+        QFile::setPermissions(f.userPath("A"_q), QFile::ReadOwner | QFile::ExeOwner);
+        QVERIFY(!f.act("A"_q, Action::Remove).ok);
+        QVERIFY(QFileInfo::exists(f.userPath("A/sub/face.svg"_q)));
+        QFile::setPermissions(f.userPath("A"_q), all);
 
         f.addUser({"B"_q});
         f.start();
+        QFile::setPermissions(f.userPath("B/sub"_q), QFile::WriteOwner | QFile::ExeOwner);
+        QVERIFY(!f.act("B"_q, Action::Copy, "New"_q).ok);
+        QVERIFY(!QFileInfo::exists(f.userPath("New"_q)));
         QFile::setPermissions(f.userPath("B/sub"_q), QFile::ReadOwner | QFile::ExeOwner);
         QVERIFY(!f.act("B"_q, Action::Remove).ok);
         QVERIFY(f.names().contains("B"_q));
         QVERIFY(QFileInfo::exists(f.userPath("B/sub/face.svg"_q)));
         QVERIFY(f.leftovers().isEmpty());
-        QFile::setPermissions(f.userPath("B/sub"_q),
-                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QFile::setPermissions(f.userPath("B/sub"_q), all);
     }
 
     void aLinkIsRemovedAndNotWhatItPointsAt()

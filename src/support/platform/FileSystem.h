@@ -15,6 +15,9 @@ std::wstring documentsFolder();
 /// Whether the file system takes `name` for a file or directory, letter for letter.
 bool canHoldFileName(const QString &name);
 
+/// Whether the file system hides what is called `name` from listings.
+bool isHiddenName(const QString &name);
+
 /// Whether all that is in `directory` can be listed.
 bool canReadDirectory(const QString &directory);
 

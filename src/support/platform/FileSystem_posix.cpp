@@ -189,6 +189,11 @@ bool canHoldFileName(const QString &name)
     return !name.contains(QChar::Null) && QFile::decodeName(QFile::encodeName(name)) == name;
 }
 
+bool isHiddenName(const QString &name)
+{
+    return name.startsWith(QLatin1Char('.'));
+}
+
 bool canReadDirectory(const QString &directory)
 {
     // By its dot, which takes the permission to search it, too: else entries have no kind.

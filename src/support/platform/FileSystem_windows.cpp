@@ -139,6 +139,11 @@ bool canHoldFileName(const QString &name)
            !isDeviceName(name);
 }
 
+bool isHiddenName(const QString & /*name*/)
+{
+    return false; // Here an attribute hides it.
+}
+
 bool canReadDirectory(const QString &directory)
 {
     WIN32_FIND_DATAW first;
