@@ -65,10 +65,15 @@ void DashboardProfilesManager::addProfile(const QString &directory, bool builtIn
 
 void DashboardProfilesManager::activateFirstProfile()
 {
-    const QString recent = recentProfileName();
-    auto first = std::find_if(profiles.cbegin(), profiles.cend(), [&](const auto &profile) {
-        return isSameName(profile.name, recent);
-    });
+    auto first = profiles.cend();
+    const QStringList names = recentProfileNames();
+    for (const QString &recent : names) {
+        if (first == profiles.cend()) {
+            first = std::find_if(profiles.cbegin(), profiles.cend(), [&](const auto &profile) {
+                return isSameName(profile.name, recent);
+            });
+        }
+    }
     if (first == profiles.cend())
         first = profiles.cbegin();
     if (first == profiles.cend())

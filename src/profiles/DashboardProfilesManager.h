@@ -59,6 +59,11 @@ private:
     void publishDashboard(const QString &path);
     void replaceActiveProfile();
 
+    /// Notes the new name beside the old one, so that nothing is lost with a process that is killed
+    /// before or after the rename. False where that can't be kept.
+    bool keepBothNames(const DashboardProfile &profile, const QString &newName);
+    void keepOldName(const DashboardProfile &profile);
+
     IDashboardEngine *engine;
     IRecentVehicleNameProvider *vehicleProvider;
     mutable Lock lock;

@@ -125,9 +125,13 @@ DashboardActionResult DashboardProfilesManager::renameProfile(Id id, const QStri
             return failure(tr("Built-in profile cannot be renamed"));
         QDir dir(profile->directory);
         const DashboardTransactions disk(QFileInfo(profile->directory).path());
+        const QString failed =
+            tr("Failed to rename '%1' to '%2'").arg(native(profile->directory), newName);
+        if (!disk.canRename(profile->directory, newName) || !keepBothNames(*profile, newName))
+            return failure(failed);
         if (!disk.rename(dir, newName)) {
-            return failure(
-                tr("Failed to rename '%1' to '%2'").arg(native(profile->directory), newName));
+            keepOldName(*profile);
+            return failure(failed);
         }
         profile->directory = dir.absolutePath();
         profile->qmlPath = documentPath(profile->directory);
@@ -143,6 +147,29 @@ DashboardActionResult DashboardProfilesManager::renameProfile(Id id, const QStri
     Q_EMIT profileListChanged();
     Q_EMIT profileModified(id);
     return success();
+}
+
+bool DashboardProfilesManager::keepBothNames(const DashboardProfile &profile,
+                                             const QString &newName)
+{
+    if (!profile.vehicles.isEmpty()) {
+        std::vector<DashboardProfile> both = profiles;
+        both.push_back(profile);
+        both.back().name = newName;
+        if (!saveVehicleAssignments(vehicleAssignmentsPath(), both))
+            return false;
+    }
+    if (profile.id == activeId)
+        setRecentProfileNames(profile.name, newName);
+    return true;
+}
+
+void DashboardProfilesManager::keepOldName(const DashboardProfile &profile)
+{
+    if (!profile.vehicles.isEmpty())
+        saveVehicleAssignments(vehicleAssignmentsPath(), profiles);
+    if (profile.id == activeId)
+        setRecentProfileName(profile.name);
 }
 
 DashboardActionResult DashboardProfilesManager::removeProfile(Id id)

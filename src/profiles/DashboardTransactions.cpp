@@ -98,10 +98,20 @@ Copied DashboardTransactions::copy(const QString &source, const QString &newName
     return Copied::NotCopied;
 }
 
-bool DashboardTransactions::rename(QDir &dir, const QString &newName) const
+bool DashboardTransactions::canRename(const QString &directory, const QString &newName) const
 {
     if (!canBeListed(newName))
         return false;
+    const QFileInfo present(directory);
+    const QFileInfo target(root + QLatin1Char('/') + newName);
+    if (!target.exists())
+        return true;
+    // Where case doesn't count, a name that differs in nothing else is the directory itself.
+    return newName != present.fileName() && target == present;
+}
+
+bool DashboardTransactions::rename(QDir &dir, const QString &newName) const
+{
     const QString oldPath = QDir::cleanPath(dir.filePath(QStringLiteral(".")));
     const QString newPath = root + QLatin1Char('/') + newName;
     if (!QFile::rename(oldPath, newPath))

@@ -20,6 +20,10 @@ public:
     /// copies to one name, whatever threads and processes they run in, one is `Done`.
     Copied copy(const QString &source, const QString &newName) const;
 
+    /// Whether nothing that is there already, nor the name itself, keeps `directory` from being
+    /// renamed to `newName`. The rename may fail all the same.
+    bool canRename(const QString &directory, const QString &newName) const;
+
     /// Renames `dir`, a directory in the root, and points it at the new place. An existing
     /// `newName`, whatever it is, makes it fail.
     bool rename(QDir &dir, const QString &newName) const;

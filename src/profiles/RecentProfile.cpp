@@ -2,7 +2,7 @@
 
 #include "support/SettingsGroup.h"
 
-#include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QVariant>
 
 namespace {
@@ -12,6 +12,12 @@ QString recentProfileKey()
     return QStringLiteral("RecentProfile");
 }
 
+/// No profile's name holds one.
+QChar separator()
+{
+    return QLatin1Char('/');
+}
+
 std::unique_ptr<SettingsGroup> openDashboardSettings()
 {
     return openSettingsGroup(QStringLiteral("Dashboard"));
@@ -19,14 +25,20 @@ std::unique_ptr<SettingsGroup> openDashboardSettings()
 
 } // namespace
 
-QString recentProfileName()
+QStringList recentProfileNames()
 {
-    return openDashboardSettings()->value(recentProfileKey(), QString()).toString();
+    const QString names = openDashboardSettings()->value(recentProfileKey(), QString()).toString();
+    return names.split(separator(), Qt::SkipEmptyParts);
 }
 
 void setRecentProfileName(const QString &name)
 {
     openDashboardSettings()->setValue(recentProfileKey(), name);
+}
+
+void setRecentProfileNames(const QString &oldName, const QString &newName)
+{
+    setRecentProfileName(oldName + separator() + newName);
 }
 
 void clearRecentProfileName()

@@ -106,11 +106,11 @@ void loadVehicleAssignments(const QString &path, std::vector<DashboardProfile> &
     }
 }
 
-void saveVehicleAssignments(const QString &path, const std::vector<DashboardProfile> &profiles)
+bool saveVehicleAssignments(const QString &path, const std::vector<DashboardProfile> &profiles)
 {
     const QString temporary = temporaryFileName();
     if (temporary.isEmpty())
-        return;
+        return false;
     QFile::remove(temporary);
     const bool anyVehicle =
         std::any_of(profiles.cbegin(), profiles.cend(),
@@ -119,7 +119,7 @@ void saveVehicleAssignments(const QString &path, const std::vector<DashboardProf
         // QSettings makes no file when it has nothing to write, and the old one would stand.
         QFile empty(temporary);
         if (!empty.open(QIODevice::WriteOnly))
-            return;
+            return false;
     } else {
         QSettings file(temporary, QSettings::IniFormat);
         for (const DashboardProfile &profile : profiles) {
@@ -133,6 +133,8 @@ void saveVehicleAssignments(const QString &path, const std::vector<DashboardProf
             file.endGroup();
         }
     }
-    if (!moveFile(temporary, path, true))
+    const bool moved = moveFile(temporary, path, true);
+    if (!moved)
         QFile::remove(temporary);
+    return moved;
 }

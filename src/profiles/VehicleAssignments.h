@@ -9,6 +9,5 @@ struct DashboardProfile;
 /// belongs to no profile, is passed over.
 void loadVehicleAssignments(const QString &path, std::vector<DashboardProfile> &profiles);
 
-/// Replaces the file at `path` with the vehicles of `profiles`. A failure is not reported and
-/// leaves the file as it was.
-void saveVehicleAssignments(const QString &path, const std::vector<DashboardProfile> &profiles);
+/// Replaces the file at `path` with the vehicles of `profiles`. A failure leaves it as it was.
+bool saveVehicleAssignments(const QString &path, const std::vector<DashboardProfile> &profiles);
