@@ -17,7 +17,8 @@ bool isLink(const QFileInfo &entry)
 
 QFileInfoList entriesOf(const QString &directory, QDir::Filters kinds)
 {
-    return QDir(directory).entryInfoList(kinds | QDir::Hidden | QDir::NoDotAndDotDot, QDir::NoSort);
+    return QDir(directory).entryInfoList(kinds | QDir::Hidden | QDir::NoDotAndDotDot,
+                                         QDir::DirsFirst);
 }
 
 bool copyWithParents(const QString &source, const QString &destination)
@@ -101,14 +102,14 @@ bool removeTree(const QString &path)
     if (!info.isDir())
         return true;
 
-    bool allGone = true;
     const QFileInfoList entries = entriesOf(path, QDir::AllEntries | QDir::System);
     for (const QFileInfo &entry : entries) {
         const bool gone = isLink(entry) || entry.isDir() ? removeTree(entry.filePath())
                                                          : removeFile(entry.filePath());
-        allGone = gone && allGone;
+        if (!gone)
+            return false;
     }
-    return allGone && QDir().rmdir(path);
+    return QDir().rmdir(path);
 }
 
 QString temporaryFileName()

@@ -20,8 +20,8 @@ QDir makeDirectory(const QString &path);
 bool moveFile(const QString &source, const QString &target, bool replaceExisting);
 
 /// Deletes the directory `path` with all in it, or the link in its place. Links, in it as well, go
-/// without what they point at. A missing one is a success. After a failure some of the files may be
-/// gone.
+/// without what they point at. A missing one is a success. Stops at the first failure, after which
+/// some of the files may be gone, those of subdirectories first.
 bool removeTree(const QString &path);
 
 /// A name in the system's temporary folder that nobody has just now. The file doesn't exist, and

@@ -287,6 +287,7 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(f.userPath("New"_q)));
         QFile::setPermissions(f.userPath("B/sub"_q), QFile::ReadOwner | QFile::ExeOwner);
         QVERIFY(!f.act("B"_q, Action::Remove).ok);
+        f.start();
         QVERIFY(f.names().contains("B"_q));
         QVERIFY(QFileInfo::exists(f.userPath("B/sub/face.svg"_q)));
         QVERIFY(f.leftovers().isEmpty());
