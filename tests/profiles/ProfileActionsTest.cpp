@@ -354,7 +354,7 @@ private Q_SLOTS:
 
     void ofManyCopiesToOneNameOneWinsWhole()
     {
-        ProfilesFixture f;
+        ProfilesFixture f(fastFolder());
         f.addUser({"A"_q});
         f.start();
         for (int round = 0; round < 20; ++round) {
