@@ -34,6 +34,9 @@ void operate(const QString &operation, DashboardProfilesManager &store, FakeProv
         store.performAction(id("Alpha"_q), Action::Activate, {});
     } else if (operation == "copy"_q) {
         store.performAction(id("Beta"_q), Action::Copy, "Copied"_q);
+    } else if (operation == "copy half"_q) {
+        QFile::remove(store.profile(id("Gamma"_q))->previewPath);
+        store.performAction(id("Gamma"_q), Action::Copy, "Copied"_q);
     } else if (operation == "rename"_q) {
         store.performAction(id("Beta"_q), Action::Rename, "Renamed"_q);
     } else if (operation == "remove"_q) {
@@ -226,6 +229,8 @@ private Q_SLOTS:
         QTest::newRow("copy") << QByteArray("copy")
                               << QStringList{"Alpha(one) Beta*(three two) Copied() Gamma()"_q}
                               << false;
+        QTest::newRow("copy half")
+            << QByteArray("copy half") << QStringList{"Alpha(one) Beta*(three two)"_q} << false;
         QTest::newRow("rename") << QByteArray("rename")
                                 << QStringList{"Alpha(one) Gamma() Renamed*(three two)"_q} << false;
         QTest::newRow("remove") << QByteArray("remove") << QStringList{"Alpha*(one) Gamma()"_q}
@@ -257,9 +262,9 @@ private Q_SLOTS:
             // The name that a copy was killed with is free again, and its leavings are gone, as
             // are those of a save.
             if (!f.names().contains("Copied"_q))
-                QVERIFY(f.act("Gamma"_q, Action::Copy, "Copied"_q).ok);
+                QVERIFY(f.act("Alpha"_q, Action::Copy, "Copied"_q).ok);
             else
-                QVERIFY(f.act("Gamma"_q, Action::Copy, "Another"_q).ok);
+                QVERIFY(f.act("Alpha"_q, Action::Copy, "Another"_q).ok);
             QVERIFY(f.leftovers().isEmpty());
             f.store->activateRecentProfileForVehicle("new"_q);
             QVERIFY(QDir(QDir::tempPath()).isEmpty());
