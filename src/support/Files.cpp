@@ -39,7 +39,7 @@ bool removeFile(const QString &path)
 
 QString temporaryPrefix()
 {
-    return QDir::tempPath() + QLatin1String("/gauge64-");
+    return QDir::tempPath() + QLatin1String("/gauge64-temporary-");
 }
 
 /// What a process that died has left says in its name which one it was.

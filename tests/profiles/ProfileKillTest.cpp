@@ -295,7 +295,7 @@ private Q_SLOTS:
         std::mt19937 random(64);
         for (unsigned round = 0; round < 60; ++round) {
             const auto time = std::chrono::microseconds(1000 + random() % 30'000);
-            const unsigned seed = static_cast<unsigned>(random());
+            const auto seed = static_cast<unsigned>(random());
             killAfter(time, {spawnStopped("loop", seed), spawnStopped("loop", seed + 1)});
             f.start();
             const QStringList names = f.names();

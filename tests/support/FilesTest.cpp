@@ -249,7 +249,7 @@ private Q_SLOTS:
         QVERIFY(name.startsWith(home.path("/tmp/")));
         QVERIFY(!QFileInfo::exists(name));
         QVERIFY(temporaryFileName() != name);
-        const QString left = home.path("/tmp/gauge64-7fffffff.AbCdEf.lock");
+        const QString left = home.path("/tmp/gauge64-temporary-7fffffff.AbCdEf.lock");
         writeFile(left, "by a process that was killed");
         writeFile(name, "in use");
         temporaryFileName();
