@@ -1,0 +1,149 @@
+#include "support/IniFile.h"
+
+#include "support/Files.h"
+#include "support/IniSyntax.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLockFile>
+
+namespace {
+
+constexpr char Utf8Mark[] = "\xef\xbb\xbf";
+
+#ifdef Q_OS_WIN
+constexpr char LineEnd[] = "\r\n";
+#else
+constexpr char LineEnd[] = "\n";
+#endif
+
+bool isGeneral(const QByteArray &name)
+{
+    return name.compare("general", Qt::CaseInsensitive) == 0;
+}
+
+/// What goes in front of the keys below a section's head, which is a line that begins with "[".
+QString prefixOf(const QByteArray &line)
+{
+    const QByteArray name = line.mid(1, line.indexOf(']') - 1).trimmed();
+    // Keys without a section stand in "General", and a section of that name has a mark.
+    if (isGeneral(name))
+        return {};
+    const bool marked = name.startsWith('%') && isGeneral(name.mid(1));
+    return IniSyntax::keyFromFile(marked ? name.mid(1) : name) + QLatin1Char('/');
+}
+
+QByteArray headOf(const QString &section)
+{
+    const QByteArray name = IniSyntax::keyToFile(section);
+    if (name.isEmpty())
+        return "[General]";
+    return isGeneral(name) ? "[%General]" : '[' + name + ']';
+}
+
+/// Moves the file at `path` to a name beside it that is free.
+bool moveAside(const QString &path)
+{
+    constexpr int Most = 100;
+    // Nobody's settings are in a directory, and much else may be.
+    if (QFileInfo(path).isDir())
+        return false;
+    for (int i = 1; i <= Most; ++i) {
+        const QString aside = path + QStringLiteral(".damaged-%1").arg(i);
+        if (QFileInfo::exists(aside) || !moveFile(path, aside, false))
+            continue;
+        qCritical().noquote() << "Dashboard: Can't read" << QDir::toNativeSeparators(path)
+                              << "and kept it as" << QDir::toNativeSeparators(aside);
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
+std::optional<IniFile> IniFile::read(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        return IniFile();
+    // Only a regular file: on a pipe an open would wait for ever.
+    QFile file(path);
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly) || file.size() > MaxSize)
+        return std::nullopt;
+    const QByteArray content = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return std::nullopt;
+    IniFile result(content);
+    return result.makesSense ? std::make_optional(std::move(result)) : std::nullopt;
+}
+
+std::optional<IniFile> IniFile::readToReplace(const QString &path)
+{
+    std::optional<IniFile> file = read(path);
+    if (!file && moveAside(path))
+        file.emplace();
+    return file;
+}
+
+std::unique_ptr<QLockFile> IniFile::lock(const QString &path)
+{
+    // A process that lives gives it back at once.
+    constexpr int LongestUseMs = 500;
+    constexpr int LongestWaitMs = 900;
+    auto lock = std::make_unique<QLockFile>(path + QStringLiteral(".lock"));
+    lock->setStaleLockTime(LongestUseMs);
+    // One from the future never gets old. What is removed here nobody holds, or not any more.
+    if (!lock->tryLock(LongestWaitMs) && lock->removeStaleLockFile())
+        lock->tryLock(0);
+    return lock;
+}
+
+IniFile::IniFile(const QByteArray &content)
+    : utf8(content.startsWith(Utf8Mark))
+{
+    IniSyntax::LineReader lines(content, utf8 ? static_cast<int>(sizeof Utf8Mark - 1) : 0);
+    bool anyLine = false;
+    bool anySection = false;
+    QString prefix;
+    while (lines.next()) {
+        anyLine = true;
+        if (lines.first() == '[') {
+            prefix = prefixOf(lines.line());
+            anySection = true;
+        } else if (lines.hasValue()) {
+            values.insert(prefix + IniSyntax::keyFromFile(lines.key()), lines.value());
+        }
+    }
+    makesSense = !anyLine || anySection || !values.isEmpty();
+}
+
+std::optional<QString> IniFile::text(const QString &key) const
+{
+    const auto found = values.constFind(key);
+    return found != values.cend() ? IniSyntax::textFromFile(*found, utf8) : std::nullopt;
+}
+
+void IniFile::setText(const QString &key, const QString &text)
+{
+    values.insert(key, IniSyntax::textToFile(text));
+}
+
+QByteArray IniFile::toBytes() const
+{
+    QMap<QString, QByteArray> sections;
+    for (auto value = values.cbegin(); value != values.cend(); ++value) {
+        const int slash = value.key().indexOf(QLatin1Char('/'));
+        const QString section = value.key().left(qMax(slash, 0));
+        sections[section] +=
+            IniSyntax::keyToFile(value.key().mid(slash + 1)) + '=' + *value + LineEnd;
+    }
+    QByteArray result = utf8 ? Utf8Mark : "";
+    for (auto section = sections.cbegin(); section != sections.cend(); ++section) {
+        if (section != sections.cbegin())
+            result += LineEnd;
+        result += headOf(section.key()) + LineEnd + *section;
+    }
+    return result;
+}
