@@ -4,7 +4,6 @@
 #include "plugin/IRecentVehicleNameProvider.h"
 #include "profiles/DashboardFolders.h"
 #include "profiles/RecentProfile.h"
-#include "profiles/VehicleAssignments.h"
 #include "support/Logging.h"
 
 #include <QtCore/QCoreApplication>
@@ -12,6 +11,7 @@
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -29,13 +29,16 @@ DashboardProfilesManager::DashboardProfilesManager(IDashboardEngine *engine,
                                                    const platform::Counter &counter)
     : engine(engine)
     , vehicleProvider(vehicleProvider)
+    , assignments(vehicleAssignmentsPath())
     , clock(counter)
 {
     scanDashboards(builtInDashboardsPath(), true);
     scanDashboards(userDashboardsPath(), false);
-    loadVehicleAssignments(vehicleAssignmentsPath(), profiles);
-    std::stable_sort(profiles.begin(), profiles.end(),
-                     [](const auto &one, const auto &other) { return one.name < other.name; });
+    assignments.load(profiles);
+    // Of two with one name the user's own comes first, for a name means that one.
+    std::sort(profiles.begin(), profiles.end(), [](const auto &one, const auto &other) {
+        return std::tie(one.name, one.builtIn) < std::tie(other.name, other.builtIn);
+    });
     ++revisionCount;
     activateFirstProfile();
 }
@@ -178,7 +181,7 @@ void DashboardProfilesManager::keepAssignments(const std::set<Id> &changed)
     if (changed.empty())
         return;
     ++revisionCount;
-    saveVehicleAssignments(vehicleAssignmentsPath(), profiles);
+    assignments.save(profiles);
 }
 
 bool DashboardProfilesManager::isAssignmentPeriodOpen() const

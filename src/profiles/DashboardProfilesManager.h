@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plugin/DashboardAbstractProfilesManager.h"
+#include "profiles/VehicleAssignments.h"
 #include "support/Lock.h"
 #include "support/Stopwatch.h"
 
@@ -68,6 +69,7 @@ private:
     IRecentVehicleNameProvider *vehicleProvider;
     mutable Lock lock;
     std::vector<DashboardProfile> profiles;
+    VehicleAssignments assignments;
     std::atomic<Id> activeId = DashboardProfileHeader::NoId;
     std::atomic<std::int32_t> nextId = 0;
     std::atomic<std::int32_t> revisionCount = 0;

@@ -5,7 +5,6 @@
 #include "profiles/DashboardFolders.h"
 #include "profiles/DashboardTransactions.h"
 #include "profiles/RecentProfile.h"
-#include "profiles/VehicleAssignments.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -82,8 +81,10 @@ DashboardActionResult DashboardProfilesManager::copyProfile(Id id, const QString
     {
         const LockGuard guard(lock);
         const DashboardProfile *const profile = findProfile(id);
-        if (profile != nullptr)
+        if (profile != nullptr) {
             source = profile->directory;
+            assignments.forget(newName, profiles);
+        }
     }
     const QString root = userDashboardsPath();
     const QString target = root + QLatin1Char('/') + newName;
@@ -123,6 +124,8 @@ DashboardActionResult DashboardProfilesManager::renameProfile(Id id, const QStri
             return failure(tr("Dashboard does not exist"));
         if (profile->builtIn)
             return failure(tr("Built-in profile cannot be renamed"));
+        assignments.takeOver(profiles);
+        assignments.forget(newName, profiles);
         QDir dir(profile->directory);
         const DashboardTransactions disk(QFileInfo(profile->directory).path());
         const QString failed =
@@ -142,7 +145,7 @@ DashboardActionResult DashboardProfilesManager::renameProfile(Id id, const QStri
             setRecentProfileName(newName);
         }
         ++revisionCount;
-        saveVehicleAssignments(vehicleAssignmentsPath(), profiles);
+        assignments.save(profiles);
     }
     Q_EMIT profileListChanged();
     Q_EMIT profileModified(id);
@@ -156,7 +159,7 @@ bool DashboardProfilesManager::keepBothNames(const DashboardProfile &profile,
         std::vector<DashboardProfile> both = profiles;
         both.push_back(profile);
         both.back().name = newName;
-        if (!saveVehicleAssignments(vehicleAssignmentsPath(), both))
+        if (!assignments.save(both))
             return false;
     }
     if (profile.id == activeId)
@@ -167,7 +170,7 @@ bool DashboardProfilesManager::keepBothNames(const DashboardProfile &profile,
 void DashboardProfilesManager::keepOldName(const DashboardProfile &profile)
 {
     if (!profile.vehicles.isEmpty())
-        saveVehicleAssignments(vehicleAssignmentsPath(), profiles);
+        assignments.save(profiles);
     if (profile.id == activeId)
         setRecentProfileName(profile.name);
 }

@@ -1,17 +1,22 @@
 #include "profiles/VehicleAssignments.h"
 
 #include "plugin/DashboardProfile.h"
-#include "profiles/IniScreening.h"
+#include "profiles/DashboardFolders.h"
 #include "support/Files.h"
+#include "support/IniFile.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QHash>
-#include <QtCore/QSettings>
+#include <QtCore/QLockFile>
+#include <QtCore/QMap>
+#include <QtCore/QVariant>
 
-#include <algorithm>
+#include <utility>
 
 namespace {
+
+using Homes = QHash<QString, QSet<QString>>;
+using Profiles = std::vector<DashboardProfile>;
 
 QString countKey()
 {
@@ -40,6 +45,57 @@ QString folded(const QString &name)
     return result;
 }
 
+/// Finds the profile that a group of the file stands for, among many.
+class ProfileFinder
+{
+public:
+    explicit ProfileFinder(const Profiles &profiles)
+    {
+        for (std::size_t i = 0; i < profiles.size(); ++i) {
+            const DashboardProfile &profile = profiles[i];
+            if (!profile.builtIn || !exact.contains(profile.name))
+                exact.insert(profile.name, i);
+            if (const QString name = folded(profile.name); !similar.contains(name))
+                similar.insert(name, i);
+        }
+        none = profiles.size();
+    }
+
+    /// The profile's place in the list, whose size stands for none.
+    std::size_t find(const QString &group) const
+    {
+        const auto found = exact.constFind(group);
+        return found != exact.cend() ? *found : similar.value(folded(group), none);
+    }
+
+private:
+    QHash<QString, std::size_t> exact;
+    QHash<QString, std::size_t> similar;
+    std::size_t none = 0;
+};
+
+/// A dashboard's group as it stands in the file.
+struct Group
+{
+    int count = 0;
+    QMap<int, QString> names;
+
+    /// The work follows the names that are there and not the count, which may be anything. An empty
+    /// name stands for those that it promises beyond them.
+    QSet<QString> vehicles() const
+    {
+        QSet<QString> result;
+        int found = 0;
+        for (auto name = names.cbegin(); name != names.cend() && name.key() < count; ++name) {
+            result.insert(*name);
+            ++found;
+        }
+        if (found < count)
+            result.insert(QString());
+        return result;
+    }
+};
+
 /// The index in a vehicle's key, -1 for any other key.
 int indexOfKey(const QString &key)
 {
@@ -48,93 +104,177 @@ int indexOfKey(const QString &key)
     return ok && index >= 0 && key == nameKey(index) ? index : -1;
 }
 
-/// Reads the vehicles of the open group one by one.
-void readVehicles(const QSettings &group, int count, QSet<QString> &vehicles)
+QMap<QString, Group> groupsOf(const IniFile &file)
 {
-    for (int index = 0; index < count; ++index)
-        vehicles.insert(group.value(nameKey(index), QString()).toString());
-}
-
-/// Does the same for a count that can't be true: the work follows the keys that are there.
-void readVehiclesByKey(const QSettings &group, int count, QSet<QString> &vehicles)
-{
-    int found = 0;
-    const QStringList keys = group.childKeys();
+    QMap<QString, Group> groups;
+    const QStringList keys = file.keys();
     for (const QString &key : keys) {
-        const int index = indexOfKey(key);
-        if (index < 0 || index >= count)
+        const int slash = key.indexOf(QLatin1Char('/'));
+        const auto text = slash > 0 ? file.text(key) : std::nullopt;
+        if (!text)
             continue;
-        vehicles.insert(group.value(key).toString());
-        ++found;
+        Group &group = groups[key.left(slash)];
+        const QString name = key.mid(slash + 1);
+        if (name == countKey())
+            group.count = QVariant(*text).toInt();
+        else if (const int index = indexOfKey(name); index >= 0)
+            group.names.insert(index, *text);
     }
-    if (found < count)
-        vehicles.insert(QString());
+    return groups;
 }
 
-} // namespace
-
-void loadVehicleAssignments(const QString &path, std::vector<DashboardProfile> &profiles)
+bool isOnDisk(const QString &name)
 {
-    if (!isHarmlessIni(path))
-        return;
-    QSettings file(path, QSettings::IniFormat);
-    const QStringList groups = file.childGroups();
-    if (groups.isEmpty())
-        return;
-
-    QHash<QString, DashboardProfile *> byName;
-    byName.reserve(static_cast<int>(profiles.size()));
-    for (DashboardProfile &profile : profiles) {
-        DashboardProfile *&first = byName[folded(profile.name)];
-        if (first == nullptr)
-            first = &profile;
-    }
-    // No entry is shorter; what the counts promise beyond that isn't there.
-    qint64 possible = QFileInfo(path).size() / nameKey(0).size();
-    for (const QString &group : groups) {
-        DashboardProfile *const profile = byName.value(folded(group));
-        if (profile == nullptr)
-            continue;
-        file.beginGroup(group);
-        const int count = file.value(countKey(), 0).toInt();
-        if (count <= possible)
-            readVehicles(file, count, profile->vehicles);
-        else
-            readVehiclesByKey(file, count, profile->vehicles);
-        possible -= std::max(0, count);
-        file.endGroup();
-    }
+    if (!isValidProfileName(name))
+        return false;
+    const QString tail = QLatin1Char('/') + name;
+    return QFileInfo::exists(documentPath(userDashboardsPath() + tail)) ||
+           QFileInfo::exists(documentPath(builtInDashboardsPath() + tail));
 }
 
-bool saveVehicleAssignments(const QString &path, const std::vector<DashboardProfile> &profiles)
+Homes homesOf(const Profiles &profiles)
+{
+    Homes homes;
+    for (const DashboardProfile &profile : profiles) {
+        for (const QString &vehicle : profile.vehicles)
+            homes[vehicle].insert(profile.name);
+    }
+    return homes;
+}
+
+/// What the file says, under the names that `profiles` have. A group without a dashboard is left
+/// out.
+Homes homesOf(const IniFile &file, const Profiles &profiles)
+{
+    Homes homes;
+    const ProfileFinder finder(profiles);
+    const QMap<QString, Group> groups = groupsOf(file);
+    for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
+        const std::size_t found = finder.find(group.key());
+        if (found == profiles.size() && !isOnDisk(group.key()))
+            continue;
+        const QString name = found < profiles.size() ? profiles[found].name : group.key();
+        const QSet<QString> vehicles = group->vehicles();
+        for (const QString &vehicle : vehicles)
+            homes[vehicle].insert(name);
+    }
+    return homes;
+}
+
+/// What changed between `before` and `now` goes over what `file` says. What didn't and is nowhere
+/// in the file comes back: a vehicle moves, but is never just gone.
+Homes merge(const Homes &before, const Homes &now, Homes file)
+{
+    for (auto vehicle = now.cbegin(); vehicle != now.cend(); ++vehicle) {
+        if (before.value(vehicle.key()) != *vehicle || !file.contains(vehicle.key()))
+            file.insert(vehicle.key(), *vehicle);
+    }
+    for (auto vehicle = before.cbegin(); vehicle != before.cend(); ++vehicle) {
+        if (!now.contains(vehicle.key()))
+            file.remove(vehicle.key());
+    }
+    return file;
+}
+
+IniFile fileOf(const Homes &homes)
+{
+    IniFile file;
+    QHash<QString, int> counts;
+    for (auto vehicle = homes.cbegin(); vehicle != homes.cend(); ++vehicle) {
+        for (const QString &home : *vehicle) {
+            const QString group = home + QLatin1Char('/');
+            const int index = counts[home]++;
+            file.setText(group + nameKey(index), vehicle.key());
+            file.setText(group + countKey(), QString::number(index + 1));
+        }
+    }
+    return file;
+}
+
+bool replaceFile(const QString &path, const IniFile &content)
 {
     const QString temporary = temporaryFileName();
     if (temporary.isEmpty())
         return false;
+    const QByteArray bytes = content.toBytes();
+    QFile file(temporary);
+    const bool written =
+        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+    file.close();
+    if (written && moveFile(temporary, path, true))
+        return true;
     QFile::remove(temporary);
-    const bool anyVehicle =
-        std::any_of(profiles.cbegin(), profiles.cend(),
-                    [](const auto &profile) { return !profile.vehicles.isEmpty(); });
-    if (!anyVehicle) {
-        // QSettings makes no file when it has nothing to write, and the old one would stand.
-        QFile empty(temporary);
-        if (!empty.open(QIODevice::WriteOnly))
-            return false;
-    } else {
-        QSettings file(temporary, QSettings::IniFormat);
-        for (const DashboardProfile &profile : profiles) {
-            if (profile.vehicles.isEmpty())
+    return false;
+}
+
+} // namespace
+
+VehicleAssignments::VehicleAssignments(QString path)
+    : path(std::move(path))
+{
+}
+
+void VehicleAssignments::load(std::vector<DashboardProfile> &profiles)
+{
+    const ProfileFinder finder(profiles);
+    const QMap<QString, Group> groups = groupsOf(IniFile::read(path).value_or(IniFile()));
+    for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
+        const std::size_t found = finder.find(group.key());
+        if (found < profiles.size())
+            profiles[found].vehicles += group->vehicles();
+    }
+    known = homesOf(profiles);
+}
+
+void VehicleAssignments::takeOver(std::vector<DashboardProfile> &profiles)
+{
+    const ProfileFinder finder(profiles);
+    const Homes now = homesOf(profiles);
+    const Homes saved = homesOf(IniFile::read(path).value_or(IniFile()), profiles);
+    for (auto vehicle = saved.cbegin(); vehicle != saved.cend(); ++vehicle) {
+        const QString &name = vehicle.key();
+        if (now.value(name) != known.value(name) || now.value(name) == *vehicle)
+            continue;
+        for (DashboardProfile &profile : profiles)
+            profile.vehicles.remove(name);
+        known.remove(name);
+        for (const QString &home : *vehicle) {
+            const std::size_t found = finder.find(home);
+            if (found == profiles.size())
                 continue;
-            file.beginGroup(profile.name);
-            file.setValue(countKey(), profile.vehicles.size());
-            int index = 0;
-            for (const QString &vehicle : profile.vehicles)
-                file.setValue(nameKey(index++), vehicle);
-            file.endGroup();
+            profiles[found].vehicles.insert(name);
+            known[name].insert(home);
         }
     }
-    const bool moved = moveFile(temporary, path, true);
-    if (!moved)
-        QFile::remove(temporary);
-    return moved;
+}
+
+bool VehicleAssignments::save(const std::vector<DashboardProfile> &profiles)
+{
+    const Homes now = homesOf(profiles);
+    const auto lock = IniFile::lock(path);
+    const std::optional<IniFile> file = IniFile::readToReplace(path);
+    if (!file || !replaceFile(path, fileOf(merge(known, now, homesOf(*file, profiles)))))
+        return false;
+    known = now;
+    return true;
+}
+
+bool VehicleAssignments::forget(const QString &name, const std::vector<DashboardProfile> &profiles)
+{
+    const auto lock = IniFile::lock(path);
+    std::optional<IniFile> file = IniFile::read(path);
+    if (!file)
+        return true;
+    const ProfileFinder finder(profiles);
+    bool found = false;
+    const QStringList keys = file->keys();
+    for (const QString &key : keys) {
+        const QString group = key.section(QLatin1Char('/'), 0, 0);
+        const bool isMeant = group.compare(name, Qt::CaseInsensitive) == 0 &&
+                             finder.find(group) == profiles.size() && !isOnDisk(group);
+        if (isMeant)
+            file->remove(key);
+        found = found || isMeant;
+    }
+    return !found || replaceFile(path, *file);
 }

@@ -103,6 +103,7 @@ private Q_SLOTS:
             f.counter.count += 10'000;
             QVERIFY(f.act(name, DashboardProfileAction::Activate).ok);
             f.store->activateRecentProfileForVehicle("@Variant(%1)"_q.arg(name));
+            f.store->activateRecentProfileForVehicle(" @"_q + name);
         }
         const Assignments before = f.assignments();
         QCOMPARE(before.size(), names.size());
@@ -125,22 +126,22 @@ private Q_SLOTS:
         QTest::newRow("too big") << one + "99999999999\n" << QStringList{""_q, "A"_q, "B"_q};
         QTest::newRow("negative") << one + "-1\n" << QStringList();
         QTest::newRow("no number") << one + "many\n" << QStringList();
-        // Serialised objects ask for all memory, exhaust the stack or need a display; one that is
-        // written with numbers for letters, in a list or below a line's end does so too.
-        const QByteArray huge = R"(@Variant(\0\0\0\t\x7f\xff\xff\xff))"
-                                "\n";
-        const QByteArray pixmap = R"(@Variant(\0\0\0\x41\0\0\0\x1))"
-                                  "\n";
+        // Serialised objects ask for all memory, exhaust the stack or need a display, however they
+        // are written.
+        const QByteArray variant = R"(Variant(\0\0\0\t\x7f\xff\xff\xff))";
+        const QByteArray pixmap = R"(@Variant(\0\0\0\x41\0\0\0\x1))";
         const QByteArray lists = "@Variant(" + QByteArray(R"(\0\0\0\t\0\0\0\x1)").repeated(50'000);
-        QTest::newRow("serialised count") << one + huge << QStringList();
-        QTest::newRow("serialised pixmap") << one + "2\n[x]\ny=" + pixmap << QStringList();
-        QTest::newRow("lists in lists") << one + "2\n[x]\ny=" + lists + ")\n" << QStringList();
-        QTest::newRow("quoted") << one + "2\n[x]\ny= \"" + huge << QStringList();
-        QTest::newRow("in a list") << one + "2\n[x]\ny=a, " + huge << QStringList();
-        QTest::newRow("on the next line") << one + "2\n[x]\ny=\\\n" + huge << QStringList();
-        QTest::newRow("by number") << one + "2\n[x]\ny=\\x40" + huge.mid(1) << QStringList();
-        QTest::newRow("partly by number")
-            << one + "2\n[x]\ny=@\\x56" + huge.mid(2) << QStringList();
+        QTest::newRow("serialised count") << one + "@" + variant << QStringList();
+        QTest::newRow("serialised vehicle")
+            << one + "2\nVehicle.1.Name=@" + variant << QStringList{""_q, "A"_q};
+        int spelling = 0;
+        for (const QByteArray &value :
+             {pixmap, lists + ")", " \"@" + variant, "a, @" + variant, "\\\n@" + variant,
+              "\\\r\n@" + variant, "\\x40" + variant, "\\x10040" + variant, "\\100" + variant,
+              "\\200100" + variant, "@\\x56" + variant.mid(1)}) {
+            QTest::addRow("serialised, spelt %d", ++spelling) << one + "2\n[x]\ny=" + value + '\n'
+                                                              << QStringList{"A"_q, "B"_q};
+        }
         QTest::newRow("serialised only in looks")
             << QByteArray(
                    "[Alpha]\nVehicle.0.Name=@@Variant(1)\nVehicle.1.Name=\"a, @Variant(2)\"\n"

@@ -174,6 +174,85 @@ private Q_SLOTS:
         QVERIFY(f.assignments().isEmpty());
     }
 
+    void vehiclesOfARemovedProfileDoNotComeBackWithItsName()
+    {
+        for (const int action : {DashboardProfileAction::Copy, DashboardProfileAction::Rename}) {
+            TwoDashboards f;
+            writeFile(f.iniPath(), "[B]\nVehicle.0.Name=V\nVehicleCount=1\n");
+            f.start();
+            QVERIFY(f.act("B"_q, DashboardProfileAction::Remove).ok);
+            f.start();
+            QVERIFY(f.act("A"_q, action, "b"_q).ok);
+            f.start();
+            QVERIFY(f.assignments().isEmpty());
+        }
+    }
+
+    void twoProfilesOfOneNameKeepTheVehiclesOfBoth()
+    {
+        ProfilesFixture f;
+        ProfilesFixture::addBuiltIn("A"_q);
+        f.addUser({"A"_q});
+        f.start();
+        f.store->activateRecentProfileForVehicle("V"_q);
+        f.provider.name = "W"_q;
+        constexpr DashboardProfileHeader::Id BuiltIn = 0;
+        QVERIFY(f.store->performAction(BuiltIn, DashboardProfileAction::Activate, {}).ok);
+        const Assignments both{{"A"_q, {"V"_q, "W"_q}}};
+        QCOMPARE(f.storedAssignments(), both);
+        f.start();
+        const auto active = f.store->profile(f.store->activeProfileId());
+        QVERIFY(!active->builtIn);
+        QCOMPARE(active->vehicles, both.first());
+    }
+
+    void aSaveKeepsWhatAnotherProcessHasSaved()
+    {
+        TwoDashboards f;
+        writeFile(f.iniPath(), "[B]\nVehicle.0.Name=V\nVehicle.1.Name=W\nVehicleCount=2\n");
+        f.start();
+        DashboardProfilesManager other(&f.engine, &f.provider, f.counter);
+        other.activateRecentProfileForVehicle("X"_q);
+        QVERIFY(other.performAction(f.id("B"_q), DashboardProfileAction::Activate, {}).ok);
+        f.counter.count += 1;
+        f.provider.name = "W"_q;
+        QVERIFY(other.performAction(f.id("A"_q), DashboardProfileAction::Activate, {}).ok);
+        f.report("Y"_q);
+        f.report("V"_q);
+        QCOMPARE(f.storedAssignments(),
+                 (Assignments{{"A"_q, {"W"_q, "X"_q, "Y"_q}}, {"B"_q, {"V"_q}}}));
+        QVERIFY(f.act("A"_q, DashboardProfileAction::Rename, "C"_q).ok);
+        QCOMPARE(f.storedAssignments(),
+                 (Assignments{{"B"_q, {"V"_q}}, {"C"_q, {"W"_q, "X"_q, "Y"_q}}}));
+    }
+
+    void aFileThatCannotBeReadIsKeptBeside_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<qint64>("size");
+        QTest::newRow("too large") << QByteArray("[B]\n") << (qint64{64} << 20) + 1;
+        QTest::newRow("no text") << QByteArray("\xff\xfe[\0B\0]\0", 8) << qint64{8};
+    }
+
+    void aFileThatCannotBeReadIsKeptBeside()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(qint64, size);
+        TwoDashboards f;
+        writeFile(f.iniPath(), content);
+        QVERIFY(QFile::resize(f.iniPath(), size));
+        f.start();
+        f.report("V"_q);
+        QCOMPARE(f.storedAssignments(), f.assignments());
+        const QStringList kept =
+            QDir(f.home.data()).entryList({"dashboardsExtra.ini.*"_q}, QDir::Files);
+        QCOMPARE(kept.size(), 1);
+        QFile file(f.home.data("/") + kept.value(0));
+        QCOMPARE(file.size(), size);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.read(content.size()), content);
+    }
+
     void assignmentsAreSavedAcrossVolumes()
     {
         TwoDashboards f;
