@@ -35,16 +35,6 @@ constexpr std::array<VerbForm, 6> ProfileVerbs{{
     {"vehicles", Verb::Vehicles, 0, "profiles vehicles"},
 }};
 
-void print(const QString &line)
-{
-    // Names come from the disk and from games: none may steer the terminal.
-    QString shown = line;
-    std::replace_if(
-        shown.begin(), shown.end(), [](QChar c) { return c.category() == QChar::Other_Control; },
-        QLatin1Char('?'));
-    std::printf("%s\n", qUtf8Printable(shown));
-}
-
 QStringList sorted(const QSet<QString> &names)
 {
     QStringList list(names.begin(), names.end());
@@ -88,7 +78,7 @@ void printList(const DashboardAbstractProfilesManager &store)
 {
     const std::vector<DashboardProfile> profiles = allProfiles(store);
     if (profiles.empty()) {
-        print(QStringLiteral("There are no dashboards."));
+        printOutput(QStringLiteral("There are no dashboards."));
         return;
     }
     int nameWidth = 4;
@@ -97,9 +87,9 @@ void printList(const DashboardAbstractProfilesManager &store)
     const auto row = [nameWidth](const QString &mark, const QString &id, const QString &name,
                                  const QString &kind, const QString &vehicles,
                                  const QString &preview) {
-        print(QStringLiteral("%1 %2  %3  %4  %5  %6")
-                  .arg(mark, id.rightJustified(4), name.leftJustified(nameWidth),
-                       kind.leftJustified(8), vehicles.rightJustified(8), preview));
+        printOutput(QStringLiteral("%1 %2  %3  %4  %5  %6")
+                        .arg(mark, id.rightJustified(4), name.leftJustified(nameWidth),
+                             kind.leftJustified(8), vehicles.rightJustified(8), preview));
     };
     row(QStringLiteral(" "), QStringLiteral("ID"), QStringLiteral("Name"), QStringLiteral("Kind"),
         QStringLiteral("Vehicles"), QStringLiteral("Preview"));
@@ -117,11 +107,11 @@ void printVehicles(const DashboardAbstractProfilesManager &store)
     for (const DashboardProfile &profile : allProfiles(store)) {
         const QStringList names = sorted(profile.vehicles);
         for (const QString &name : names)
-            print(QStringLiteral("%1: %2").arg(profile.name, name));
+            printOutput(QStringLiteral("%1: %2").arg(profile.name, name));
         any = any || !names.isEmpty();
     }
     if (!any)
-        print(QStringLiteral("No vehicle goes with any dashboard yet."));
+        printOutput(QStringLiteral("No vehicle goes with any dashboard yet."));
 }
 
 int act(DashboardAbstractProfilesManager &store, const QString &nameOrId, int action,
@@ -143,8 +133,8 @@ int reportVehicle(DashboardAbstractProfilesManager &store, VehicleNames &vehicle
     vehicles.report(name);
     store.activateRecentProfileForVehicle(name);
     const auto active = store.profileHeader(store.activeProfileId());
-    print(active != nullptr ? QStringLiteral("%1 (%2)").arg(active->name, kindOf(*active))
-                            : QStringLiteral("No dashboard is on."));
+    printOutput(active != nullptr ? QStringLiteral("%1 (%2)").arg(active->name, kindOf(*active))
+                                  : QStringLiteral("No dashboard is on."));
     return 0;
 }
 

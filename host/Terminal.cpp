@@ -2,12 +2,47 @@
 
 #include <QtCore/QString>
 
+#include <algorithm>
 #include <cstdio>
+
+namespace {
+
+bool isHarmless(QChar character)
+{
+    // Scripts and signs are joined by these two.
+    constexpr ushort NonJoiner = 0x200c;
+    constexpr ushort Joiner = 0x200d;
+    switch (character.category()) {
+    case QChar::Other_Control:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+        return false;
+    case QChar::Other_Format:
+        return character == QChar(NonJoiner) || character == QChar(Joiner);
+    default:
+        return true;
+    }
+}
+
+QByteArray harmless(QString text, const QString &allowed = {})
+{
+    std::replace_if(
+        text.begin(), text.end(), [&](QChar c) { return !isHarmless(c) && !allowed.contains(c); },
+        QLatin1Char('?'));
+    return text.toUtf8();
+}
+
+} // namespace
+
+void printOutput(const QString &line)
+{
+    std::printf("%s\n", harmless(line).constData());
+}
 
 void printLine(const QString &text)
 {
     clearLine();
-    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+    std::fprintf(stderr, "%s\n", harmless(text, QStringLiteral("\n\t")).constData());
 }
 
 void printError(const QString &text)

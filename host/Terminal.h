@@ -2,7 +2,14 @@
 
 class QString;
 
+// Names come from the disk and from games: a question mark stands for every character that would
+// steer a terminal, end a line or turn the reading direction.
+
+/// Prints one line on standard output.
+void printOutput(const QString &line);
+
 /// Prints one line on standard error, over whatever progress bar stands on the terminal.
+/// The text may itself have line feeds and tabs.
 void printLine(const QString &text);
 
 /// Prints one line of the program's own on standard error.

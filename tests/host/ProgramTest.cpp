@@ -300,6 +300,12 @@ private Q_SLOTS:
             QCOMPARE(result.exitCode, 1);
             QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
         }
+
+        const QString assignments = home.userFolder() + QStringLiteral("/../dashboardsExtra.ini");
+        write(assignments, R"([Road]
+Vehicle.0.Name="a\x202e\x2028\x200f\x1bz"
+VehicleCount=1)");
+        QCOMPARE(run("profiles vehicles").output, QStringLiteral("Road: a????z\n"));
     }
 
     void aChangeOfCarChangesTheDashboard()
