@@ -127,15 +127,27 @@ int act(DashboardAbstractProfilesManager &store, const QString &nameOrId, int ac
     return result.ok ? 0 : 1;
 }
 
-int reportVehicle(DashboardAbstractProfilesManager &store, VehicleNames &vehicles,
-                  const QString &name)
+bool isKept(const DashboardAbstractProfilesManager &store, const QString &vehicle)
+{
+    const std::vector<DashboardProfile> profiles = allProfiles(store);
+    return std::any_of(profiles.cbegin(), profiles.cend(), [&](const DashboardProfile &profile) {
+        return profile.vehicles.contains(vehicle);
+    });
+}
+
+int reportVehicle(DashboardAbstractProfilesManager &store, const StoreOpener &openStore,
+                  VehicleNames &vehicles, const QString &name)
 {
     vehicles.report(name);
     store.activateRecentProfileForVehicle(name);
     const auto active = store.profileHeader(store.activeProfileId());
     printOutput(active != nullptr ? QStringLiteral("%1 (%2)").arg(active->name, kindOf(*active))
                                   : QStringLiteral("No dashboard is on."));
-    return 0;
+    // A store doesn't tell whether it could save. What the next one finds tells it.
+    if (isKept(*openStore(), name))
+        return 0;
+    printError(QStringLiteral("Could not keep '%1' for the next start.").arg(name));
+    return 1;
 }
 
 } // namespace
@@ -167,10 +179,12 @@ std::optional<ProfileCommand> ProfileCommand::parse(const QStringList &words, QS
     return std::nullopt;
 }
 
-int runProfileCommand(const ProfileCommand &command, DashboardAbstractProfilesManager &store,
+int runProfileCommand(const ProfileCommand &command, const StoreOpener &openStore,
                       VehicleNames &vehicles)
 {
     const QStringList &operands = command.operands;
+    const auto opened = openStore();
+    DashboardAbstractProfilesManager &store = *opened;
     switch (command.verb) {
     case Verb::List:
         if (command.json)
@@ -182,7 +196,7 @@ int runProfileCommand(const ProfileCommand &command, DashboardAbstractProfilesMa
         printVehicles(store);
         return 0;
     case Verb::Vehicle:
-        return reportVehicle(store, vehicles, operands.at(0));
+        return reportVehicle(store, openStore, vehicles, operands.at(0));
     case Verb::Activate:
         return act(store, operands.at(0), DashboardProfileAction::Activate);
     case Verb::Copy:

@@ -3,6 +3,8 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <functional>
+#include <memory>
 #include <optional>
 
 class DashboardAbstractProfilesManager;
@@ -22,7 +24,10 @@ struct ProfileCommand
     static std::optional<ProfileCommand> parse(const QStringList &words, QString &error);
 };
 
+/// Opens the store as it is on disk.
+using StoreOpener = std::function<std::unique_ptr<DashboardAbstractProfilesManager>()>;
+
 /// Carries the command out and prints what came of it. The result is the program's exit code: 1
-/// with the store's own message when it refuses.
-int runProfileCommand(const ProfileCommand &command, DashboardAbstractProfilesManager &store,
+/// with the store's own message when it refuses, and 1 when a vehicle could not be kept.
+int runProfileCommand(const ProfileCommand &command, const StoreOpener &openStore,
                       VehicleNames &vehicles);

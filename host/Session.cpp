@@ -43,8 +43,8 @@ int runCommand(const Options &options, const GaugeLibrary &library)
 {
     VehicleNames vehicles;
     const auto engine = library.createEngine(false, false);
-    const auto store = library.createProfiles(*engine, vehicles);
-    const int result = runProfileCommand(options.command, *store, vehicles);
+    const int result = runProfileCommand(
+        options.command, [&] { return library.createProfiles(*engine, vehicles); }, vehicles);
     engine->shutdown();
     return result;
 }

@@ -306,6 +306,11 @@ private Q_SLOTS:
 Vehicle.0.Name="a\x202e\x2028\x200f\x1bz"
 VehicleCount=1)");
         QCOMPARE(run("profiles vehicles").output, QStringLiteral("Road: a????z\n"));
+        QVERIFY(QFile::remove(assignments) && QDir().mkpath(assignments));
+        result = run("vehicle Bus");
+        QCOMPARE(result.exitCode, 1);
+        QCOMPARE(result.errors,
+                 QStringLiteral("gauge-host: Could not keep 'Bus' for the next start.\n"));
     }
 
     void aChangeOfCarChangesTheDashboard()
