@@ -99,6 +99,8 @@ struct Group
 /// The index in a vehicle's key, -1 for any other key.
 int indexOfKey(const QString &key)
 {
+    if (!key.startsWith(QLatin1String("Vehicle.")))
+        return -1;
     bool ok = false;
     const int index = key.section(QLatin1Char('.'), 1, 1).toInt(&ok);
     return ok && index >= 0 && key == nameKey(index) ? index : -1;
@@ -110,15 +112,18 @@ QMap<QString, Group> groupsOf(const IniFile &file)
     const QStringList keys = file.keys();
     for (const QString &key : keys) {
         const int slash = key.indexOf(QLatin1Char('/'));
-        const auto text = slash > 0 ? file.text(key) : std::nullopt;
+        const QString name = key.mid(slash + 1);
+        const int index = indexOfKey(name);
+        if (slash <= 0 || (index < 0 && name != countKey()))
+            continue;
+        const auto text = file.text(key);
         if (!text)
             continue;
         Group &group = groups[key.left(slash)];
-        const QString name = key.mid(slash + 1);
-        if (name == countKey())
-            group.count = QVariant(*text).toInt();
-        else if (const int index = indexOfKey(name); index >= 0)
+        if (index >= 0)
             group.names.insert(index, *text);
+        else
+            group.count = QVariant(*text).toInt();
     }
     return groups;
 }
