@@ -10,10 +10,12 @@
 #include <QtCore/QDebug>
 #include <QtCore/QDir>
 #include <QtCore/QFileSystemWatcher>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <new>
 #include <optional>
@@ -123,7 +125,12 @@ void DashboardEngine::addConsumer(IDashboardConsumer *consumer)
     if (consumer == nullptr)
         return;
     const LockGuard guard(consumersLock);
-    consumers.try_emplace(consumer);
+    ConsumerSlot &slot = consumers[consumer];
+    if (slot.removed) {
+        // Taken out in the running pass, which may still have to do with the vector.
+        slot.removed = false;
+        slot.messageShown = false;
+    }
     consumersPresent = true;
 }
 
@@ -132,8 +139,16 @@ void DashboardEngine::removeConsumer(IDashboardConsumer *consumer)
     if (consumer == nullptr)
         return;
     const LockGuard guard(consumersLock);
-    consumers.erase(consumer);
-    consumersPresent = !consumers.empty();
+    const auto entry = consumers.find(consumer);
+    if (entry == consumers.end())
+        return;
+    // Inside a pass the slot may be in use; its end clears away.
+    if (pass.empty())
+        consumers.erase(entry);
+    else
+        entry->second.removed = true;
+    consumersPresent = std::any_of(consumers.cbegin(), consumers.cend(),
+                                   [](const auto &each) { return !each.second.removed; });
 }
 
 bool DashboardEngine::hasConsumers()
@@ -205,6 +220,8 @@ void DashboardEngine::watchDashboardFile()
 
 void DashboardEngine::render()
 {
+    if (!pass.empty()) // A consumer runs an event loop of its own, with a dialog for instance.
+        return;
     if (!loadIfPending())
         return;
     if (publishIfDirty()) {
@@ -267,56 +284,91 @@ bool DashboardEngine::publishIfDirty()
     return true;
 }
 
+/// A consumer may take any out and put any in while it is called: entries stay where they are until
+/// the pass ends, and new ones have to wait for the next.
 void DashboardEngine::renderPass()
 {
     const quint64 now = sources.clock();
     const LockGuard guard(consumersLock);
-    for (auto entry = consumers.begin(); entry != consumers.end();) {
-        IDashboardConsumer &consumer = *entry->first;
-        const bool upsideDown = consumer.isUpsideDown();
-        const int width = std::max(consumer.frameWidth(), 1);
-        const int height = std::max(consumer.frameHeight(), 1);
-        const quint64 seen = consumer.lastActivity();
-        if (seen != 0 && now > seen && now - seen > ExpiryMs) {
-            entry = consumers.erase(entry);
-            consumersPresent = !consumers.empty();
-            continue;
-        }
-        serve(consumer, entry->second, width, height, upsideDown);
-        ++entry;
-    }
+    const auto end = qScopeGuard([this] { endPass(); }); // Also where a consumer throws.
+    for (ConsumerEntry &entry : consumers)
+        pass.push_back(&entry);
+    for (ConsumerEntry *entry : pass)
+        serve(*entry, now);
 }
 
-void DashboardEngine::serve(IDashboardConsumer &consumer, ConsumerSlot &slot, int width, int height,
-                            bool upsideDown)
+void DashboardEngine::endPass()
+{
+    pass.clear();
+    for (auto entry = consumers.begin(); entry != consumers.end();)
+        entry = entry->second.removed ? consumers.erase(entry) : std::next(entry);
+}
+
+void DashboardEngine::serve(ConsumerEntry &entry, quint64 now)
+{
+    IDashboardConsumer *const consumer = entry.first;
+    ConsumerSlot &slot = entry.second;
+    // Whoever is taken out, by itself or another, may be dead: no call follows.
+    const auto ask = [&](auto question) {
+        return slot.removed ? decltype((consumer->*question)()){} : (consumer->*question)();
+    };
+    const bool upsideDown = ask(&IDashboardConsumer::isUpsideDown);
+    const int width = std::max(ask(&IDashboardConsumer::frameWidth), 1);
+    const int height = std::max(ask(&IDashboardConsumer::frameHeight), 1);
+    const quint64 seen = ask(&IDashboardConsumer::lastActivity);
+    if (seen != 0 && now > seen && now - seen > ExpiryMs)
+        removeConsumer(consumer);
+    if (!slot.removed && buildFrame(slot, width, height, upsideDown) && !slot.removed)
+        consumer->deliverFrame(slot.pixels, width);
+}
+
+/// False when there is nothing to deliver: the consumer has its picture, or the picture is beyond
+/// memory, which costs the other consumers nothing.
+bool DashboardEngine::buildFrame(ConsumerSlot &slot, int width, int height, bool upsideDown)
 {
     try {
-        if (renderer == nullptr) {
-            deliverMessage(consumer, slot, width, height, upsideDown);
-            return;
-        }
-        // A side of exactly 1 is what no size at all was clamped to.
-        if (width == 1 || height == 1 ||
-            !renderer->renderFrame(slot.pixels, width, height, upsideDown)) {
-            slot.pixels.clear();
-            slot.pixels.resize(frameBytes(width, height));
-        }
-        consumer.deliverFrame(slot.pixels, width);
+        const bool built = renderer != nullptr ? buildDashboard(slot, width, height, upsideDown)
+                                               : buildMessage(slot, width, height, upsideDown);
+        slot.outOfMemory = false;
+        return built;
     } catch (const std::bad_alloc &) {
-        slot.pixels = Frame(); // A frame beyond memory; the other consumers are served as usual.
+        reportOutOfMemory(slot, width, height);
     } catch (const std::length_error &) {
-        slot.pixels = Frame();
+        reportOutOfMemory(slot, width, height);
     }
+    return false;
+}
+
+/// In one line until the consumer's frames can be had again.
+void DashboardEngine::reportOutOfMemory(ConsumerSlot &slot, int width, int height)
+{
+    slot.pixels = Frame();
+    if (slot.outOfMemory)
+        return;
+    slot.outOfMemory = true;
+    qCritical().noquote() << QStringLiteral("Dashboard: No memory for a frame of %1 x %2 pixels")
+                                 .arg(width)
+                                 .arg(height);
+}
+
+bool DashboardEngine::buildDashboard(ConsumerSlot &slot, int width, int height, bool upsideDown)
+{
+    // A side of exactly 1 is what no size at all was clamped to.
+    if (width == 1 || height == 1 ||
+        !renderer->renderFrame(slot.pixels, width, height, upsideDown)) {
+        slot.pixels.clear();
+        slot.pixels.resize(frameBytes(width, height));
+    }
+    return true;
 }
 
 /// The picture of an engine without renderers. Painting text is slow, so a consumer that left the
 /// vector as it was keeps what it has.
-void DashboardEngine::deliverMessage(IDashboardConsumer &consumer, ConsumerSlot &slot, int width,
-                                     int height, bool upsideDown)
+bool DashboardEngine::buildMessage(ConsumerSlot &slot, int width, int height, bool upsideDown)
 {
     const std::size_t bytes = frameBytes(width, height);
     if (slot.messageShown && slot.pixels.size() == bytes)
-        return;
+        return false;
 
     constexpr int FontShare = 25;
     constexpr int SmallestFont = 10;
@@ -330,5 +382,5 @@ void DashboardEngine::deliverMessage(IDashboardConsumer &consumer, ConsumerSlot 
     else
         std::copy_n(image.constBits(), bytes, slot.pixels.begin());
     slot.messageShown = true;
-    consumer.deliverFrame(slot.pixels, width);
+    return true;
 }

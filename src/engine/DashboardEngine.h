@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 class QFileSystemWatcher;
 class QTimer;
@@ -75,17 +76,23 @@ private:
     {
         Frame pixels;              ///< The frame being built; the consumer may swap it.
         bool messageShown = false; ///< The message picture was delivered.
+        bool outOfMemory = false;  ///< The last frame couldn't be had, which was logged.
+        bool removed = false;      ///< In the running pass, whose end erases the entry.
     };
+    using Consumers = std::unordered_map<IDashboardConsumer *, ConsumerSlot>;
+    using ConsumerEntry = Consumers::value_type;
 
     bool loadIfPending();
     bool publishIfDirty();
     void stopTimer();
     void watchDashboardFile();
     void renderPass();
-    void serve(IDashboardConsumer &consumer, ConsumerSlot &slot, int width, int height,
-               bool upsideDown);
-    void deliverMessage(IDashboardConsumer &consumer, ConsumerSlot &slot, int width, int height,
-                        bool upsideDown);
+    void endPass();
+    void serve(ConsumerEntry &entry, quint64 now);
+    bool buildFrame(ConsumerSlot &slot, int width, int height, bool upsideDown);
+    bool buildDashboard(ConsumerSlot &slot, int width, int height, bool upsideDown);
+    bool buildMessage(ConsumerSlot &slot, int width, int height, bool upsideDown);
+    static void reportOutOfMemory(ConsumerSlot &slot, int width, int height);
 
     const EngineSources sources;
     std::unique_ptr<QTimer> timer;
@@ -100,7 +107,8 @@ private:
     const bool hardwareAcceleration;
     std::atomic<int> idleTicks{0};
     Lock consumersLock;
-    std::unordered_map<IDashboardConsumer *, ConsumerSlot> consumers;
+    Consumers consumers;
+    std::vector<ConsumerEntry *> pass; ///< Whom the running pass serves; empty outside of one.
     Lock fileLock;
     QString dashboardFile;
     bool reloadPending = false;

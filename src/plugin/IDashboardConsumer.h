@@ -7,8 +7,9 @@
 /// Whoever wants live dashboard pictures. The engine borrows it and never destroys it; it must be
 /// taken out with `IDashboardEngine::removeConsumer` before it dies.
 ///
-/// All operations run on the engine's thread inside the engine's pass over its consumers. They must
-/// not call `addConsumer` or `removeConsumer`, nor wait for a thread that might be blocked in one.
+/// All operations run on the engine's thread inside the engine's pass over its consumers. They may
+/// call `addConsumer` and `removeConsumer` for any consumer, itself too, but must not wait for
+/// another thread that might be blocked in one. What they throw leaves the engine's tick.
 class IDashboardConsumer
 {
 public:

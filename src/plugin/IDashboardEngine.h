@@ -41,11 +41,12 @@ public:
     /// without hardware acceleration.
     virtual std::unique_ptr<IDashboardRenderer> createRenderer() = 0;
 
-    /// Registers a consumer; twice is once. Waits for a running pass. Any thread.
+    /// Registers a consumer; twice is once. Waits for a running pass, but not inside one, whose
+    /// consumers stay the same. Any thread.
     virtual void addConsumer(IDashboardConsumer *consumer) = 0;
 
-    /// Takes a consumer out. After the return no call into it is running or will follow. Any
-    /// thread.
+    /// Takes a consumer out. After the return no call into it will follow, nor is one running but
+    /// that which made this call. Any thread.
     virtual void removeConsumer(IDashboardConsumer *consumer) = 0;
 
     /// Whether anybody is registered. Any thread, without a lock.

@@ -1,5 +1,6 @@
 #include "support/EngineBench.h"
 #include "support/FakeConsumer.h"
+#include "support/LogCapture.h"
 #include "support/PaintedText.h"
 
 #include <QtTest/QtTest>
@@ -229,6 +230,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, acceleration);
         QFETCH(bool, renders);
+        const LogCapture log;
         DeliveryBench bench(acceleration);
         bench.script.renders = renders;
         FakeConsumer absurd(Largest, Largest);
@@ -237,9 +239,11 @@ private Q_SLOTS:
         for (FakeConsumer &other : others)
             bench.engine->addConsumer(&other);
         bench.freshTick();
+        bench.freshTick();
         QCOMPARE(absurd.deliveries.size(), 0U);
         for (const FakeConsumer &other : others)
-            QCOMPARE(other.deliveries.size(), 1U);
+            QCOMPARE(other.deliveries.size(), acceleration ? 2U : 1U);
+        QCOMPARE(log.critical().size(), 1);
         absurd.width = absurd.height = 50;
         bench.freshTick();
         QCOMPARE(absurd.deliveries.size(), 1U);
@@ -262,6 +266,79 @@ private Q_SLOTS:
         QCOMPARE(greedy.deliveries.size(), 0U);
         for (const FakeConsumer &other : others)
             QCOMPARE(other.deliveries.size(), 1U);
+    }
+
+    void whatAConsumerThrowsPasses()
+    {
+        const LogCapture log;
+        DeliveryBench bench;
+        FakeConsumer consumer;
+        bool throws = true;
+        consumer.during = [&throws](const QString &call) {
+            if (throws && call == QLatin1String("delivery"))
+                throw std::bad_alloc();
+        };
+        bench.engine->addConsumer(&consumer);
+        QVERIFY_EXCEPTION_THROWN(bench.freshTick(), std::bad_alloc);
+        QCOMPARE(log.critical(), QStringList());
+        throws = false;
+        bench.freshTick();
+        QCOMPARE(consumer.deliveries.size(), 1U);
+    }
+
+    void aConsumerMayTakeOutAndPutInAnyWhileItIsCalled_data()
+    {
+        QTest::addColumn<QString>("call");
+        for (const char *call : {"turn", "width", "height", "life", "delivery"})
+            QTest::newRow(call) << QString::fromLatin1(call);
+    }
+    void aConsumerMayTakeOutAndPutInAnyWhileItIsCalled()
+    {
+        QFETCH(QString, call);
+        DeliveryBench bench;
+        FakeConsumer crowd[4];
+        FakeConsumer newcomers[50]; // Enough to lay out the registry anew.
+        bool replaced = false;
+        int callsAfterwards = 0;
+        for (FakeConsumer &consumer : crowd) {
+            bench.engine->addConsumer(&consumer);
+            consumer.during = [&](const QString &present) {
+                callsAfterwards += replaced ? 1 : 0;
+                if (present != call)
+                    return;
+                replaced = true;
+                for (FakeConsumer &each : crowd)
+                    bench.engine->removeConsumer(&each);
+                QVERIFY(!bench.engine->hasConsumers());
+                for (FakeConsumer &newcomer : newcomers)
+                    bench.engine->addConsumer(&newcomer);
+            };
+        }
+        bench.freshTick();
+        bench.freshTick();
+        QCOMPARE(callsAfterwards, 0);
+        for (const FakeConsumer &consumer : crowd) {
+            for (const Delivery &delivery : consumer.deliveries)
+                QVERIFY(allBytesAre(delivery.frame, 1)); // Lent to the end of the call.
+        }
+        for (const FakeConsumer &newcomer : newcomers)
+            QCOMPARE(newcomer.deliveries.size(), 1U);
+    }
+
+    void aConsumerThatComesBackWhileItIsServedStartsAnew()
+    {
+        DeliveryBench bench(false);
+        FakeConsumer consumer;
+        bench.engine->addConsumer(&consumer);
+        consumer.during = [&](const QString &) {
+            bench.engine->removeConsumer(&consumer);
+            bench.engine->addConsumer(&consumer);
+            bench.freshTick(); // As in an event loop of its own; no pass runs within a pass.
+        };
+        for (std::size_t ticks = 1; ticks <= 3; ++ticks) {
+            bench.freshTick();
+            QCOMPARE(consumer.deliveries.size(), ticks);
+        }
     }
 
     void expiresAConsumerAfterMoreThanASecondOfSilence_data()
@@ -325,7 +402,7 @@ private Q_SLOTS:
         FakeConsumer consumers[2];
         for (FakeConsumer &consumer : consumers) {
             consumer.seen = Now - 900;
-            consumer.whenAsked = [&bench] { bench.now += 5000; };
+            consumer.during = [&bench](const QString &) { bench.now += 5000; };
             bench.engine->addConsumer(&consumer);
         }
         bench.freshTick();

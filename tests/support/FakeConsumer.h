@@ -34,7 +34,7 @@ public:
     BufferUse use;
     bool upsideDown = false;
     quint64 seen = 0;
-    std::function<void()> whenAsked; ///< Runs at every question for the last sign of life.
+    std::function<void(const QString &)> during; ///< Runs inside every call, with its name.
 
     QStringList asked; ///< The engine's questions, in order.
     std::vector<Delivery> deliveries;
@@ -42,32 +42,40 @@ public:
 
     int frameWidth() override
     {
-        asked += QStringLiteral("width");
+        ask(QStringLiteral("width"));
         return width;
     }
     int frameHeight() override
     {
-        asked += QStringLiteral("height");
+        ask(QStringLiteral("height"));
         return height;
     }
     bool isUpsideDown() override
     {
-        asked += QStringLiteral("turn");
+        ask(QStringLiteral("turn"));
         return upsideDown;
     }
     quint64 lastActivity() override
     {
-        asked += QStringLiteral("life");
-        if (whenAsked)
-            whenAsked();
+        ask(QStringLiteral("life"));
         return seen;
     }
     void deliverFrame(Frame &buffer, int frameWidth) override
     {
+        if (during)
+            during(QStringLiteral("delivery"));
         deliveries.push_back({buffer, frameWidth, buffer.data()});
         if (use == BufferUse::Swap)
             buffer.swap(own);
         else if (use == BufferUse::ThrowAway)
             Frame().swap(buffer);
+    }
+
+private:
+    void ask(const QString &question)
+    {
+        asked += question;
+        if (during)
+            during(question);
     }
 };

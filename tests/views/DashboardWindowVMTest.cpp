@@ -297,6 +297,34 @@ private Q_SLOTS:
         QVERIFY(!view.engine.hasConsumers());
     }
 
+    void theWindowMayGoWhileAFrameComes_data()
+    {
+        QTest::addColumn<bool>("closes");
+        QTest::newRow("hidden") << false;
+        QTest::newRow("closed") << true;
+    }
+    void theWindowMayGoWhileAFrameComes()
+    {
+        QFETCH(bool, closes);
+        const EngineBench bench;
+        bench.engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
+        QWindow window;
+        window.resize(60, 40);
+        auto model = std::make_unique<DashboardWindowVM>(bench.engine.get());
+        model->setWindow(&window);
+        window.show();
+        const QSignalSpy changes(model.get(), &DashboardWindowVM::previewChanged);
+        connect(model.get(), &DashboardWindowVM::previewChanged, this, [&] {
+            window.hide();
+            if (closes)
+                model.reset();
+        });
+        bench.freshTick();
+        QVERIFY(!bench.engine->hasConsumers());
+        bench.freshTick();
+        QCOMPARE(changes.count(), 1);
+    }
+
     void withoutAnEngineNothingHappens()
     {
         QQmlEngine qml;
