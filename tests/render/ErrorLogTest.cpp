@@ -1,8 +1,23 @@
 #include "render/offscreen/ErrorLog.h"
 
+#include <QtQml/QQmlError>
 #include <QtTest/QtTest>
 
 using OVX::ErrorLog;
+
+namespace {
+
+QQmlError errorAt(const QString &path, int line, int number)
+{
+    QQmlError error;
+    error.setUrl(QUrl(QStringLiteral("file://") + path));
+    error.setLine(line);
+    error.setColumn(3);
+    error.setDescription(QStringLiteral("Error: %1").arg(number));
+    return error;
+}
+
+} // namespace
 
 class ErrorLogTest : public QObject
 {
@@ -33,16 +48,18 @@ private Q_SLOTS:
 
     void aLineThatWarnsInEverNewWordsLeavesRoomForOthers()
     {
-        const QString chatty = QStringLiteral("file:///my dash/Dash.qml:7:3");
-        const QString other = QStringLiteral("file:///my dash/Dash.qml:8:3: Error: 1");
+        // A path may hold what ends it elsewhere.
+        const QString path = QStringLiteral("/my: dash/Dash.qml");
+        const QString chatty = QStringLiteral("file:///my: dash/Dash.qml:7:3: ");
+        const QString other = QStringLiteral("file:///my: dash/Dash.qml:8:3: Error: 1");
         ErrorLog log;
         for (int i = 0; i < 10'000; ++i)
-            log.append(chatty + QStringLiteral(": Error: %1").arg(i));
-        log.append(other);
+            log.append(errorAt(path, 7, i));
+        log.append(errorAt(path, 8, 1));
         QStringList expected;
         for (int i = 0; i < ErrorLog::MaximumPerLocation; ++i)
-            expected += chatty + QStringLiteral(": Error: %1").arg(i);
-        expected += chatty + QStringLiteral(": Further warnings from here are not recorded");
+            expected += chatty + QStringLiteral("Error: %1").arg(i);
+        expected += chatty + QStringLiteral("Further warnings from here are not recorded");
         QCOMPARE(log.list(), expected + QStringList(other));
     }
 
@@ -51,7 +68,7 @@ private Q_SLOTS:
         ErrorLog log;
         for (int line = 0; line < 1000; ++line) {
             for (int i = 0; i < 10; ++i)
-                log.append(QStringLiteral("Dash.qml:%1: %2").arg(line).arg(i));
+                log.append(errorAt(QStringLiteral("/Dash.qml"), line, i));
         }
         QCOMPARE(log.list().size(), ErrorLog::MaximumEntries + 1);
         QCOMPARE(log.list().filter(QStringLiteral("not recorded")).size(),

@@ -1,18 +1,17 @@
 #include "render/offscreen/ErrorLog.h"
 
+#include <QtQml/QQmlError>
+
 namespace OVX {
 
-namespace {
-
-/// What a text of the QML engine names in front of its message; the whole of any other text.
-QString locationOf(const QString &text)
+void ErrorLog::append(const QQmlError &error)
 {
-    return text.left(text.indexOf(QLatin1String(": ")));
+    // The location is what stands before the description; a path in it may hold any character.
+    const QString text = error.toString();
+    append(text, text.chopped(error.description().size()));
 }
 
-} // namespace
-
-void ErrorLog::append(const QString &text)
+void ErrorLog::append(const QString &text, const QString &location)
 {
     if (entries.size() > MaximumEntries)
         return;
@@ -20,7 +19,6 @@ void ErrorLog::append(const QString &text)
         text.size() > MaximumLength ? text.left(MaximumLength) + QStringLiteral("...") : text;
     if (entries.contains(entry))
         return;
-    const QString location = locationOf(entry);
     int &count = perLocation[location];
     if (count > MaximumPerLocation)
         return;
@@ -28,7 +26,7 @@ void ErrorLog::append(const QString &text)
     if (entries.size() == MaximumEntries)
         entries.append(QStringLiteral("Further errors and warnings are not recorded"));
     else if (count > MaximumPerLocation)
-        entries.append(location + QStringLiteral(": Further warnings from here are not recorded"));
+        entries.append(location + QStringLiteral("Further warnings from here are not recorded"));
     else
         entries.append(entry);
 }

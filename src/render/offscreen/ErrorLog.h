@@ -4,6 +4,8 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+class QQmlError;
+
 namespace OVX {
 
 /// The errors and warnings of one document, bounded so that a document that warns in every frame of
@@ -16,14 +18,19 @@ public:
     static constexpr int MaximumPerLocation = 5; ///< From one line of a document; one line follows.
     static constexpr int MaximumLength = 4096;   ///< Characters of one text; the rest is cut off.
 
-    /// Enters `text` unless it is there already or its room is used up.
-    void append(const QString &text);
+    /// Enters the error's text unless it is there already or its room is used up.
+    void append(const QQmlError &error);
+
+    /// The same for a text of no place in a document.
+    void append(const QString &text) { append(text, text); }
 
     void clear();
     bool isEmpty() const { return entries.isEmpty(); }
     const QStringList &list() const { return entries; }
 
 private:
+    void append(const QString &text, const QString &location);
+
     QStringList entries;
     QHash<QString, int> perLocation;
 };

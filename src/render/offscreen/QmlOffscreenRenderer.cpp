@@ -94,7 +94,7 @@ QmlOffscreenRenderer::QmlOffscreenRenderer()
 
     connect(engine.get(), &QQmlEngine::warnings, this, [this](const QList<QQmlError> &warnings) {
         for (const QQmlError &warning : warnings)
-            errorLog.append(warning.toString());
+            errorLog.append(warning);
     });
     defaultImportPaths = engine->importPathList();
 
@@ -293,7 +293,7 @@ void QmlOffscreenRenderer::collectErrors()
     for (const auto &component : components) {
         const QList<QQmlError> componentErrors = component->errors();
         for (const QQmlError &error : componentErrors)
-            errorLog.append(error.toString());
+            errorLog.append(error);
     }
 }
 
