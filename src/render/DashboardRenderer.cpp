@@ -2,6 +2,8 @@
 
 #include "support/TextImage.h"
 
+#include <QtCore/QDebug>
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QUrl>
 #include <QtCore/QVariant>
@@ -11,10 +13,15 @@ DashboardRenderer::DashboardRenderer()
         offscreen.setProperty(name, value);
     })
 {
+    QObject::connect(&offscreen, &OVX::QmlOffscreenRenderer::windowKeptHidden, &offscreen, [this] {
+        qCritical().noquote() << "Dashboard: Opens windows, which stay hidden:"
+                              << QDir::toNativeSeparators(path);
+    });
 }
 
-bool DashboardRenderer::load(const QString &path, int width, int height)
+bool DashboardRenderer::load(const QString &newPath, int width, int height)
 {
+    path = newPath;
     // Every name must exist before a document is compiled, or its bindings would warn and a warning
     // fails the load.
     if (!hasPublished)

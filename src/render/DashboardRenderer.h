@@ -12,7 +12,7 @@ public:
     /// Needs a QGuiApplication. May take long: it makes an OpenGL context and a QML engine.
     DashboardRenderer();
 
-    bool load(const QString &path, int width, int height) override;
+    bool load(const QString &newPath, int width, int height) override;
     bool renderFrame(Frame &buffer, int width, int height, bool upsideDown) override;
     const QStringList &errors() override;
     void publishTelemetry(const VehicleTelemetry &vehicle, const DisplayLimits &limits,
@@ -27,4 +27,5 @@ private:
     OVX::QmlOffscreenRenderer offscreen;
     TelemetryPublisher publisher;
     bool hasPublished = false;
+    QString path; ///< Of the document.
 };

@@ -1,8 +1,10 @@
 #include "Documents.h"
 #include "Probe.h"
+#include "support/LogCapture.h"
 #include "views/DashboardFadeInOut.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtGui/QWindow>
 #include <QtTest/QtTest>
 
 #include <algorithm>
@@ -211,6 +213,37 @@ private Q_SLOTS:
         QVERIFY(renderer.load(good, Width, Height));
         QCOMPARE(Probe::alive, 0);
         QCOMPARE(frame(renderer).count(Green), Width * Height);
+    }
+
+    void noWindowOfADocumentComesOntoTheScreen_data()
+    {
+        QTest::addColumn<QByteArray>("action");
+        QTest::newRow("the one it is in") << QByteArray("Window.window.show()");
+        QTest::newRow("over the screen") << QByteArray("Window.window.showFullScreen()");
+        QTest::newRow("one of its own")
+            << QByteArray("Qt.createQmlObject('import QtQuick.Window 2.15; "
+                          "Window { modality: Qt.ApplicationModal }', root).show()");
+    }
+
+    void noWindowOfADocumentComesOntoTheScreen()
+    {
+        QFETCH(QByteArray, action);
+        const LogCapture log;
+        const DocumentFolder folder;
+        DashboardRenderer renderer;
+        QVERIFY(
+            renderer.load(folder.write(QStringLiteral("Dash.qml"), acting(action)), Width, Height));
+        for (int i = 0; i < 5; ++i) {
+            publish(renderer);
+            QCoreApplication::processEvents();
+            QCOMPARE(frame(renderer).count(Green), Width * Height);
+            const QWindowList windows = QGuiApplication::allWindows();
+            for (const QWindow *window : windows)
+                QVERIFY(!window->isVisible() && window->handle() == nullptr);
+            QVERIFY(QGuiApplication::modalWindow() == nullptr);
+        }
+        QCOMPARE(log.critical().size(), 1);
+        QVERIFY(log.critical().constFirst().contains(QLatin1String("Dash.qml")));
     }
 
     void warningsWithoutEndStayBounded_data()

@@ -1,5 +1,7 @@
 #include "render/offscreen/QmlOffscreenRenderer.h"
 
+#include "render/offscreen/OffscreenWindow.h"
+
 #include <QtCore/QSet>
 #include <QtCore/QUrl>
 #include <QtCore/QVariant>
@@ -12,10 +14,9 @@
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
-#include <QtQml/QQmlProperty>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickRenderControl>
-#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGRendererInterface>
 
 #include <algorithm>
 #include <cstring>
@@ -81,12 +82,14 @@ QmlOffscreenRenderer::QmlOffscreenRenderer()
     surface->create();
 
     renderControl = std::make_unique<QQuickRenderControl>(this);
-    window = std::make_unique<QQuickWindow>(renderControl.get());
-    window->setColor(Qt::black);
+    window = std::make_unique<OffscreenWindow>(renderControl.get());
+    connect(window.get(), &OffscreenWindow::keptHidden, this,
+            &QmlOffscreenRenderer::windowKeptHidden);
 
     engine = std::make_unique<QQmlEngine>();
     if (engine->incubationController() == nullptr)
         engine->setIncubationController(window->incubationController());
+    window->setDocumentEngine(engine.get());
 
     // Without a context the scene graph stays uninitialised, and every load ends in an error.
     if (hasContext && makeCurrent())
@@ -222,7 +225,7 @@ void QmlOffscreenRenderer::unloadDocument()
     framebuffers.clear();
     components.clear();
     rootItem = nullptr;
-    restoreWindow();
+    window->restore();
 }
 
 void QmlOffscreenRenderer::deleteItems()
@@ -241,28 +244,6 @@ void QmlOffscreenRenderer::deleteItems()
         for (const QPointer<QQuickItem> &item : items)
             delete item.data();
     }
-}
-
-/// Takes back what a document did to the window and its content item, which outlive it.
-void QmlOffscreenRenderer::restoreWindow()
-{
-    // Qt Quick Controls keep a pointer to their overlay there, which has gone with the other items.
-    const QList<QByteArray> names = window->dynamicPropertyNames();
-    for (const QByteArray &name : names)
-        window->setProperty(name.constData(), QVariant());
-    window->setColor(Qt::black);
-
-    QQuickItem *content = window->contentItem();
-    content->setVisible(true);
-    content->setEnabled(true);
-    content->setOpacity(1);
-    content->setScale(1);
-    content->setRotation(0);
-    content->setPosition(QPointF());
-    content->setSize(QSizeF(0, 0));
-    content->setClip(false);
-    content->setTransformOrigin(QQuickItem::Center);
-    QQmlProperty::write(content, QStringLiteral("layer.enabled"), false);
 }
 
 std::unique_ptr<QQuickItem>

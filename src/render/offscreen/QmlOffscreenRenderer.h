@@ -22,6 +22,8 @@ class QQuickWindow;
 
 namespace OVX {
 
+class OffscreenWindow;
+
 /// How the root item of a document follows the size of a frame.
 enum class SizeMode : int {
     Resize = 0, ///< The root item takes the size of the frame.
@@ -68,10 +70,13 @@ public:
 private:
     using Framebuffer = std::unique_ptr<QOpenGLFramebufferObject>;
 
+Q_SIGNALS:
+    /// The document has tried to show a window; once a document.
+    void windowKeptHidden();
+
     bool makeCurrent();
     void unloadDocument();
     void deleteItems();
-    void restoreWindow();
     std::unique_ptr<QQuickItem> createItem(std::unique_ptr<QQmlComponent> component);
     void collectErrors();
     void fitRootItem(int width, int height);
@@ -82,7 +87,7 @@ private:
     std::unique_ptr<QOpenGLContext> context;
     std::unique_ptr<QOffscreenSurface> surface;
     std::unique_ptr<QQuickRenderControl> renderControl;
-    std::unique_ptr<QQuickWindow> window;
+    std::unique_ptr<OffscreenWindow> window;
     QPointer<QQuickItem> rootItem;
     std::unique_ptr<QQmlEngine> engine;
     std::vector<std::unique_ptr<QQmlComponent>> components;

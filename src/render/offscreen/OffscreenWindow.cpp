@@ -1,0 +1,76 @@
+#include "render/offscreen/OffscreenWindow.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtCore/QVariant>
+#include <QtQml/QQmlEngine>
+#include <QtQml/QQmlProperty>
+#include <QtQuick/QQuickItem>
+
+namespace OVX {
+
+OffscreenWindow::OffscreenWindow(QQuickRenderControl *control)
+    : QQuickWindow(control)
+{
+    setColor(Qt::black);
+    // Windows are shown on the GUI's thread, and a renderer may live on another.
+    if (QCoreApplication::instance()->thread() == thread())
+        QCoreApplication::instance()->installEventFilter(this);
+}
+
+void OffscreenWindow::setDocumentEngine(const QQmlEngine *documentEngine)
+{
+    engine = documentEngine;
+}
+
+void OffscreenWindow::restore()
+{
+    told = false;
+    setWindowStates(Qt::WindowNoState);
+    // Qt Quick Controls keep a pointer to their overlay there, which has gone with the other items.
+    const QList<QByteArray> names = dynamicPropertyNames();
+    for (const QByteArray &name : names)
+        setProperty(name.constData(), QVariant());
+    setColor(Qt::black);
+
+    QQuickItem *content = contentItem();
+    content->setVisible(true);
+    content->setEnabled(true);
+    content->setOpacity(1);
+    content->setScale(1);
+    content->setRotation(0);
+    content->setPosition(QPointF());
+    content->setSize(QSizeF(0, 0));
+    content->setClip(false);
+    content->setTransformOrigin(QQuickItem::Center);
+    QQmlProperty::write(content, QStringLiteral("layer.enabled"), false);
+}
+
+/// A window hears of being shown before its platform's window is, and without that one nothing is.
+bool OffscreenWindow::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() != QEvent::Show || !object->isWindowType())
+        return false;
+    auto *window = static_cast<QWindow *>(object);
+    if (!belongsToDocument(window))
+        return false;
+    window->setModality(Qt::NonModal); // A modal one would keep input from the host's windows.
+    window->destroy();
+    if (!told) {
+        told = true;
+        Q_EMIT keptHidden();
+    }
+    return true;
+}
+
+bool OffscreenWindow::belongsToDocument(const QWindow *window) const
+{
+    for (; window != nullptr; window = window->transientParent()) {
+        if (window == this || (engine != nullptr && qmlEngine(window) == engine))
+            return true;
+    }
+    return false;
+}
+
+} // namespace OVX

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QtQuick/QQuickWindow>
+
+class QQmlEngine;
+
+namespace OVX {
+
+/// The window that documents are rendered in. Neither it nor a window that a document opens comes
+/// onto the screen, whatever a document does.
+class OffscreenWindow : public QQuickWindow
+{
+    Q_OBJECT
+
+public:
+    explicit OffscreenWindow(QQuickRenderControl *control);
+
+    /// Names the engine of the documents, whose windows stay hidden. Borrowed.
+    void setDocumentEngine(const QQmlEngine *documentEngine);
+
+    /// Takes back what a document did to the window and its content item, which outlive it.
+    void restore();
+
+Q_SIGNALS:
+    /// A document has tried to show a window; once since the last `restore`.
+    void keptHidden();
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    bool belongsToDocument(const QWindow *window) const;
+
+    const QQmlEngine *engine = nullptr;
+    bool told = false;
+};
+
+} // namespace OVX
