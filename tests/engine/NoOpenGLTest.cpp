@@ -9,7 +9,8 @@
 #include <QtGui/QOpenGLContext>
 #include <QtTest/QtTest>
 
-/// The product's engine with its real renderer on a machine that has no OpenGL.
+/// The product's engine with its real renderer on a machine that has no OpenGL, or where the user
+/// has told Qt Quick to do without.
 class NoOpenGLTest : public QObject
 {
     Q_OBJECT
@@ -17,7 +18,8 @@ class NoOpenGLTest : public QObject
 private Q_SLOTS:
     void init()
     {
-        QVERIFY2(!QOpenGLContext().create(), "this platform has OpenGL");
+        QVERIFY2(QOpenGLContext().create() == qEnvironmentVariableIsSet("QT_QUICK_BACKEND"),
+                 "this platform has OpenGL");
         QVERIFY(directory.isValid());
         document = directory.filePath(QStringLiteral("Dash.qml"));
         QFile file(document);
@@ -43,15 +45,15 @@ private Q_SLOTS:
         QCOMPARE(log.critical(),
                  QStringList({QStringLiteral("critical: Dashboard: Failed to load: ") +
                                   QDir::toNativeSeparators(document),
-                              QStringLiteral("critical: Failed to setup context/surface")}));
+                              QStringLiteral("critical: ") + reason}));
         QCOMPARE(consumer.deliveries.size(), 0U);
 
         tick(engine);
         tick(engine);
         QCOMPARE(log.critical().size(), 2);
         QCOMPARE(consumer.deliveries.size(), 2U);
-        const QImage expected = paintedText(
-            480, 272, QStringLiteral("Failed to setup context/surface\n"), 19, Qt::TextWordWrap);
+        const QImage expected =
+            paintedText(480, 272, reason + QLatin1Char('\n'), 19, Qt::TextWordWrap);
         for (const Delivery &delivery : consumer.deliveries)
             QCOMPARE(frameImage(delivery.frame, 480), expected);
         const auto &frame = consumer.deliveries.back().frame;
@@ -66,8 +68,7 @@ private Q_SLOTS:
         const std::unique_ptr<IDashboardRenderer> renderer = engine.createRenderer();
         QVERIFY(renderer != nullptr);
         QVERIFY(!renderer->load(document, 480, 272));
-        QCOMPARE(renderer->errors(),
-                 QStringList({QStringLiteral("Failed to setup context/surface")}));
+        QCOMPARE(renderer->errors(), QStringList(reason));
         Frame frame;
         QVERIFY(renderer->renderFrame(frame, 100, 100, true));
         QCOMPARE(frame.size(), 40'000U);
@@ -88,7 +89,7 @@ private Q_SLOTS:
         engine.setDashboardFile(document);
         tick(engine);
         QCOMPARE(log.critical().size(), 4);
-        QCOMPARE(log.critical().at(3), QStringLiteral("critical: Failed to setup context/surface"));
+        QCOMPARE(log.critical().at(3), QStringLiteral("critical: ") + reason);
         const auto sizes = {1, 2, 26, 20'000};
         for (const int size : sizes) {
             consumer.width = size;
@@ -107,6 +108,10 @@ private:
 
     static bool hasFonts() { return !QFontDatabase().families().isEmpty(); }
 
+    const QString reason = qEnvironmentVariableIsSet("QT_QUICK_BACKEND")
+                               ? QStringLiteral("Failed to setup context/surface: Qt Quick renders "
+                                                "without OpenGL (\"software\")")
+                               : QStringLiteral("Failed to setup context/surface");
     const QTemporaryDir directory;
     QString document;
 };

@@ -92,7 +92,7 @@ QmlOffscreenRenderer::QmlOffscreenRenderer()
     window->setDocumentEngine(engine.get());
 
     // Without a context the scene graph stays uninitialised, and every load ends in an error.
-    if (hasContext && makeCurrent())
+    if (hasContext && usesOpenGL() && makeCurrent())
         renderControl->initialize(context.get());
 
     connect(engine.get(), &QQmlEngine::warnings, this, [this](const QList<QQmlError> &warnings) {
@@ -156,6 +156,12 @@ bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseD
         errorLog.append(QStringLiteral("Failed to setup context/surface"));
         return false;
     }
+    if (!usesOpenGL()) {
+        errorLog.append(QStringLiteral("Failed to setup context/surface: Qt Quick renders without "
+                                       "OpenGL (\"%1\")")
+                            .arg(QQuickWindow::sceneGraphBackend()));
+        return false;
+    }
     targetFramebuffer(window->size());
 
     loaded = errorLog.isEmpty();
@@ -211,6 +217,14 @@ void QmlOffscreenRenderer::setRootRotation(qreal degrees)
 {
     if (rootItem != nullptr)
         rootItem->setRotation(degrees);
+}
+
+/// Whether the scene graph that the application has chosen can render into framebuffers. With one
+/// on Qt's RHI a render control falls back to OpenGL.
+bool QmlOffscreenRenderer::usesOpenGL() const
+{
+    const QSGRendererInterface::GraphicsApi api = window->rendererInterface()->graphicsApi();
+    return api == QSGRendererInterface::OpenGL || QSGRendererInterface::isApiRhiBased(api);
 }
 
 bool QmlOffscreenRenderer::makeCurrent()

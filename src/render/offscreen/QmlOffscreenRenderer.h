@@ -41,7 +41,8 @@ class QmlOffscreenRenderer : public QObject
     Q_OBJECT
 
 public:
-    /// Needs a QGuiApplication. Without OpenGL the object stands, but loads nothing.
+    /// Needs a QGuiApplication. Without OpenGL, or with a scene graph that doesn't use it, the
+    /// object stands, but loads nothing.
     QmlOffscreenRenderer();
     ~QmlOffscreenRenderer() override;
 
@@ -74,6 +75,7 @@ Q_SIGNALS:
     /// The document has tried to show a window; once a document.
     void windowKeptHidden();
 
+    bool usesOpenGL() const;
     bool makeCurrent();
     void unloadDocument();
     void deleteItems();
