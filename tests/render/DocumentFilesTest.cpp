@@ -4,6 +4,13 @@
 
 #include <QtTest/QtTest>
 
+#include <atomic>
+#include <thread>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 namespace {
 
 constexpr int Width = 480;
@@ -85,6 +92,11 @@ private Q_SLOTS:
         QTest::newRow("folder with a slash") << "folder/" << folder;
         QTest::newRow("folder named like a document") << "Folder.qml" << folder;
         QTest::newRow("below a file") << "Good.qml/Dash.qml" << QByteArray("Dash.qml: ");
+        QTest::newRow("beyond the limit") << "Huge.qml" << QByteArray("larger than 64 MiB");
+#ifdef Q_OS_UNIX
+        QTest::newRow("pipe that nobody writes to") << "Pipe.qml" << QByteArray("Not a regular");
+        QTest::newRow("device without an end") << "Device.qml" << QByteArray("Not a regular");
+#endif
     }
 
     void whatIsNoFileFails()
@@ -95,6 +107,13 @@ private Q_SLOTS:
         folder.write(QStringLiteral("folder/Dash.qml"), filled("red"));
         folder.write(QStringLiteral("Folder.qml/Dash.qml"), filled("red"));
         const QString good = folder.write(QStringLiteral("Good.qml"), filled("lime"));
+        QVERIFY(QFile::resize(folder.write(QStringLiteral("Huge.qml"), filled("red")),
+                              64 * 1024 * 1024 + 1));
+#ifdef Q_OS_UNIX
+        QVERIFY(
+            QFile::link(QStringLiteral("/dev/zero"), folder.path(QStringLiteral("Device.qml"))));
+        QCOMPARE(::mkfifo(QFile::encodeName(folder.path(QStringLiteral("Pipe.qml"))), 0600), 0);
+#endif
         DashboardRenderer renderer;
         for (int round = 0; round < 2; ++round) {
             QVERIFY(!renderer.load(folder.path(name), Width, Height));
@@ -127,6 +146,32 @@ private Q_SLOTS:
         folder.write(QStringLiteral("Dash.qml"), filled("red"));
         QVERIFY(renderer.load(path, Width, Height));
         QCOMPARE(frame(renderer).count(Red), Width * Height);
+    }
+
+    void aDocumentMayBeRewrittenInPlaceWhileItLoads()
+    {
+        const DocumentFolder folder;
+        const QString name = QStringLiteral("Dash.qml");
+        const QByteArray text = filled("lime") + "/*" + QByteArray(100'000, '*') + "*/\n";
+        const QString path = folder.write(name, text);
+        std::atomic<bool> closed{false};
+        std::thread editor([&] {
+            while (!closed)
+                folder.write(name, text); // Truncates it first.
+        });
+        DashboardRenderer renderer;
+        int whole = 0;
+        int pictures = 0;
+        int loads = 0;
+        for (; whole < 100 && loads < 20'000; ++loads) {
+            whole += renderer.load(path, Width, Height) ? 1 : 0; // Half a document fails.
+            pictures += frame(renderer).isWhole() ? 1 : 0;
+        }
+        closed = true;
+        editor.join();
+        QCOMPARE(pictures, loads);
+        QVERIFY2(renderer.load(path, Width, Height), errorsOf(renderer));
+        QCOMPARE(frame(renderer).count(Green), Width * Height);
     }
 
     void loadsOfAnySizeSucceed()

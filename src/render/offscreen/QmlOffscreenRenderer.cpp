@@ -1,5 +1,6 @@
 #include "render/offscreen/QmlOffscreenRenderer.h"
 
+#include "render/offscreen/DocumentSource.h"
 #include "render/offscreen/OffscreenWindow.h"
 
 #include <QtCore/QSet>
@@ -136,10 +137,13 @@ bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseD
     engine->setImportPathList(defaultImportPaths);
     engine->addImportPath(baseDirectory);
 
+    std::unique_ptr<QQmlComponent> document = readComponent(QUrl(url, QUrl::TolerantMode));
+    if (document == nullptr)
+        return false;
+
     // The name must be there, and empty, while the document's own bindings first run.
     engine->rootContext()->setContextProperty(rootItemProperty(), static_cast<QObject *>(nullptr));
-    std::unique_ptr<QQuickItem> item = createItem(std::make_unique<QQmlComponent>(
-        engine.get(), QUrl(url, QUrl::TolerantMode), QQmlComponent::PreferSynchronous));
+    std::unique_ptr<QQuickItem> item = createItem(std::move(document));
     if (item == nullptr)
         return false;
 
@@ -281,6 +285,22 @@ QmlOffscreenRenderer::createItem(std::unique_ptr<QQmlComponent> component)
     }
     static_cast<void>(object.release()); // The same object, handed on under its other type.
     return std::unique_ptr<QQuickItem>(item);
+}
+
+/// Null, with its error told, for a document that can't be read.
+std::unique_ptr<QQmlComponent> QmlOffscreenRenderer::readComponent(const QUrl &url)
+{
+    const DocumentSource source = readDocument(url);
+    if (!source.error.isEmpty()) {
+        QQmlError error;
+        error.setUrl(url);
+        error.setDescription(source.error);
+        errorLog.append(error);
+        return nullptr;
+    }
+    auto component = std::make_unique<QQmlComponent>(engine.get());
+    component->setData(source.bytes, url);
+    return component;
 }
 
 void QmlOffscreenRenderer::collectErrors()

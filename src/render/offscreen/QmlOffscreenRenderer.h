@@ -18,7 +18,7 @@ class QQmlComponent;
 class QQmlEngine;
 class QQuickItem;
 class QQuickRenderControl;
-class QQuickWindow;
+class QUrl;
 
 namespace OVX {
 
@@ -33,9 +33,10 @@ enum class SizeMode : int {
 /// Turns a QML document into pixels without a visible window. Every document sees two names: "ctx",
 /// the root context itself, and "globalRootItem", the document's root item once it exists.
 ///
-/// Every operation belongs to the thread that constructed the object. Only `loadDocument`,
-/// `renderToBuffer` and the destructor make the OpenGL context current, so several renderers can
-/// live on one thread. Nothing is logged: failures are told by results and `errors()`.
+/// Every operation belongs to the thread that constructed the object. Construction and a load make
+/// the OpenGL context current and leave it so; a frame and destruction leave none current. Each
+/// makes its own current first, so several renderers can live on one thread. Nothing is logged:
+/// failures are told by results and `errors()`.
 class QmlOffscreenRenderer : public QObject
 {
     Q_OBJECT
@@ -46,9 +47,10 @@ public:
     QmlOffscreenRenderer();
     ~QmlOffscreenRenderer() override;
 
-    /// Replaces the document by the one at `url`, whose local directory is `baseDirectory`, read
-    /// anew from its source. `width` by `height` is the size of the first framebuffer in pixels. A
-    /// warning of the engine during the load fails it. Leaves the context current.
+    /// Replaces the document by the one at `url`, a local file or a resource, which is read anew.
+    /// `baseDirectory` is its local directory, `width` by `height` the size of the first
+    /// framebuffer in pixels. A warning of the engine during the load fails it. Leaves the context
+    /// current.
     bool loadDocument(const QString &url, const QString &baseDirectory, int width, int height,
                       SizeMode mode);
 
@@ -68,18 +70,19 @@ public:
     /// Errors and warnings since the last load began, each distinct text once.
     const QStringList &errors() const { return errorLog.list(); }
 
-private:
-    using Framebuffer = std::unique_ptr<QOpenGLFramebufferObject>;
-
 Q_SIGNALS:
     /// The document has tried to show a window; once a document.
     void windowKeptHidden();
+
+private:
+    using Framebuffer = std::unique_ptr<QOpenGLFramebufferObject>;
 
     bool usesOpenGL() const;
     bool makeCurrent();
     void unloadDocument();
     void deleteItems();
     std::unique_ptr<QQuickItem> createItem(std::unique_ptr<QQmlComponent> component);
+    std::unique_ptr<QQmlComponent> readComponent(const QUrl &url);
     void collectErrors();
     void fitRootItem(int width, int height);
     QOpenGLFramebufferObject *targetFramebuffer(const QSize &size);
