@@ -1,6 +1,7 @@
 #include "RecordCommand.h"
 
 #include "Terminal.h"
+#include "Termination.h"
 #include "telemetry/recordings/RecordingWriter.h"
 
 #include <QtCore/QCoreApplication>
@@ -8,45 +9,11 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
 
-#include <csignal>
 #include <cstdio>
 
 namespace {
 
 constexpr int LookPeriodMs = 100;
-
-volatile std::sig_atomic_t endRequested = 0;
-
-void requestEnd(int /*signal*/)
-{
-    endRequested = 1;
-}
-
-/// Lets Ctrl+C end the recording and not the program, as long as it lives.
-class EndOnSignal
-{
-public:
-    EndOnSignal()
-        : interrupt(std::signal(SIGINT, requestEnd))
-        , terminate(std::signal(SIGTERM, requestEnd))
-    {
-        endRequested = 0;
-    }
-
-    ~EndOnSignal()
-    {
-        std::signal(SIGINT, interrupt);
-        std::signal(SIGTERM, terminate);
-    }
-
-    EndOnSignal(const EndOnSignal &) = delete;
-    EndOnSignal &operator=(const EndOnSignal &) = delete;
-
-private:
-    using Handler = void (*)(int);
-    const Handler interrupt;
-    const Handler terminate;
-};
 
 QString megabytes(qint64 bytes)
 {
@@ -63,10 +30,9 @@ QString summary(const RecordingWriter::Progress &progress, double seconds)
         .arg(megabytes(progress.bytes));
 }
 
-/// Waits for the end, and keeps the terminal's line up to date. The result is the time it took.
+/// Waits for the end, which a termination is too, and keeps the terminal's line up to date. The result is the time it took.
 double waitForEnd(const RecordingWriter &writer, double seconds)
 {
-    const EndOnSignal signals_;
     QElapsedTimer elapsed;
     elapsed.start();
     const auto soFar = [&elapsed] { return static_cast<double>(elapsed.nsecsElapsed()) / 1e9; };
@@ -74,7 +40,7 @@ double waitForEnd(const RecordingWriter &writer, double seconds)
     QTimer look;
     QObject::connect(&look, &QTimer::timeout, &loop, [&] {
         const bool timeIsUp = seconds > 0 && soFar() >= seconds;
-        if (endRequested != 0 || timeIsUp || !writer.error().isEmpty()) {
+        if (timeIsUp || !writer.error().isEmpty()) {
             loop.quit();
             return;
         }
@@ -106,6 +72,7 @@ std::optional<RecordCommand> RecordCommand::parse(const QStringList &words, QStr
 int recordDrive(const RecordCommand &command,
                 const std::function<std::unique_ptr<UdpListener>(UdpListener::Tap)> &listen)
 {
+    const Termination termination; // Until the last datagram is on the disk.
     RecordingWriter writer(command.path, command.overwrite ? RecordingWriter::Existing::Overwrite
                                                            : RecordingWriter::Existing::Keep);
     if (!writer.error().isEmpty()) {

@@ -21,7 +21,8 @@ struct RecordCommand
     static std::optional<RecordCommand> parse(const QStringList &words, QString &error);
 };
 
-/// Records what comes in until Ctrl+C, the end of the time, or an error, and prints how it goes.
+/// Records what comes in until the system asks for the end, the time is up or an error happens, and
+/// prints how it goes.
 /// `listen` opens the ports, or gives null with the reason printed. Needs a QCoreApplication. The
 /// result is the program's exit code: 0 if anything was recorded and nothing was lost.
 int recordDrive(const RecordCommand &command,

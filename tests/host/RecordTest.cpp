@@ -66,10 +66,19 @@ private:
     }
 
 private Q_SLOTS:
-    void whatComesInIsRecordedUntilTheEndIsAskedFor()
+    void whatComesInIsRecordedUntilTheEnd_data()
+    {
+        QTest::addColumn<QString>("signal");
+        QTest::newRow("asked for") << QStringLiteral("TERM");
+        QTest::newRow("the terminal closes") << QStringLiteral("HUP");
+        QTest::newRow("killed") << QStringLiteral("KILL");
+    }
+
+    void whatComesInIsRecordedUntilTheEnd()
     {
         NEEDS_POSIX();
-        const QString file = path("a.drive");
+        QFETCH(QString, signal);
+        const QString file = path(QTest::currentDataTag());
         QProcess process;
         start(process, file);
         QByteArray output;
@@ -77,34 +86,45 @@ private Q_SLOTS:
         QUdpSocket game;
         for (int i = 0; i < 10; ++i)
             game.writeDatagram(QByteArray(5 * i, char(i)), QHostAddress::LocalHost, port);
-        QTRY_COMPARE(QFileInfo(file).size(), 24 + 10 * 20 + 5 * 45);
-        process.terminate();
+        QTRY_COMPARE(read(file).size(), std::size_t(10));
+        game.writeDatagram("tail", QHostAddress::LocalHost, port);
+        QProcess::execute(QStringLiteral("sh"),
+                          {QStringLiteral("-c"), QStringLiteral("kill -%1 %2")
+                                                     .arg(signal)
+                                                     .arg(process.processId())});
         const QString rest = outputOf(process);
-        QVERIFY2(rest.contains(QStringLiteral("10 datagrams")), qPrintable(rest));
-        QCOMPARE(process.exitCode(), 0);
         const std::vector<Datagram> datagrams = read(file);
-        QCOMPARE(datagrams.size(), std::size_t(10));
+        QVERIFY(datagrams.size() >= 10);
         for (int i = 0; i < 10; ++i) {
-            QCOMPARE(datagrams[std::size_t(i)].payload, QByteArray(5 * i, char(i)));
-            QCOMPARE(datagrams[std::size_t(i)].port, port);
+            const Datagram &datagram = datagrams[std::size_t(i)];
+            QCOMPARE(datagram.payload, QByteArray(5 * i, char(i)));
+            QCOMPARE(datagram.sender.address, QHostAddress(QHostAddress::LocalHost));
+            QCOMPARE(datagram.sender.port, game.localPort());
+            QCOMPARE(datagram.sender.toPort, port);
         }
+        QCOMPARE(process.exitStatus() == QProcess::CrashExit, signal == QLatin1String("KILL"));
+        if (process.exitStatus() == QProcess::CrashExit)
+            return;
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY2(rest.contains(QStringLiteral("%1 datagrams").arg(datagrams.size())),
+                 qPrintable(rest));
 
         // A second one may not destroy it.
         QProcess again;
         start(again, file);
         QVERIFY(outputOf(again).contains(QStringLiteral("--force")));
         QCOMPARE(again.exitCode(), 1);
-        QCOMPARE(read(file).size(), std::size_t(10));
+        QCOMPARE(read(file).size(), datagrams.size());
     }
 
     void aRecordingOfNothingIsNone()
     {
         QProcess process;
-        start(process, path("b.drive"), {QStringLiteral("--duration"), QStringLiteral("1")});
+        start(process, path("b.pcap"), {QStringLiteral("--duration"), QStringLiteral("1")});
         const QString output = outputOf(process);
         QVERIFY2(output.contains(QStringLiteral("Nothing came in")), qPrintable(output));
         QCOMPARE(process.exitCode(), 1);
-        QVERIFY(!QFileInfo::exists(path("b.drive")));
+        QVERIFY(!QFileInfo::exists(path("b.pcap")));
     }
 
     void aWrongDescriptionLeavesNothingBehind()
@@ -114,13 +134,13 @@ private Q_SLOTS:
         description.write("{\n\"name\": 1}");
         description.close();
         QProcess process;
-        start(process, path("c.drive"), {QStringLiteral("--feed"), path("bad.json")});
+        start(process, path("c.pcap"), {QStringLiteral("--feed"), path("bad.json")});
         const QString output = outputOf(process);
         QVERIFY2(output.contains(QDir::toNativeSeparators(path("bad.json")) +
                                  QStringLiteral(":2: 'name'")),
                  qPrintable(output));
         QCOMPARE(process.exitCode(), 1);
-        QVERIFY(!QFileInfo::exists(path("c.drive")));
+        QVERIFY(!QFileInfo::exists(path("c.pcap")));
     }
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FeedSwitch.h"
+
 #include <QtCore/QByteArray>
 
 #include <chrono>
@@ -7,7 +9,7 @@
 /// One UDP datagram as it came.
 struct Datagram
 {
-    std::chrono::nanoseconds time{0}; ///< Since the listening, or the recording of it, began.
-    quint16 port = 0;                 ///< The port that it was sent to.
-    QByteArray payload;               ///< 0 to 65507 bytes, from anybody.
+    std::chrono::nanoseconds time{0}; ///< Since any moment that is the same for the whole drive.
+    FeedSwitch::Sender sender;
+    QByteArray payload; ///< 0 to 65507 bytes, from anybody.
 };

@@ -98,7 +98,7 @@ private:
             const auto datagram =
                 QByteArray::fromRawData(buffer.constData(), static_cast<int>(length));
             if (tap)
-                tap({now - start, sender.toPort, QByteArray(buffer.constData(), datagram.size())});
+                tap({now - start, sender, QByteArray(buffer.constData(), datagram.size())});
             drive.offer(datagram, sender, now);
             now = Clock::now();
         }

@@ -122,7 +122,7 @@ std::optional<Datagram> CaptureReader::next()
             decodePacket(link, QByteArray::fromRawData(reinterpret_cast<const char *>(bytes),
                                                        static_cast<int>(head->caplen)));
         if (packet.kind == CapturedPacket::Kind::Udp)
-            return Datagram{timeOf(*head), packet.port, std::move(packet.payload)};
+            return Datagram{timeOf(*head), packet.sender, std::move(packet.payload)};
         fragments += packet.kind == CapturedPacket::Kind::Fragment ? 1 : 0;
         truncated += packet.kind == CapturedPacket::Kind::Truncated ? 1 : 0;
     }

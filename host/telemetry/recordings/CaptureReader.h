@@ -9,7 +9,7 @@
 
 struct pcap;
 
-/// Reads the UDP datagrams out of a capture that another tool made: pcap or pcapng.
+/// Reads the UDP datagrams out of a capture, our own or another tool's: pcap or pcapng.
 class CaptureReader final : public DatagramReader
 {
 public:

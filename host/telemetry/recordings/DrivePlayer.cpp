@@ -71,10 +71,9 @@ bool DrivePlayer::takeDue(Nanoseconds elapsed)
         const std::optional<Datagram> datagram = playback.take(elapsed);
         if (!datagram)
             return true;
-        const FeedSwitch::Sender sender{QHostAddress(QHostAddress::LocalHost), 0, datagram->port};
         const FeedSwitch::TimePoint time = onTheDrivesClock(datagram->time);
         hear(time);
-        if (!drive.offer(datagram->payload, sender, time))
+        if (!drive.offer(datagram->payload, datagram->sender, time))
             continue;
         // Each one is decoded: a feed may learn from it.
         if (std::optional<FeedSample> sample = drive.takeNewest()) {

@@ -37,6 +37,7 @@ public:
         return qFromBigEndian<quint16>(bytes.constData() + at + offset);
     }
     void pass(int count) { at += count; }
+    const char *data() const { return bytes.constData() + at; }
     QByteArray mid(int offset, int length) const { return bytes.mid(at + offset, length); }
 
 private:
@@ -44,16 +45,17 @@ private:
     int at = 0;
 };
 
-CapturedPacket udp(const Rest &rest)
+CapturedPacket udp(const Rest &rest, const QHostAddress &from)
 {
     if (!rest.has(UdpHeadSize))
-        return {Kind::Truncated, 0, {}};
+        return {Kind::Truncated, {}, {}};
     const int length = rest.word(4);
     if (length < UdpHeadSize)
         return {};
     if (!rest.has(length))
-        return {Kind::Truncated, 0, {}};
-    return {Kind::Udp, rest.word(2), rest.mid(UdpHeadSize, length - UdpHeadSize)};
+        return {Kind::Truncated, {}, {}};
+    return {Kind::Udp, {from, rest.word(0), rest.word(2)},
+            rest.mid(UdpHeadSize, length - UdpHeadSize)};
 }
 
 CapturedPacket ipv4(Rest rest)
@@ -67,11 +69,12 @@ CapturedPacket ipv4(Rest rest)
     if (head < LeastHead || rest.byte(9) != Udp)
         return {};
     if ((rest.word(6) & (MoreFragments | FragmentOffset)) != 0)
-        return {Kind::Fragment, 0, {}};
+        return {Kind::Fragment, {}, {}};
     if (!rest.has(head))
-        return {Kind::Truncated, 0, {}};
+        return {Kind::Truncated, {}, {}};
+    const QHostAddress from(qFromBigEndian<quint32>(rest.data() + 12));
     rest.pass(head);
-    return udp(rest);
+    return udp(rest, from);
 }
 
 CapturedPacket ipv6(Rest rest)
@@ -80,6 +83,7 @@ CapturedPacket ipv6(Rest rest)
     if (!rest.has(Ipv6HeadSize) || rest.byte(0) >> 4 != 6)
         return {};
     quint8 next = rest.byte(6);
+    const QHostAddress from(reinterpret_cast<const quint8 *>(rest.data() + 8));
     rest.pass(Ipv6HeadSize);
     while (next != Udp) {
         if (!rest.has(8))
@@ -96,7 +100,7 @@ CapturedPacket ipv6(Rest rest)
             break;
         case FragmentHead:
             if ((rest.word(2) & OffsetAndMore) != 0)
-                return {rest.byte(0) == Udp ? Kind::Fragment : Kind::Other, 0, {}};
+                return {rest.byte(0) == Udp ? Kind::Fragment : Kind::Other, {}, {}};
             break;
         default:
             return {};
@@ -106,7 +110,7 @@ CapturedPacket ipv6(Rest rest)
         next = rest.byte(0);
         rest.pass(length);
     }
-    return udp(rest);
+    return udp(rest, from);
 }
 
 CapturedPacket ip(const Rest &rest)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "telemetry/feeds/FeedSwitch.h"
+
 #include <QtCore/QByteArray>
 
 /// How the packets of a capture are wrapped: what comes before the IP header.
@@ -22,7 +24,7 @@ struct CapturedPacket
     };
 
     Kind kind = Kind::Other;
-    quint16 port = 0; ///< Where it was sent to. `Udp` only, like the payload.
+    FeedSwitch::Sender sender; ///< `Udp` only, like the payload.
     QByteArray payload;
 };
 

@@ -1,45 +1,13 @@
 #include "RecordingWriter.h"
 
-#include "RecordingFormat.h"
+#include "PacketEncoder.h"
 
-#include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <QtCore/QtEndian>
-
-#include <limits>
 
 namespace {
 
-using namespace RecordingFormat;
-
 constexpr std::chrono::milliseconds FlushPeriod(500);
-
-template<typename Number> void append(QByteArray &bytes, Number number)
-{
-    const Number little = qToLittleEndian(number);
-    bytes.append(reinterpret_cast<const char *>(&little), sizeof little);
-}
-
-QByteArray head()
-{
-    QByteArray bytes(Magic, sizeof Magic);
-    append(bytes, Version);
-    append(bytes, qint64{QDateTime::currentMSecsSinceEpoch()});
-    append(bytes, checksum(bytes.constData(), bytes.size()));
-    return bytes;
-}
-
-void appendRecord(QByteArray &bytes, const Datagram &datagram, std::chrono::nanoseconds time)
-{
-    const int start = bytes.size();
-    bytes.append(Marker, sizeof Marker);
-    append(bytes, static_cast<quint16>(datagram.payload.size()));
-    append(bytes, datagram.port);
-    append(bytes, qint64{time.count()});
-    bytes.append(datagram.payload);
-    append(bytes, checksum(bytes.constData() + start, bytes.size() - start));
-}
 
 } // namespace
 
@@ -74,11 +42,8 @@ bool RecordingWriter::open(Existing existing)
     const QIODevice::OpenMode mode = existing == Existing::Keep
                                          ? QIODevice::WriteOnly | QIODevice::NewOnly
                                          : QIODevice::ReadWrite;
-    counts.bytes = head().size();
-    if (file.open(mode | QIODevice::Unbuffered)) {
-        errorText = wasThere ? QString() : writeHead();
-        return errorText.isEmpty();
-    }
+    if (file.open(mode | QIODevice::Unbuffered))
+        return true;
     if (existing == Existing::Keep && there.exists() && !there.isDir()) {
         errorText = QStringLiteral("'%1' is already there; --force overwrites it.").arg(shownPath);
     } else {
@@ -89,25 +54,21 @@ bool RecordingWriter::open(Existing existing)
     return false;
 }
 
-QString RecordingWriter::writeHead()
-{
-    headIsWritten = true;
-    return writeAll(head());
-}
-
 void RecordingWriter::add(const Datagram &datagram)
 {
     const std::lock_guard guard(mutex);
-    const bool fits = datagram.payload.size() <= std::numeric_limits<quint16>::max() &&
+    const bool fits = datagram.payload.size() <= PacketEncoder::LargestPayload &&
                       backlog.size() + datagram.payload.size() <= LargestBacklog;
     if (!fits || !errorText.isEmpty()) {
         ++counts.dropped;
         return;
     }
-    if (!firstTime)
-        firstTime = datagram.time;
     const int before = backlog.size();
-    appendRecord(backlog, datagram, datagram.time - *firstTime);
+    if (!sinceEpoch) {
+        sinceEpoch = std::chrono::system_clock::now().time_since_epoch() - datagram.time;
+        backlog = PacketEncoder::fileHead();
+    }
+    PacketEncoder::append(backlog, datagram, *sinceEpoch + datagram.time);
     ++counts.datagrams;
     counts.bytes += backlog.size() - before;
 }
@@ -152,30 +113,45 @@ void RecordingWriter::writeOut()
     }
     if (bytes.isEmpty())
         return;
-    QString failure;
-    if (!headIsWritten) {
+    if (writtenBytes == 0)
         file.resize(0); // A device may have no size; it tells when it is written to.
-        failure = writeHead();
-    }
-    if (failure.isEmpty())
-        failure = writeAll(bytes);
-    if (failure.isEmpty())
+    const QString reason = writeAll(bytes);
+    if (reason.isEmpty())
         return;
     const std::lock_guard guard(mutex);
-    errorText = failure;
-    counts.bytes = written;
+    errorText = QStringLiteral("Could not write to '%1': %2. What was written before stays "
+                               "readable.")
+                    .arg(shownPath, reason);
+    counts.dropped += counts.datagrams - writtenDatagrams;
+    counts.datagrams = writtenDatagrams;
+    counts.bytes = writtenBytes;
 }
 
+/// Writes packets, behind the head if they are the first ones. If not all of them go in the result
+/// is the reason, and the file ends with the last whole one.
 QString RecordingWriter::writeAll(const QByteArray &bytes)
 {
-    const qint64 taken = file.write(bytes);
-    if (taken == bytes.size()) {
-        written += taken;
-        return {};
+    int taken = 0;
+    while (taken < bytes.size()) {
+        // Only a write that takes nothing tells its reason.
+        const qint64 more = file.write(bytes.constData() + taken, bytes.size() - taken);
+        if (more <= 0)
+            break;
+        taken += static_cast<int>(more);
     }
-    // The part that did go in stays: its whole records are as good as any, and a reader passes
-    // over the last one's beginning.
-    written = file.pos();
-    return QStringLiteral("Could not write to '%1': %2. What was written before stays readable.")
-        .arg(shownPath, file.errorString());
+    int at = writtenBytes == 0 ? PacketEncoder::fileHead().size() : 0;
+    while (at + PacketEncoder::PacketHeadSize <= taken) {
+        const int end = at + PacketEncoder::sizeOfPacket(bytes.constData() + at);
+        if (end > taken)
+            break;
+        at = end;
+        ++writtenDatagrams;
+    }
+    if (at <= taken)
+        writtenBytes += at;
+    if (taken == bytes.size())
+        return {};
+    QString reason = file.errorString();
+    file.resize(writtenBytes);
+    return reason;
 }

@@ -11,9 +11,9 @@
 #include <optional>
 #include <thread>
 
-/// Writes a drive's datagrams into a file. `add` only puts them into memory; a thread of the
-/// writer's own brings them to the disk twice a second, so that a slow disk never holds up the
-/// listener. All operations: any thread.
+/// Writes a drive's datagrams into a pcap file, whatever its name. `add` only puts them into
+/// memory; a thread of the writer's own brings them to the disk twice a second, so that a slow disk
+/// never holds up the listener. All operations: any thread.
 class RecordingWriter
 {
 public:
@@ -21,9 +21,9 @@ public:
 
     struct Progress
     {
-        qint64 datagrams = 0; ///< Taken so far.
+        qint64 datagrams = 0; ///< In the file or in memory.
         qint64 bytes = 0;     ///< Size of the file, with what is still in memory.
-        qint64 dropped = 0;   ///< Not taken, since the disk was too slow or failed.
+        qint64 dropped = 0;   ///< Lost, since the disk was too slow or failed.
     };
 
     /// Makes the file. With `Existing::Keep` a file that is already there is an error, with
@@ -36,8 +36,8 @@ public:
     RecordingWriter(const RecordingWriter &) = delete;
     RecordingWriter &operator=(const RecordingWriter &) = delete;
 
-    /// Takes a datagram; its time counts from the first one's. Payloads beyond 65535 bytes, which
-    /// UDP doesn't have, are dropped.
+    /// Takes a datagram; the first one's time is now. Payloads beyond 65507 bytes, which UDP over
+    /// IPv4 doesn't have, are dropped.
     void add(const Datagram &datagram);
 
     /// Waits until all that was taken so far is in the file.
@@ -46,14 +46,13 @@ public:
     Progress progress() const;
 
     /// What went wrong, in one line for the user; empty if nothing did. After an error nothing more
-    /// is written, and what stands in the file stays readable.
+    /// is written, and `progress` counts only what can be read back.
     QString error() const;
 
 private:
     static constexpr int LargestBacklog = 32 * 1024 * 1024; ///< Bytes in memory.
 
     bool open(Existing existing);
-    QString writeHead();
     void run();
     void writeOut();
     QString writeAll(const QByteArray &bytes);
@@ -61,15 +60,15 @@ private:
     QFile file;
     const QString shownPath;
 
-    std::mutex fileMutex; ///< Taken before `mutex`, by whoever writes.
-    qint64 written = 0;   ///< Bytes in the file.
+    std::mutex fileMutex;        ///< Taken before `mutex`, by whoever writes.
+    qint64 writtenBytes = 0;     ///< Of whole packets, with the file's head.
+    qint64 writtenDatagrams = 0;
     bool wasThere = false;
-    bool headIsWritten = false;
 
     mutable std::mutex mutex;
     std::condition_variable wake;
-    QByteArray backlog; ///< Whole records that aren't in the file yet.
-    std::optional<std::chrono::nanoseconds> firstTime;
+    QByteArray backlog; ///< Whole packets that aren't in the file yet.
+    std::optional<std::chrono::nanoseconds> sinceEpoch; ///< From a datagram's time to the clock's.
     Progress counts;
     QString errorText;
     bool closing = false;

@@ -150,7 +150,7 @@ private Q_SLOTS:
         const Reading reading = read(file);
         QCOMPARE(reading.error, QString());
         QCOMPARE(reading.datagrams.size(), std::size_t(1));
-        QCOMPARE(reading.datagrams[0].port, Port);
+        QCOMPARE(reading.datagrams[0].sender.toPort, Port);
         QCOMPARE(reading.datagrams[0].payload, QByteArray("telemetry"));
         QVERIFY(reading.remarks.isEmpty());
     }
@@ -202,10 +202,11 @@ private Q_SLOTS:
         }
     }
 
-    void aDeviceOfAnotherKindIsNamed()
+    void whatIsNoCaptureIsRefusedWithAReason()
     {
-        const Reading reading = read(pcap(105, {"wireless"}));
-        QVERIFY2(reading.error.contains(QStringLiteral("802.11")), qPrintable(reading.error));
+        QVERIFY(read(pcap(105, {"wireless"})).error.contains(QStringLiteral("802.11")));
+        QVERIFY(read("").error.contains(QStringLiteral("empty")));
+        QVERIFY(read("Lap one\n").error.contains(QStringLiteral("no capture")));
     }
 };
 

@@ -35,7 +35,7 @@ public:
         const std::size_t number = at++;
         QByteArray payload(2, '\0');
         qToLittleEndian(static_cast<quint16>(number), payload.data());
-        return Datagram{times[number], 4444, payload};
+        return Datagram{times[number], {}, payload};
     }
 
     void rewind() override { at = 0; }
@@ -299,22 +299,39 @@ private Q_SLOTS:
             .advance(1s, notes);
     }
 
-    void aRecordingPlaysOnAThreadOfItsOwn()
+    void aRecordingOfTwoSendersPlaysAsItWasLive()
     {
         const QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("a.drive"));
+        const QString path = folder.filePath(QStringLiteral("a.pcap"));
+        const FeedSwitch::Sender first{QHostAddress(QHostAddress::LocalHost), 5000, 4444};
+        const FeedSwitch::Sender second{QHostAddress(QHostAddress::LocalHostIPv6), 5000, 4444};
         {
             RecordingWriter writer(path);
-            for (int i = 0; i < 10; ++i)
-                writer.add({std::chrono::milliseconds(10 * i), 1, QByteArray(2, char(i))});
+            for (int i = 0; i < 6; ++i) {
+                writer.add({std::chrono::milliseconds(10 * i), i % 2 == 0 ? first : second,
+                            QByteArray(1, char(i)) + '\0'});
+            }
         }
         QString error;
-        std::unique_ptr<DatagramReader> reader = openDrive(path, error);
+        std::vector<std::unique_ptr<Feed>> feeds;
+        feeds.push_back(std::make_unique<CountingFeed>());
+        DrivePlayer drive(openDrive(path, error), std::move(feeds), {});
         QCOMPARE(error, QString());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("A second game")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("is over after 0.1")));
+        Notes notes;
+        for (nanoseconds now = 0s; now <= 60ms; now += 5ms)
+            drive.advance(now, notes);
+        QCOMPARE(notes.told, (Numbers{0, 2, 4}));
+    }
+
+    void aDrivePlaysOnAThreadOfItsOwn()
+    {
         Notes notes;
         std::vector<std::unique_ptr<Feed>> feeds;
         feeds.push_back(std::make_unique<CountingFeed>());
-        PlaybackSource source(std::move(reader), std::move(feeds), {10, 0s, true});
+        PlaybackSource source(std::make_unique<Drive>(std::vector<nanoseconds>{0s, 10ms}),
+                              std::move(feeds), {10, 0s, true});
         source.start(notes);
         QTRY_VERIFY(notes.updates > 20);
     }
