@@ -21,6 +21,7 @@ using Names = std::vector<const char *>;
 
 constexpr int LargestDatagram = 65'507;
 constexpr int LongestText = 256;
+constexpr QLatin1String Comment("comment"); ///< Allowed in every object.
 
 struct TypeName
 {
@@ -97,7 +98,7 @@ bool DescriptionReader::isObject(const JsonValue &value, const char *what, const
         const bool known = std::any_of(members.begin(), members.end(), [&member](const char *name) {
             return member.name == QLatin1String(name);
         });
-        if (!known && member.name != QLatin1String("comment")) {
+        if (!known && member.name != Comment) {
             fail(member.line,
                  QStringLiteral("'%1' is not known in %2").arg(member.name, QLatin1String(what)));
         }
@@ -190,12 +191,16 @@ FeedDescription DescriptionReader::read(const JsonValue &root)
     const JsonValue *fields = need(root, "fields");
     if (fields == nullptr)
         return description;
-    if (fields->kind != Kind::Object || fields->members.empty()) {
+    const bool isAny = std::any_of(fields->members.begin(), fields->members.end(),
+                                   [](const JsonMember &member) { return member.name != Comment; });
+    if (!isAny) {
         fail(fields->line, QStringLiteral("'fields' must be an object with at least one field"));
         return description;
     }
-    for (const JsonMember &member : fields->members)
-        readField(member);
+    for (const JsonMember &member : fields->members) {
+        if (member.name != Comment)
+            readField(member);
+    }
     return description;
 }
 

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr std::size_t DeepestNesting = 16;
+constexpr int NumberOverflow = 406; ///< The parser's number for it.
 
 /// Where the parser is. It reads one character beyond a number, so the last one read doesn't count.
 struct Position
@@ -112,6 +113,8 @@ public:
     bool parse_error(std::size_t /*place*/, const std::string & /*token*/,
                      const nlohmann::detail::exception &exception) override
     {
+        if (exception.id == NumberOverflow)
+            return fail(QStringLiteral("a number is too large"));
         // What stands before the last colon repeats the place.
         const QString reason = QString::fromUtf8(exception.what()).simplified();
         return fail(QStringLiteral("no valid JSON: ") +

@@ -22,6 +22,7 @@ struct Limits
 
 constexpr Limits Percent{0, 100};
 constexpr Limits EitherWay{-100, 100};
+constexpr Limits Circle{0, 360};
 constexpr Limits Any{-std::numeric_limits<double>::max(), std::numeric_limits<double>::max()};
 
 /// Where a field lies and what it holds.
@@ -92,7 +93,7 @@ public:
     {
         const Limits within = withinType(place.type, limits);
         rows.push_back({QLatin1String(place.name), QString::fromUtf8(meaning), within.least,
-                        within.most, availability, place.type, place.offset, 0});
+                        within.most, availability, place.type, place.offset, 0, false});
     }
 
     void addCorners(Place place, std::size_t distance, std::uint64_t availability,
@@ -155,9 +156,9 @@ void addCar(Table &table)
     table.add(IN_VEHICLE(absLevel), Available::AbsLevel, "setting of the ABS, in steps");
     table.add(IN_VEHICLE(tractionControlLevel), Available::TractionControlLevel,
               "setting of the traction control, in steps");
-    table.add(IN_VEHICLE(heaveG), 0, "vertical acceleration, g");
-    table.add(IN_VEHICLE(swayG), 0, "lateral acceleration, g");
-    table.add(IN_VEHICLE(surgeG), 0, "longitudinal acceleration, g");
+    table.add(IN_VEHICLE(heaveG), 0, "vertical acceleration, g; upwards is positive, without gravity: 0 at rest");
+    table.add(IN_VEHICLE(swayG), 0, "lateral acceleration, g; to the right is positive, as in a right turn");
+    table.add(IN_VEHICLE(surgeG), 0, "longitudinal acceleration, g; gaining speed is positive");
     table.add(IN_VEHICLE(brakeBiasPercent), Available::BrakeBias, "brake balance, %", EitherWay);
     table.addCorners(IN_VEHICLE(tyreTempC), Available::TyreTemp, "tyre temperature, °C");
     table.addCorners(IN_VEHICLE(brakeTempC), Available::BrakeTemp, "brake temperature, °C");
@@ -170,10 +171,13 @@ void addFlight(Table &table)
 {
     table.add(IN_VEHICLE(altitudeAboveGroundM), 0, "altitude above ground, m");
     table.add(IN_VEHICLE(altitudeAboveSeaLevelM), 0, "altitude above sea level, m");
-    table.add(IN_VEHICLE(turnCoordinatorBall), 0, "slip ball; 0 is centred");
+    table.add(IN_VEHICLE(turnCoordinatorBall), 0,
+              "slip ball; 0 is centred, 1 the right end of its tube", {-1, 1});
     table.add(IN_VEHICLE(pitchDeg), 0, "pitch, degrees; nose up is positive");
     table.add(IN_VEHICLE(rollDeg), 0, "roll, degrees; right side down is positive");
-    table.add(IN_VEHICLE(headingDeg), 0, "heading, degrees");
+    table.add(IN_VEHICLE(headingDeg), 0,
+              "heading, degrees; grows to the right, and is taken into one circle", Circle);
+    table.rows.back().isCircular = true;
 }
 
 void addFlags(Table &table)
@@ -238,6 +242,10 @@ void TelemetryField::set(TelemetrySample &sample, double value) const
     if (!std::isfinite(value))
         return;
     char *const at = reinterpret_cast<char *>(&sample) + offset;
+    if (isCircular) {
+        value = std::fmod(value, most);
+        value += value < 0 ? most : 0;
+    }
     const double limited = std::clamp(value, least, most);
     const double whole = std::round(limited);
     switch (type) {

@@ -25,6 +25,7 @@ struct TelemetryField
     Type type;
     std::size_t offset; ///< In bytes from the start of the sample.
     std::uint32_t mask; ///< Of a flag.
+    bool isCircular;    ///< An angle: values beyond the limits are turned into them.
 
     /// Writes the value, within the limits and rounded where the field is a whole number, and says
     /// that the field is available. A flag is set by any value but 0. A value that is no number

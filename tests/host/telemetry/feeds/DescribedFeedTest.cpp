@@ -29,7 +29,7 @@ QString tableLine(const TelemetryField &field)
     QString range;
     if (field.type == Type::Flag || field.type == Type::Bool)
         range = QStringLiteral("0 or not");
-    else if (field.most <= 100)
+    else if (field.most <= 100 || field.isCircular)
         range = QStringLiteral("%1 to %2").arg(field.least).arg(field.most);
     QString bit;
     for (int i = 0; i < 64; ++i)
@@ -82,7 +82,7 @@ private Q_SLOTS:
             "4: no valid JSON");
         row("zero byte", QByteArray("{}\n\0", 4), "2: no valid JSON");
         row("no UTF-8", "{\"name\": \"\xff\"}", "1: no valid JSON");
-        row("number too big", number("{\"offset\": 1e999}"), "4: no valid JSON");
+        row("number too big", number("{\"offset\": 1e999}"), "4: a number is too large.");
         row("too deep", QByteArray(100'000 / 2, '['), "1: the nesting is too deep");
         row("too large", QByteArray(70'000, ' '), "1: the file is larger");
         row("list", "[]", "1: a description must be an object");
@@ -114,7 +114,8 @@ private Q_SLOTS:
             description("\"length\": 4, \"vehicle\":\n{\"offset\": 2, \"length\": 3}"),
             "3: offset 2 and 3 bytes reach beyond");
         row("no fields", description("\"length\": 4"), "1: 'fields' is missing");
-        row("empty fields", description(R"("length": 4, "fields": {})"), "2: 'fields' must be");
+        row("empty fields", description(R"("length": 4, "fields": {"comment": ""})"),
+            "2: 'fields' must be");
         row("unknown field", withField("speed", "{}"), "4: 'speed' is no field of the telemetry");
         row("no number", number("7"), "4: a number of a datagram must be an object");
         row("no offset", number(R"({"type": "u8"})"), "4: 'offset' is missing");
@@ -195,6 +196,7 @@ private Q_SLOTS:
 
     void everyFieldHasItsPlaceAndItsBit()
     {
+        constexpr double Huge = std::numeric_limits<double>::max();
         TelemetrySample all;
         QByteArray taken(sizeof all, '\0');
         for (const TelemetryField &field : telemetryFields()) {
@@ -202,9 +204,9 @@ private Q_SLOTS:
             TelemetrySample sample;
             field.set(sample, std::numeric_limits<double>::quiet_NaN());
             QCOMPARE(quint64(sample.vehicle.availabilityMask), quint64(0));
-            field.set(sample, 1e300);
+            field.set(sample, Huge);
             QCOMPARE(quint64(sample.vehicle.availabilityMask), quint64(field.availability));
-            field.set(all, 1e300);
+            field.set(all, Huge);
 
             // What one field writes, no other one does.
             sample.vehicle.availabilityMask = 0;
@@ -316,31 +318,48 @@ private Q_SLOTS:
                  0U);
     }
 
+    void valuesAreRoundedAndKeptWithinTheirLimits_data()
+    {
+        QTest::addColumn<QByteArray>("field");
+        QTest::addColumn<double>("sent");
+        QTest::addColumn<double>("taken");
+        const auto row = [](const char *field, double sent, double taken) {
+            QTest::addRow("%s %g", field, sent) << QByteArray(field) << sent << taken;
+        };
+        row("gasPedalPercent", 49.5, 50);
+        row("gasPedalPercent", -3, 0);
+        row("gasPedalPercent", 1e30, 100);
+        row("turnCoordinatorBall", -4, -1);
+        row("turnCoordinatorBall", 1.5, 1);
+        row("headingDeg", -90, 270);
+        row("headingDeg", 725, 5);
+        row("headingDeg", 359.5, 359.5);
+    }
+
     void valuesAreRoundedAndKeptWithinTheirLimits()
     {
-        const auto pedal = [](const QByteArray &payload) {
-            const auto read =
-                decode(withField("gasPedalPercent", R"({"offset": 0, "type": "f64"})"), payload);
-            return read ? read->sample.vehicle : VehicleTelemetry{};
-        };
-        const auto bytes = [](double value) {
-            QByteArray payload(8, '\0');
-            qToLittleEndian(value, payload.data());
-            return payload;
-        };
-        QCOMPARE(int(pedal(bytes(49.5)).gasPedalPercent), 50);
-        QCOMPARE(int(pedal(bytes(-3)).gasPedalPercent), 0);
-        QCOMPARE(int(pedal(bytes(1e30)).gasPedalPercent), 100);
-        QCOMPARE(quint64(pedal(bytes(0)).availabilityMask), quint64(Available::Pedals));
-        const double infinity = std::numeric_limits<double>::infinity();
-        QCOMPARE(quint64(pedal(bytes(infinity)).availabilityMask), quint64(0));
+        QFETCH(QByteArray, field);
+        QFETCH(double, sent);
+        QFETCH(double, taken);
+        const QByteArray json = withField(field, R"({"offset": 0, "type": "f64"})");
+        QByteArray payload(8, '\0');
+        qToLittleEndian(sent, payload.data());
+        const auto read = decode(json, payload);
+        QVERIFY(read);
+        const VehicleTelemetry &vehicle = read->sample.vehicle;
+        QCOMPARE(vehicle.gasPedalPercent + double{vehicle.turnCoordinatorBall} +
+                     double{vehicle.headingDeg},
+                 taken);
+        qToLittleEndian(std::numeric_limits<double>::infinity(), payload.data());
+        QCOMPARE(quint64(decode(json, payload)->sample.vehicle.availabilityMask), quint64(0));
     }
 
     void onlyWhatIsRecognisedIsTaken()
     {
         const QByteArray json =
             description(R"("length": [4, 6], "recognise": [{"offset": 0, "bytes": "4C46"},
-                        {"offset": 3, "bytes": "01"}], "fields": {"rpm": {"value": 7}})");
+                        {"offset": 3, "bytes": "01"}],
+                        "fields": {"comment": "one", "rpm": {"value": 7}})");
         for (const QByteArray &taken : {QByteArray("LF?\1"), QByteArray("LF?\1??")}) {
             const auto read = decode(json, taken);
             QVERIFY(read);
