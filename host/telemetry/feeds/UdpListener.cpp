@@ -5,6 +5,7 @@
 #include <QtCore/QEventLoop>
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
+#include <QtNetwork/QNetworkInterface>
 #include <QtNetwork/QUdpSocket>
 
 #include <algorithm>
@@ -26,6 +27,28 @@ QString problemOf(const QUdpSocket &socket, const QHostAddress &address, quint16
             .arg(address.toString());
     return QStringLiteral("UDP port %1 of %2 could not be opened: %3.")
         .arg(QString::number(port), address.toString(), socket.errorString());
+}
+
+QHostAddress anyOfItsKind(const QHostAddress &address)
+{
+    return QHostAddress(address.protocol() == QAbstractSocket::IPv4Protocol
+                            ? QHostAddress::AnyIPv4
+                            : QHostAddress::AnyIPv6);
+}
+
+/// Joins a group in every network that the computer is in. True if any took it.
+bool join(QUdpSocket &socket, const QHostAddress &group)
+{
+    bool isMember = false;
+    const QList<QNetworkInterface> all = QNetworkInterface::allInterfaces();
+    for (const QNetworkInterface &each : all) {
+        const QNetworkInterface::InterfaceFlags flags = each.flags();
+        const bool carries = (flags & QNetworkInterface::CanMulticast) != 0 ||
+                             (flags & QNetworkInterface::IsLoopBack) != 0;
+        if (carries && (flags & QNetworkInterface::IsUp) != 0)
+            isMember = socket.joinMulticastGroup(group, each) || isMember;
+    }
+    return isMember;
 }
 
 /// Ports that other programs have, with all addresses of which that is true.
@@ -69,12 +92,19 @@ public:
     quint16 open(const QHostAddress &address, quint16 port, QStringList &inUse, QStringList &errors)
     {
         auto socket = std::make_unique<QUdpSocket>();
-        if (!socket->bind(address, port, QAbstractSocket::DontShareAddress)) {
+        // Windows binds to no group.
+        const QHostAddress bound = !address.isMulticast() ? address : anyOfItsKind(address);
+        if (!socket->bind(bound, port, QAbstractSocket::DontShareAddress)) {
             if (socket->error() == QAbstractSocket::AddressInUseError)
                 inUse += QString::number(port);
             // Not every computer speaks IPv6, and then no game does.
             else if (address != QHostAddress(QHostAddress::LocalHostIPv6))
                 errors += problemOf(*socket, address, port);
+            return 0;
+        }
+        if (address.isMulticast() && !join(*socket, address)) {
+            errors += QStringLiteral("The multicast group %1 could not be joined: %2.")
+                          .arg(address.toString(), socket->errorString());
             return 0;
         }
         QUdpSocket *const opened = socket.get();

@@ -8,6 +8,7 @@
 #include <QtCore/QMutex>
 #include <QtCore/QSemaphore>
 #include <QtCore/QThread>
+#include <QtNetwork/QNetworkInterface>
 #include <QtNetwork/QUdpSocket>
 #include <QtTest/QtTest>
 
@@ -144,7 +145,7 @@ private Q_SLOTS:
         QCOMPARE(tapped[0].payload, QByteArray("one"));
         QVERIFY(tapped[1].payload.isEmpty());
         QCOMPARE(tapped[2].payload, QByteArray(Senders::dataOut(311, 5)));
-        QCOMPARE(tapped[2].port, port);
+        QCOMPARE(tapped[2].sender.toPort, port);
         QVERIFY(tapped[0].time.count() > 0);
         QVERIFY(tapped[2].time >= tapped[0].time);
     }
@@ -168,6 +169,34 @@ private Q_SLOTS:
         taker.reset();
         stop = true;
         QVERIFY(flood->wait());
+    }
+
+    void aMulticastGroupIsJoined_data()
+    {
+        QTest::addColumn<QString>("group");
+        QTest::newRow("IPv4") << QStringLiteral("239.255.0.64");
+        QTest::newRow("IPv6") << QStringLiteral("ff01::64"); // Never leaves the computer.
+    }
+
+    void aMulticastGroupIsJoined()
+    {
+        QFETCH(QString, group);
+        Taker taker;
+        const auto listener = listen({QHostAddress(group)});
+        if (!listener->isListening())
+            QSKIP("this computer is in no network that carries groups", );
+        listener->start(taker);
+        QUdpSocket game;
+        QVERIFY(game.bind(QHostAddress(group).protocol() == QAbstractSocket::IPv4Protocol
+                              ? QHostAddress::AnyIPv4
+                              : QHostAddress::AnyIPv6));
+        const QList<QNetworkInterface> all = QNetworkInterface::allInterfaces();
+        const QByteArray datagram = Senders::dataOut(311, 7);
+        for (const QNetworkInterface &each : all) {
+            game.setMulticastInterface(each);
+            game.writeDatagram(datagram, QHostAddress(group), listener->ports()[0]);
+        }
+        QTRY_COMPARE(taker.lastCar, 7);
     }
 
     void aPortInUseIsTold()
