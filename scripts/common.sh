@@ -9,7 +9,7 @@ run_packages=(
   qml-module-qtquick-templates2 qml-module-qtquick-window2 qml-module-qtquick-layouts
   qml-module-qtquick-shapes qml-module-qt-labs-folderlistmodel
   qttools5-dev-tools qttranslations5-l10n
-  libpcap-dev nlohmann-json3-dev zlib1g-dev
+  libpcap-dev nlohmann-json3-dev
   qtwayland5 libgl1-mesa-dri libgl-dev fonts-dejavu-core xvfb xauth imagemagick
 )
 test_packages=(
@@ -17,7 +17,7 @@ test_packages=(
 )
 fuzz_packages=(libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev)
-windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 xz-utils)
+windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 xz-utils)
 # For Qt itself, where no ready-made one is at hand, and for other libraries.
 windows_build_packages=(
   g++ make cmake ninja-build g++-mingw-w64-x86-64-posix dpkg-dev patch perl python3 flex bison debian-archive-keyring

@@ -105,12 +105,12 @@ private Q_SLOTS:
         HostSettings settings = makeSettings();
         SessionOptions bare({}, settings);
         Options commandLine;
-        commandLine.telemetry = QStringLiteral("my.drive");
+        commandLine.telemetry = QStringLiteral("my.pcap");
         commandLine.units = Options::Units::Mph;
         SessionOptions given(commandLine, settings);
         for (int i = 0; i < 2; ++i) {
             QCOMPARE(bare.take().telemetry, QStringLiteral("demo"));
-            QCOMPARE(given.take().telemetry, QStringLiteral("my.drive"));
+            QCOMPARE(given.take().telemetry, QStringLiteral("my.pcap"));
             QVERIFY(given.take().units == Options::Units::Mph);
         }
         settings.setTelemetrySource(QStringLiteral("other"));

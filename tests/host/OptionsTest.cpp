@@ -85,11 +85,11 @@ private Q_SLOTS:
     void drivesAndTheirRecordingReachTheirFields()
     {
         const Options record =
-            parse(QStringLiteral("record my.drive --force --duration 2.5 --port 5000 "
+            parse(QStringLiteral("record my.pcap --force --duration 2.5 --port 5000 "
                                  "--feed a.json --feed b.json"))
                 .options;
         QCOMPARE(record.mode, Options::Mode::Record);
-        QCOMPARE(record.record.path, QStringLiteral("my.drive"));
+        QCOMPARE(record.record.path, QStringLiteral("my.pcap"));
         QVERIFY(record.record.overwrite);
         QCOMPARE(record.record.seconds, 2.5);
         QCOMPARE(int(record.port), 5000);
@@ -97,8 +97,8 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("a.json"), QStringLiteral("b.json")}));
 
         const Options play =
-            parse(QStringLiteral("--telemetry my.drive --speed 2.5 --loop")).options;
-        QCOMPARE(play.telemetry, QStringLiteral("my.drive"));
+            parse(QStringLiteral("--telemetry my.pcap --speed 2.5 --loop")).options;
+        QCOMPARE(play.telemetry, QStringLiteral("my.pcap"));
         QCOMPARE(play.startAt, 0.0);
         QCOMPARE(play.speed, 2.5);
         QVERIFY(play.loop);
@@ -174,16 +174,16 @@ private Q_SLOTS:
         row("--start-at inf", "'inf'");
         row("--speed 2", "FILE");
         row("--loop --telemetry auto", "FILE");
-        row("--telemetry a.drive --speed 0.09", "'0.09'");
-        row("--telemetry a.drive --speed 101", "'101'");
-        row("--telemetry a.drive --speed nan", "'nan'");
-        row("--telemetry a.drive --port 4444", "--port");
+        row("--telemetry a.pcap --speed 0.09", "'0.09'");
+        row("--telemetry a.pcap --speed 101", "'101'");
+        row("--telemetry a.pcap --speed nan", "'nan'");
+        row("--telemetry a.pcap --port 4444", "--port");
         row("--telemetry demo --feed a.json", "demo");
         row("record", "record FILE");
         row("record a b", "record FILE");
         row("record a --frames out", "--frames");
         row("record a --telemetry demo", "demo");
-        row("record a --telemetry b.drive", "b.drive");
+        row("record a --telemetry b.pcap", "b.pcap");
         row("record a --duration 0", "'0'");
         row("record a --json", "profiles list");
         row("--duration 5", "record");
