@@ -5,7 +5,8 @@ QString helpText(const QCommandLineParser &parser)
     return parser.helpText() +
            QStringLiteral(
                "\nA drive:\n"
-               "  record FILE.pcap            Write what games send into a pcap file, until Ctrl+C.\n"
+               "  record FILE.pcap            Write what games send into a pcap file, until "
+               "Ctrl+C.\n"
                "  --telemetry FILE.pcap       Play it, or another pcap or pcapng file.\n"
                "\nThe collection of dashboards:\n"
                "  profiles list [--json]      Names, ids, kinds, vehicles, previews.\n"

@@ -30,7 +30,8 @@ QString summary(const RecordingWriter::Progress &progress, double seconds)
         .arg(megabytes(progress.bytes));
 }
 
-/// Waits for the end, which a termination is too, and keeps the terminal's line up to date. The result is the time it took.
+/// Waits for the end, which a termination is too, and keeps the terminal's line up to date. The
+/// result is the time it took.
 double waitForEnd(const RecordingWriter &writer, double seconds)
 {
     QElapsedTimer elapsed;

@@ -89,9 +89,8 @@ private Q_SLOTS:
         QTRY_COMPARE(read(file).size(), std::size_t(10));
         game.writeDatagram("tail", QHostAddress::LocalHost, port);
         QProcess::execute(QStringLiteral("sh"),
-                          {QStringLiteral("-c"), QStringLiteral("kill -%1 %2")
-                                                     .arg(signal)
-                                                     .arg(process.processId())});
+                          {QStringLiteral("-c"),
+                           QStringLiteral("kill -%1 %2").arg(signal).arg(process.processId())});
         const QString rest = outputOf(process);
         const std::vector<Datagram> datagrams = read(file);
         QVERIFY(datagrams.size() >= 10);

@@ -156,8 +156,10 @@ void addCar(Table &table)
     table.add(IN_VEHICLE(absLevel), Available::AbsLevel, "setting of the ABS, in steps");
     table.add(IN_VEHICLE(tractionControlLevel), Available::TractionControlLevel,
               "setting of the traction control, in steps");
-    table.add(IN_VEHICLE(heaveG), 0, "vertical acceleration, g; upwards is positive, without gravity: 0 at rest");
-    table.add(IN_VEHICLE(swayG), 0, "lateral acceleration, g; to the right is positive, as in a right turn");
+    table.add(IN_VEHICLE(heaveG), 0,
+              "vertical acceleration, g; upwards is positive, without gravity: 0 at rest");
+    table.add(IN_VEHICLE(swayG), 0,
+              "lateral acceleration, g; to the right is positive, as in a right turn");
     table.add(IN_VEHICLE(surgeG), 0, "longitudinal acceleration, g; gaining speed is positive");
     table.add(IN_VEHICLE(brakeBiasPercent), Available::BrakeBias, "brake balance, %", EitherWay);
     table.addCorners(IN_VEHICLE(tyreTempC), Available::TyreTemp, "tyre temperature, °C");

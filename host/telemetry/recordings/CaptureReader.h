@@ -2,9 +2,11 @@
 
 #include "DatagramReader.h"
 #include "PacketDecoder.h"
+#include "PcapngReader.h"
 
 #include <QtCore/QByteArray>
 
+#include <map>
 #include <memory>
 
 struct pcap;
@@ -16,8 +18,8 @@ public:
     /// Whether a file that begins with these bytes means to be a capture.
     static bool recognises(const QByteArray &beginning);
 
-    /// Nothing if the file is no capture or holds packets of another kind than `LinkLayer` lists;
-    /// `error` then says so in one line that goes on after the file's name.
+    /// Nothing if the file can't be read as a capture; `error` then says so in one line that goes
+    /// on after the file's name.
     static std::unique_ptr<CaptureReader> open(const QString &path, QString &error);
 
     std::optional<Datagram> next() override;
@@ -33,11 +35,14 @@ private:
     explicit CaptureReader(QString path);
 
     QString openCapture();
+    std::optional<PcapngReader::Packet> nextPacket();
+    std::optional<PcapngReader::Packet> nextOfPcap();
 
     const QString path;
-    std::unique_ptr<pcap, Close> capture;
-    LinkLayer link = LinkLayer::RawIp;
+    std::unique_ptr<pcap, Close> capture; ///< Of a pcap file; null at its end.
+    std::unique_ptr<PcapngReader> blocks; ///< Of a pcapng file.
     int fragments = 0;
     int truncated = 0;
-    QString failure; ///< Why the capture ended early; empty if it didn't.
+    std::map<int, int> foreign; ///< Packets that were passed over, by link type.
+    QString failure;            ///< Why the capture ended early; empty if it didn't.
 };

@@ -54,8 +54,8 @@ CapturedPacket udp(const Rest &rest, const QHostAddress &from)
         return {};
     if (!rest.has(length))
         return {Kind::Truncated, {}, {}};
-    return {Kind::Udp, {from, rest.word(0), rest.word(2)},
-            rest.mid(UdpHeadSize, length - UdpHeadSize)};
+    return {
+        Kind::Udp, {from, rest.word(0), rest.word(2)}, rest.mid(UdpHeadSize, length - UdpHeadSize)};
 }
 
 CapturedPacket ipv4(Rest rest)

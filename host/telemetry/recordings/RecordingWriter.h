@@ -60,8 +60,8 @@ private:
     QFile file;
     const QString shownPath;
 
-    std::mutex fileMutex;        ///< Taken before `mutex`, by whoever writes.
-    qint64 writtenBytes = 0;     ///< Of whole packets, with the file's head.
+    std::mutex fileMutex;    ///< Taken before `mutex`, by whoever writes.
+    qint64 writtenBytes = 0; ///< Of whole packets, with the file's head.
     qint64 writtenDatagrams = 0;
     bool wasThere = false;
 

@@ -67,15 +67,22 @@ QByteArray pcapngBlock(quint32 type, QByteArray body)
     return little32(type) + length + body + length;
 }
 
-QByteArray pcapng(quint16 linkType, const QByteArray &packet)
+QByteArray pcapngDevice(quint32 linkType, const QByteArray &options = {})
 {
-    const QByteArray section =
-        little32(0x1a2b3c4d) + QByteArray("\1\0\0\0", 4) + QByteArray(8, '\xff');
-    const QByteArray device = little32(linkType) + little32(65535);
-    const QByteArray head = little32(0) + little32(0) + little32(3'000'000) +
-                            little32(quint32(packet.size())) + little32(quint32(packet.size()));
-    return pcapngBlock(0x0a0d0d0a, section) + pcapngBlock(1, device) +
-           pcapngBlock(6, head + packet);
+    return pcapngBlock(1, little32(linkType) + little32(65535) + options);
+}
+
+QByteArray pcapngPacket(quint32 device, quint32 ticks, const QByteArray &packet)
+{
+    const QByteArray size = little32(quint32(packet.size()));
+    return pcapngBlock(6, little32(device) + little32(0) + little32(ticks) + size + size + packet);
+}
+
+QByteArray pcapng(const QByteArray &blocks)
+{
+    return pcapngBlock(0x0a0d0d0a,
+                       little32(0x1a2b3c4d) + QByteArray("\1\0\0\0", 4) + QByteArray(8, '\xff')) +
+           blocks;
 }
 
 struct Reading
@@ -141,7 +148,10 @@ private Q_SLOTS:
                      QByteArray("\x2c\1", 2) + QByteArray(10, '\0') + // authentication, 12 bytes
                      QByteArray("\x11\0\0\0\0\0\0\0", 8) + udp("telemetry"), // a sole fragment
                  0));
-        QTest::newRow("pcapng") << pcapng(1, ethernet(0x0800, plain));
+        const QByteArray packet = pcapngPacket(0, 0, ethernet(0x0800, plain));
+        QTest::newRow("pcapng") << pcapng(pcapngDevice(1) + packet);
+        QTest::newRow("pcapng without a time")
+            << pcapng(pcapngDevice(101) + pcapngBlock(3, little32(quint32(six.size())) + six));
     }
 
     void everyWrappingGivesTheDatagram()
@@ -161,8 +171,32 @@ private Q_SLOTS:
         const Reading reading = read(pcap(101, {packet, packet}));
         QCOMPARE(reading.datagrams[0].time.count(), 1'000'000'000);
         QCOMPARE(reading.datagrams[1].time.count(), 1'000'000'001);
-        const Reading blocks = read(pcapng(1, ethernet(0x0800, packet)));
-        QCOMPARE(blocks.datagrams[0].time.count(), 3'000'000'000);
+        const auto ticks = [&packet](const QByteArray &options) {
+            return read(pcapng(pcapngDevice(101, options) + pcapngPacket(0, 3'000'001, packet)))
+                .datagrams.at(0)
+                .time.count();
+        };
+        QCOMPARE(ticks({}), 3'000'001'000);
+        const QByteArray resolution("\x09\0\1\0", 4);
+        QCOMPARE(ticks(resolution + little32(9)), 3'000'001);
+        QCOMPARE(ticks(resolution + little32(0x80 + 20)), 2'861'023'903); // 2^-20 s.
+        QCOMPARE(ticks(QByteArray("\x0e\0\x08\0", 4) + little32(7) + little32(0)), 10'000'001'000);
+    }
+
+    void eachInterfaceOfAPcapngHasItsOwnLinkType()
+    {
+        const QByteArray packet = ipv4(udp("t"));
+        const QByteArray file =
+            pcapng(pcapngDevice(1) + pcapngDevice(0) + pcapngDevice(105) +
+                   pcapngPacket(0, 1, ethernet(0x0800, packet)) + pcapngPacket(2, 2, "wireless") +
+                   pcapngPacket(1, 3, little32(2) + packet));
+        const Reading reading = read(file);
+        QCOMPARE(reading.datagrams.size(), std::size_t(2));
+        QCOMPARE(reading.remarks.size(), 1);
+        QVERIFY2(reading.remarks[0].contains(QStringLiteral("802.11")),
+                 qPrintable(reading.remarks[0]));
+        for (int size = 4; size < file.size(); ++size)
+            QVERIFY(read(file.left(size)).datagrams.size() < 2);
     }
 
     void piecesAreToldOnceAndOthersPassedOver()
