@@ -9,7 +9,7 @@ run_packages=(
   qml-module-qtquick-templates2 qml-module-qtquick-window2 qml-module-qtquick-layouts
   qml-module-qtquick-shapes qml-module-qt-labs-folderlistmodel
   qttools5-dev-tools qttranslations5-l10n
-  libpcap-dev nlohmann-json3-dev
+  libpcap-dev
   qtwayland5 libgl1-mesa-dri libgl-dev fonts-dejavu-core xvfb xauth imagemagick
 )
 test_packages=(

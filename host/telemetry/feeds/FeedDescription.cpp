@@ -1,9 +1,10 @@
 #include "FeedDescription.h"
 
-#include "JsonTree.h"
-
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
 #include <QtCore/QRegularExpression>
 
 #include <algorithm>
@@ -14,7 +15,6 @@
 
 namespace {
 
-using Kind = JsonValue::Kind;
 using Type = FeedDescription::Type;
 
 using Names = std::vector<const char *>;
@@ -48,295 +48,294 @@ const TypeName &entryOf(Type type)
                          [type](const TypeName &each) { return each.type == type; });
 }
 
-/// Reads the tree of a description and collects what is wrong with it.
+/// A value of the description and where it stands, such as "fields.rpm.offset".
+struct Node
+{
+    QJsonValue value;
+    QString path; ///< Empty for the whole.
+
+    bool isThere() const { return !value.isUndefined(); }
+
+    /// One whose value is undefined where there is no such member.
+    Node member(const QString &name) const
+    {
+        return {value[name], path.isEmpty() ? name : path + QLatin1Char('.') + name};
+    }
+    Node member(const char *name) const { return member(QString::fromLatin1(name)); }
+
+    /// The items of an array, or else the value itself.
+    std::vector<Node> items() const
+    {
+        if (!value.isArray())
+            return {*this};
+        std::vector<Node> result;
+        for (int i = 0; i < value.toArray().size(); ++i)
+            result.push_back({value[i], QStringLiteral("%1[%2]").arg(path).arg(i)});
+        return result;
+    }
+};
+
+/// Reads a description and collects what is wrong with it.
 class DescriptionReader
 {
 public:
-    DescriptionReader(QString fileName, QStringList &errors)
-        : fileName(std::move(fileName))
-        , errors(errors)
+    explicit DescriptionReader(QStringList &problems)
+        : problems(problems)
     {
     }
 
-    FeedDescription read(const JsonValue &root);
-    void fail(int line, const QString &text);
+    FeedDescription read(const Node &root);
 
 private:
-    void readLengths(const JsonValue &root);
-    void readConditions(const JsonValue &root);
-    void readCondition(const JsonValue &value);
-    void readVehicle(const JsonValue &value);
-    void readField(const JsonMember &member);
-    std::optional<FeedDescription::Number> readNumber(const JsonValue &value,
+    void readLengths(const Node &root);
+    void readCondition(const Node &node);
+    void readVehicle(const Node &node);
+    void readField(const QString &name, const Node &node);
+    std::optional<FeedDescription::Number> readNumber(const Node &node,
                                                       const Names &furtherMembers);
 
-    bool isObject(const JsonValue &value, const char *what, const Names &members);
-    const JsonValue *need(const JsonValue &object, const char *name);
-    std::optional<QString> text(const JsonValue *value, const char *what);
-    std::optional<double> number(const JsonValue *value, const char *what);
-    std::optional<int> whole(const JsonValue *value, const char *what, int least, int most);
-    void checkEnd(int line, int offset, int size);
+    void fail(const QString &text);
+    void fail(const Node &node, const QString &text);
+    bool isObject(const Node &node, const Names &members);
+    Node need(const Node &object, const char *name);
+    std::optional<QString> text(const Node &node);
+    std::optional<double> number(const Node &node);
+    std::optional<int> whole(const Node &node, int least, int most);
+    void checkEnd(const Node &node, int offset, int size);
 
-    const QString fileName;
-    QStringList &errors;
+    QStringList &problems;
     FeedDescription description;
     int surelyThere = 0; ///< Bytes that every datagram has.
 };
 
-void DescriptionReader::fail(int line, const QString &text)
+void DescriptionReader::fail(const QString &text)
 {
-    errors += QStringLiteral("%1:%2: %3.").arg(fileName).arg(line).arg(text);
+    problems += text;
 }
 
-bool DescriptionReader::isObject(const JsonValue &value, const char *what, const Names &members)
+void DescriptionReader::fail(const Node &node, const QString &text)
 {
-    if (value.kind != Kind::Object) {
-        fail(value.line, QStringLiteral("%1 must be an object, { ... }").arg(QLatin1String(what)));
+    problems += node.path.isEmpty() ? QStringLiteral("the description ") + text
+                                    : QStringLiteral("'%1' %2").arg(node.path, text);
+}
+
+bool DescriptionReader::isObject(const Node &node, const Names &members)
+{
+    if (!node.value.isObject()) {
+        fail(node, QStringLiteral("must be an object, { ... }"));
         return false;
     }
-    for (const JsonMember &member : value.members) {
-        const bool known = std::any_of(members.begin(), members.end(), [&member](const char *name) {
-            return member.name == QLatin1String(name);
+    const QStringList names = node.value.toObject().keys();
+    for (const QString &name : names) {
+        const bool known = std::any_of(members.begin(), members.end(), [&name](const char *member) {
+            return name == QLatin1String(member);
         });
-        if (!known && member.name != Comment) {
-            fail(member.line,
-                 QStringLiteral("'%1' is not known in %2").arg(member.name, QLatin1String(what)));
-        }
+        if (!known && name != Comment)
+            fail(node.member(name), QStringLiteral("is not known here"));
     }
     return true;
 }
 
-const JsonValue *DescriptionReader::need(const JsonValue &object, const char *name)
+Node DescriptionReader::need(const Node &object, const char *name)
 {
-    const JsonValue *value = object.member(QLatin1String(name));
-    if (value == nullptr)
-        fail(object.line, QStringLiteral("'%1' is missing").arg(QLatin1String(name)));
-    return value;
+    Node node = object.member(name);
+    if (!node.isThere())
+        fail(node, QStringLiteral("is missing"));
+    return node;
 }
 
-// Each of these takes null for a member that is missing, which is told elsewhere or no fault.
+// Each of these takes a member that isn't there, which is told elsewhere or no fault.
 
-std::optional<QString> DescriptionReader::text(const JsonValue *value, const char *what)
+std::optional<QString> DescriptionReader::text(const Node &node)
 {
-    if (value == nullptr)
+    if (!node.isThere())
         return std::nullopt;
-    if (value->kind != Kind::Text || value->text.trimmed().isEmpty()) {
-        fail(value->line, QStringLiteral("'%1' must be a text").arg(QLatin1String(what)));
-        return std::nullopt;
-    }
-    if (value->text.size() > LongestText) {
-        fail(value->line, QStringLiteral("'%1' is longer than %2 characters")
-                              .arg(QLatin1String(what))
-                              .arg(LongestText));
+    const QString found = node.value.toString();
+    if (found.trimmed().isEmpty()) {
+        fail(node, QStringLiteral("must be a text"));
         return std::nullopt;
     }
-    return value->text;
+    if (found.size() > LongestText) {
+        fail(node, QStringLiteral("is longer than %1 characters").arg(LongestText));
+        return std::nullopt;
+    }
+    return found;
 }
 
-std::optional<double> DescriptionReader::number(const JsonValue *value, const char *what)
+std::optional<double> DescriptionReader::number(const Node &node)
 {
-    if (value == nullptr)
+    if (!node.isThere())
         return std::nullopt;
-    if (value->kind != Kind::Number) {
-        fail(value->line, QStringLiteral("'%1' must be a number").arg(QLatin1String(what)));
+    if (!node.value.isDouble()) {
+        fail(node, QStringLiteral("must be a number"));
         return std::nullopt;
     }
-    return value->number;
+    return node.value.toDouble();
 }
 
-std::optional<int> DescriptionReader::whole(const JsonValue *value, const char *what, int least,
-                                            int most)
+std::optional<int> DescriptionReader::whole(const Node &node, int least, int most)
 {
-    if (value == nullptr)
+    if (!node.isThere())
         return std::nullopt;
-    const double found = value->kind == Kind::Number ? value->number : least - 1.0;
+    const double found = node.value.toDouble(least - 1.0);
     if (found < least || found > most || found != std::floor(found)) {
-        fail(value->line, QStringLiteral("'%1' must be a whole number from %2 to %3")
-                              .arg(QLatin1String(what))
-                              .arg(least)
-                              .arg(most));
+        fail(node, QStringLiteral("must be a whole number from %1 to %2").arg(least).arg(most));
         return std::nullopt;
     }
     return static_cast<int>(found);
 }
 
-void DescriptionReader::checkEnd(int line, int offset, int size)
+void DescriptionReader::checkEnd(const Node &node, int offset, int size)
 {
     if (surelyThere > 0 && offset + size > surelyThere) {
-        fail(line, QStringLiteral("offset %1 and %2 bytes reach beyond the length of %3 bytes")
+        fail(node, QStringLiteral("reaches beyond the length of %1 bytes: offset %2 and %3 bytes")
+                       .arg(surelyThere)
                        .arg(offset)
-                       .arg(size)
-                       .arg(surelyThere));
+                       .arg(size));
     }
 }
 
-FeedDescription DescriptionReader::read(const JsonValue &root)
+FeedDescription DescriptionReader::read(const Node &root)
 {
-    if (!isObject(root, "a description",
-                  {"name", "port", "length", "minimumLength", "endianness", "recognise", "vehicle",
-                   "fields"}))
+    if (!isObject(root, {"name", "port", "length", "minimumLength", "endianness", "recognise",
+                         "vehicle", "fields"}))
         return {};
-    description.name = text(need(root, "name"), "name").value_or(QString());
-    description.port =
-        static_cast<quint16>(whole(need(root, "port"), "port", 1, 65'535).value_or(0));
+    description.name = text(need(root, "name")).value_or(QString());
+    description.port = static_cast<quint16>(whole(need(root, "port"), 1, 65'535).value_or(0));
     readLengths(root);
-    if (const JsonValue *order = root.member(QStringLiteral("endianness"))) {
-        description.bigEndian = order->text == QLatin1String("big");
-        if (!description.bigEndian && order->text != QLatin1String("little"))
-            fail(order->line, QStringLiteral("'endianness' must be \"little\" or \"big\""));
+    const Node order = root.member("endianness");
+    description.bigEndian = order.value == QLatin1String("big");
+    if (order.isThere() && !description.bigEndian && order.value != QLatin1String("little"))
+        fail(order, QStringLiteral("must be \"little\" or \"big\""));
+    const Node recognise = root.member("recognise");
+    if (recognise.isThere()) {
+        for (const Node &condition : recognise.items())
+            readCondition(condition);
     }
-    readConditions(root);
-    if (const JsonValue *vehicle = root.member(QStringLiteral("vehicle")))
-        readVehicle(*vehicle);
-    const JsonValue *fields = need(root, "fields");
-    if (fields == nullptr)
-        return description;
-    const bool isAny = std::any_of(fields->members.begin(), fields->members.end(),
-                                   [](const JsonMember &member) { return member.name != Comment; });
-    if (!isAny) {
-        fail(fields->line, QStringLiteral("'fields' must be an object with at least one field"));
-        return description;
-    }
-    for (const JsonMember &member : fields->members) {
-        if (member.name != Comment)
-            readField(member);
-    }
+    if (root.member("vehicle").isThere())
+        readVehicle(root.member("vehicle"));
+    const Node fields = need(root, "fields");
+    QStringList names = fields.value.toObject().keys();
+    names.removeAll(Comment);
+    if (fields.isThere() && names.isEmpty())
+        fail(fields, QStringLiteral("must be an object with at least one field"));
+    for (const QString &name : qAsConst(names))
+        readField(name, fields.member(name));
     return description;
 }
 
-void DescriptionReader::readLengths(const JsonValue &root)
+void DescriptionReader::readLengths(const Node &root)
 {
-    const JsonValue *length = root.member(QStringLiteral("length"));
-    const JsonValue *minimum = root.member(QStringLiteral("minimumLength"));
-    if ((length == nullptr) == (minimum == nullptr)) {
-        fail(root.line, QStringLiteral("it takes either 'length' or 'minimumLength'"));
+    const Node length = root.member("length");
+    const Node minimum = root.member("minimumLength");
+    if (length.isThere() == minimum.isThere()) {
+        fail(QStringLiteral("it takes either 'length' or 'minimumLength'"));
         return;
     }
-    if (minimum != nullptr) {
-        description.minimumLength = whole(minimum, "minimumLength", 1, LargestDatagram).value_or(0);
+    if (minimum.isThere()) {
+        description.minimumLength = whole(minimum, 1, LargestDatagram).value_or(0);
         surelyThere = description.minimumLength;
         return;
     }
-    if (length->kind == Kind::Array && length->items.empty())
-        fail(length->line, QStringLiteral("'length' must name at least one length"));
-    const std::vector<JsonValue> single{*length};
-    for (const JsonValue &item : length->kind == Kind::Array ? length->items : single) {
-        if (const auto bytes = whole(&item, "length", 1, LargestDatagram)) {
+    if (length.items().empty())
+        fail(length, QStringLiteral("must name at least one length"));
+    for (const Node &item : length.items()) {
+        if (const auto bytes = whole(item, 1, LargestDatagram)) {
             description.lengths.push_back(*bytes);
             surelyThere = surelyThere == 0 ? *bytes : std::min(surelyThere, *bytes);
         }
     }
 }
 
-void DescriptionReader::readConditions(const JsonValue &root)
-{
-    const JsonValue *recognise = root.member(QStringLiteral("recognise"));
-    if (recognise == nullptr)
-        return;
-    if (recognise->kind != Kind::Array) {
-        readCondition(*recognise);
-        return;
-    }
-    for (const JsonValue &item : recognise->items)
-        readCondition(item);
-}
-
-void DescriptionReader::readCondition(const JsonValue &value)
+void DescriptionReader::readCondition(const Node &node)
 {
     static const QRegularExpression Hex(QStringLiteral("^(\\s*[0-9a-fA-F]{2})+\\s*$"));
-    if (!isObject(value, "a condition of 'recognise'", {"offset", "bytes"}))
+    if (!isObject(node, {"offset", "bytes"}))
         return;
-    const auto offset = whole(need(value, "offset"), "offset", 0, LargestDatagram);
-    const JsonValue *bytes = need(value, "bytes");
-    if (bytes == nullptr)
+    const auto offset = whole(need(node, "offset"), 0, LargestDatagram);
+    const Node bytes = need(node, "bytes");
+    if (!bytes.isThere())
         return;
-    if (bytes->kind != Kind::Text || bytes->text.size() > LongestText ||
-        !Hex.match(bytes->text).hasMatch()) {
-        fail(bytes->line,
-             QStringLiteral("'bytes' must be bytes in hexadecimal, like \"4c 46 53\""));
+    const QString digits = bytes.value.toString();
+    if (digits.size() > LongestText || !Hex.match(digits).hasMatch()) {
+        fail(bytes, QStringLiteral("must be bytes in hexadecimal, like \"4c 46 53\""));
         return;
     }
     if (!offset)
         return;
-    const QByteArray expected = QByteArray::fromHex(bytes->text.toLatin1());
-    checkEnd(value.line, *offset, expected.size());
+    const QByteArray expected = QByteArray::fromHex(digits.toLatin1());
+    checkEnd(node, *offset, expected.size());
     description.conditions.push_back({*offset, expected});
 }
 
-void DescriptionReader::readVehicle(const JsonValue &value)
+void DescriptionReader::readVehicle(const Node &node)
 {
     FeedDescription::VehicleName vehicle;
-    if (value.kind == Kind::Object && value.member(QStringLiteral("type")) != nullptr) {
-        vehicle.number = readNumber(value, {"prefix"});
+    if (node.member("type").isThere()) {
+        vehicle.number = readNumber(node, {"prefix"});
     } else {
-        if (!isObject(value, "'vehicle'", {"offset", "length", "prefix"}))
+        if (!isObject(node, {"offset", "length", "prefix"}))
             return;
-        vehicle.offset = whole(need(value, "offset"), "offset", 0, LargestDatagram).value_or(0);
-        vehicle.length = whole(need(value, "length"), "length", 1, LongestText).value_or(0);
-        checkEnd(value.line, vehicle.offset, vehicle.length);
+        vehicle.offset = whole(need(node, "offset"), 0, LargestDatagram).value_or(0);
+        vehicle.length = whole(need(node, "length"), 1, LongestText).value_or(0);
+        checkEnd(node, vehicle.offset, vehicle.length);
     }
-    vehicle.prefix = text(value.member(QStringLiteral("prefix")), "prefix").value_or(QString());
+    vehicle.prefix = text(node.member("prefix")).value_or(QString());
     description.vehicle = vehicle;
 }
 
-std::optional<FeedDescription::Number> DescriptionReader::readNumber(const JsonValue &value,
+std::optional<FeedDescription::Number> DescriptionReader::readNumber(const Node &node,
                                                                      const Names &furtherMembers)
 {
     Names members{"offset", "type", "bit", "factor", "bias"};
     members.insert(members.end(), furtherMembers.begin(), furtherMembers.end());
-    if (!isObject(value, "a number of a datagram", members))
+    if (!isObject(node, members))
         return std::nullopt;
-    const auto offset = whole(need(value, "offset"), "offset", 0, LargestDatagram);
-    const JsonValue *typeName = need(value, "type");
-    if (typeName == nullptr)
+    const auto offset = whole(need(node, "offset"), 0, LargestDatagram);
+    const Node typeName = need(node, "type");
+    if (!typeName.isThere())
         return std::nullopt;
     const auto *const type =
-        std::find_if(Types.begin(), Types.end(), [typeName](const TypeName &each) {
-            return typeName->text == QLatin1String(each.name);
+        std::find_if(Types.begin(), Types.end(), [&typeName](const TypeName &each) {
+            return typeName.value == QLatin1String(each.name);
         });
     if (type == Types.end()) {
-        fail(typeName->line,
-             QStringLiteral("'type' must be u8, i8, u16, i16, u32, i32, f32 or f64"));
+        fail(typeName, QStringLiteral("must be u8, i8, u16, i16, u32, i32, f32 or f64"));
         return std::nullopt;
     }
     FeedDescription::Number result;
     result.type = type->type;
-    if (const JsonValue *bit = value.member(QStringLiteral("bit"))) {
-        if (type->whole)
-            result.bit = whole(bit, "bit", 0, type->size * 8 - 1);
-        else
-            fail(bit->line, QStringLiteral("'bit' goes with whole numbers only"));
-    }
-    result.factor = number(value.member(QStringLiteral("factor")), "factor").value_or(1);
-    result.bias = number(value.member(QStringLiteral("bias")), "bias").value_or(0);
+    const Node bit = node.member("bit");
+    if (type->whole)
+        result.bit = whole(bit, 0, type->size * 8 - 1);
+    else if (bit.isThere())
+        fail(bit, QStringLiteral("goes with whole numbers only"));
+    result.factor = number(node.member("factor")).value_or(1);
+    result.bias = number(node.member("bias")).value_or(0);
     if (!offset)
         return std::nullopt;
     result.offset = *offset;
-    checkEnd(value.line, *offset, type->size);
+    checkEnd(node, *offset, type->size);
     return result;
 }
 
-void DescriptionReader::readField(const JsonMember &member)
+void DescriptionReader::readField(const QString &name, const Node &node)
 {
     FeedDescription::Field field;
-    field.field = findTelemetryField(member.name);
+    field.field = findTelemetryField(name);
     if (field.field == nullptr) {
-        fail(member.line, QStringLiteral("'%1' is no field of the telemetry").arg(member.name));
+        fail(node, QStringLiteral("is no field of the telemetry"));
         return;
     }
-    const JsonValue &value = member.value;
-    const JsonValue *constant =
-        value.kind == Kind::Object ? value.member(QStringLiteral("value")) : nullptr;
-    if (constant != nullptr) {
-        isObject(value, "a field with 'value'", {"value", "available"});
-        field.constant = number(constant, "value").value_or(0);
+    const Node constant = node.member("value");
+    if (constant.isThere()) {
+        isObject(node, {"value", "available"});
+        field.constant = number(constant).value_or(0);
     } else {
-        field.number = readNumber(value, {"available"});
+        field.number = readNumber(node, {"available"});
     }
-    if (value.kind == Kind::Object) {
-        if (const JsonValue *available = value.member(QStringLiteral("available")))
-            field.available = readNumber(*available, {});
-    }
+    if (node.member("available").isThere())
+        field.available = readNumber(node.member("available"), {});
     description.fields.push_back(field);
 }
 
@@ -346,18 +345,26 @@ std::optional<FeedDescription> FeedDescription::parse(const QByteArray &json,
                                                       const QString &fileName, QStringList &errors)
 {
     errors.clear();
-    DescriptionReader reader(fileName, errors);
     if (json.size() > LargestFile) {
-        reader.fail(1, QStringLiteral("the file is larger than %1 bytes").arg(LargestFile));
+        errors +=
+            QStringLiteral("%1: the file is larger than %2 bytes.").arg(fileName).arg(LargestFile);
         return std::nullopt;
     }
-    JsonError error;
-    const std::optional<JsonValue> root = parseJson(json, error);
-    if (!root) {
-        reader.fail(error.line, error.text);
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    if (error.error != QJsonParseError::NoError) {
+        errors += QStringLiteral("%1:%2: no valid JSON: %3.")
+                      .arg(fileName)
+                      .arg(1 + json.left(error.offset).count('\n'))
+                      .arg(error.errorString());
         return std::nullopt;
     }
-    FeedDescription description = reader.read(*root);
+    QStringList problems;
+    const QJsonValue root =
+        document.isObject() ? QJsonValue(document.object()) : QJsonValue(document.array());
+    FeedDescription description = DescriptionReader(problems).read({root, {}});
+    for (const QString &problem : qAsConst(problems))
+        errors += QStringLiteral("%1: %2.").arg(fileName, problem);
     return errors.isEmpty() ? std::optional(std::move(description)) : std::nullopt;
 }
 

@@ -58,7 +58,8 @@ struct FeedDescription
     static constexpr int LargestFile = 64 * 1024;
 
     /// Reads a description. `fileName` is for the messages: what is wrong comes back in `errors`,
-    /// one line each with file and line. Any bytes are safe.
+    /// one line each with the file, and the member as "fields.rpm.offset" or, where the text is
+    /// no JSON, the line. Any bytes are safe.
     static std::optional<FeedDescription> parse(const QByteArray &json, const QString &fileName,
                                                 QStringList &errors);
 
