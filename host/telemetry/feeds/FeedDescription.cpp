@@ -21,7 +21,7 @@ using Names = std::vector<const char *>;
 
 constexpr int LargestDatagram = 65'507;
 constexpr int LongestText = 256;
-constexpr QLatin1String Comment("comment"); ///< Allowed in every object.
+const QLatin1String Comment("comment"); ///< Allowed in every object.
 
 struct TypeName
 {

@@ -125,9 +125,9 @@ std::optional<PcapngReader::Packet> PcapngReader::packet()
     }
     const Interface &from = interfaces[number];
     const quint64 ticks = quint64{word(4)} << 32 | word(8);
-    const double seconds = std::clamp(static_cast<double>(ticks / from.ticksPerSecond) +
-                                          static_cast<double>(from.secondsAhead),
-                                      0.0, Farthest);
+    const quint64 whole = ticks / from.ticksPerSecond;
+    const double seconds = std::clamp(
+        static_cast<double>(whole) + static_cast<double>(from.secondsAhead), 0.0, Farthest);
     const double fraction =
         static_cast<double>(ticks % from.ticksPerSecond) / static_cast<double>(from.ticksPerSecond);
     lastTime = std::chrono::seconds(static_cast<qint64>(seconds)) +
