@@ -31,9 +31,8 @@ QString problemOf(const QUdpSocket &socket, const QHostAddress &address, quint16
 
 QHostAddress anyOfItsKind(const QHostAddress &address)
 {
-    return QHostAddress(address.protocol() == QAbstractSocket::IPv4Protocol
-                            ? QHostAddress::AnyIPv4
-                            : QHostAddress::AnyIPv6);
+    const bool isIpv4 = address.protocol() == QAbstractSocket::IPv4Protocol;
+    return isIpv4 ? QHostAddress::AnyIPv4 : QHostAddress::AnyIPv6;
 }
 
 /// Joins a group in every network that the computer is in. True if any took it.

@@ -38,7 +38,7 @@ int main(int argc, char *argv[])
         std::this_thread::sleep_until(start + *due);
         if (const auto datagram = playback.take(*due))
             socket.writeDatagram(datagram->payload, QHostAddress::LocalHost,
-                                 wished != 0 ? wished : datagram->port);
+                                 wished != 0 ? wished : datagram->sender.toPort);
     }
     return 0;
 }
