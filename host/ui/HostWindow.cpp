@@ -149,7 +149,11 @@ void HostWindow::showNormal()
 
 bool HostWindow::event(QEvent *event)
 {
-    const QScopedValueRollback<const QMouseEvent *> guard(mouseEvent, asMouseEvent(event));
+    if (const QMouseEvent *mouse = asMouseEvent(event)) {
+        const QScopedValueRollback<const QMouseEvent *> guard(mouseEvent, mouse);
+        return QQuickView::event(event);
+    }
+    // Any other event may be the one that deletes the window.
     if (event->type() != QEvent::Close || closing)
         return QQuickView::event(event);
     // The document's answer to the request may close the window once more.
