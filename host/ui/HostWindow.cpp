@@ -47,6 +47,7 @@ HostWindow::HostWindow(const QString &name, Navigation &navigation)
     rootContext()->setContextProperty(QStringLiteral("qt_window"), this);
     rootContext()->setContextProperty(QStringLiteral("qt_navigation"), &navigation);
     connect(engine(), &QQmlEngine::quit, this, &QWindow::close, Qt::QueuedConnection);
+    connect(this, &QWindow::windowStateChanged, this, &HostWindow::followState);
     setFlag(Qt::WindowStaysOnTopHint, place.stayOnTop);
 }
 
@@ -74,7 +75,7 @@ void HostWindow::open(const QUrl &document)
     const bool whereItWas = sizeRemembered && transientParent() == nullptr;
     setGeometry(fitted(whereItWas ? place.geometry : inTheMiddle()));
     if (place.fullScreen)
-        restoreFullScreen();
+        showFullScreen();
     else
         show();
     requestActivate();
@@ -133,18 +134,8 @@ void HostWindow::toggleStayOnTop()
 
 void HostWindow::showFullScreen()
 {
-    if (!place.fullScreen)
-        rememberPlace();
+    rememberPlace();
     QQuickView::showFullScreen();
-    place.fullScreen = true;
-    place.save(name);
-}
-
-void HostWindow::showNormal()
-{
-    QQuickView::showNormal();
-    place.fullScreen = false;
-    place.save(name);
 }
 
 bool HostWindow::event(QEvent *event)
@@ -175,9 +166,14 @@ void HostWindow::keyPressEvent(QKeyEvent *event)
     }
 }
 
-void HostWindow::restoreFullScreen()
+/// The window manager begins and ends full screen, too. A window that is being hidden has no state.
+void HostWindow::followState()
 {
-    showFullScreen();
+    const bool fullScreen = windowStates().testFlag(Qt::WindowFullScreen);
+    if (!isVisible() || fullScreen == place.fullScreen)
+        return;
+    place.fullScreen = fullScreen;
+    place.save(name);
 }
 
 QRect HostWindow::room() const

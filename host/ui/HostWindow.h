@@ -65,9 +65,8 @@ public:
     Q_INVOKABLE void toggleStayOnTop();
 
 public Q_SLOTS:
-    // In place of the window's own, which don't end a move by dragging.
+    // In place of the window's own, which doesn't remember where the window was before.
     void showFullScreen();
-    void showNormal();
 
 Q_SIGNALS:
     void stayOnTopChanged();
@@ -82,9 +81,6 @@ protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
-    /// Shows the window in full screen, where the last session left it.
-    virtual void restoreFullScreen();
-
 private:
     friend class WaitingDocument;
 
@@ -92,6 +88,7 @@ private:
     QRect inTheMiddle() const;
     QRect fitted(QRect geometry) const;
     void rememberPlace();
+    void followState();
 
     const QString name;
     QString errorText;

@@ -54,6 +54,7 @@ ViewWindow::ViewWindow(const QString &name, Navigation &navigation,
     QQmlEngine::setObjectOwnership(object, QQmlEngine::CppOwnership);
     rootContext()->setContextProperty(QStringLiteral("cpp_viewModel"), object);
     this->viewModel->initContext(rootContext());
+    connect(this, &QWindow::windowStateChanged, this, &ViewWindow::tellFullScreen);
 }
 
 ViewWindow::~ViewWindow()
@@ -113,22 +114,18 @@ void ViewWindow::clearMessages()
     Q_EMIT messagesChanged();
 }
 
-void ViewWindow::restoreFullScreen()
-{
-    switchFullScreen(true);
-}
-
 void ViewWindow::keyPressEvent(QKeyEvent *event)
 {
     HostWindow::keyPressEvent(event);
-    if (event->isAccepted() || !isFrameless())
+    if (event->isAccepted() || !isFrameless() || event->modifiers() != Qt::NoModifier)
         return;
-    const bool plain = event->modifiers() == Qt::NoModifier;
-    if (plain && (event->key() == Qt::Key_F11 || event->key() == Qt::Key_F))
-        switchFullScreen(!isFullScreen());
-    else if (plain && event->key() == Qt::Key_Escape && isFullScreen())
-        switchFullScreen(false);
-    else if (plain && event->key() == Qt::Key_Escape)
+    const int key = event->key();
+    const bool switches = key == Qt::Key_F || key == Qt::Key_F11;
+    if (isFullScreen() && (switches || key == Qt::Key_Escape))
+        showNormal();
+    else if (switches)
+        showFullScreen();
+    else if (key == Qt::Key_Escape)
         close();
 }
 
@@ -153,15 +150,12 @@ void ViewWindow::mouseMoveEvent(QMouseEvent *event)
         unsetCursor();
 }
 
-/// The document of the live dashboard keeps a state of its own.
-void ViewWindow::switchFullScreen(bool on)
+/// The document of the live dashboard keeps a state of its own, and the window manager or a key
+/// may change the window's.
+void ViewWindow::tellFullScreen()
 {
-    if (rootObject() != nullptr)
-        rootObject()->setProperty("fullScreen", on);
-    if (on)
-        showFullScreen();
-    else
-        showNormal();
+    if (isFrameless() && rootObject() != nullptr)
+        rootObject()->setProperty("fullScreen", isFullScreen());
 }
 
 /// The edges that are within the mouse's reach; none where the window can't be resized by them.

@@ -51,7 +51,6 @@ Q_SIGNALS:
     void messagesChanged();
 
 protected:
-    void restoreFullScreen() override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
@@ -59,7 +58,7 @@ protected:
 private:
     bool isFrameless() const { return flags().testFlag(Qt::FramelessWindowHint); }
     bool isFullScreen() const { return windowStates().testFlag(Qt::WindowFullScreen); }
-    void switchFullScreen(bool on);
+    void tellFullScreen();
     Qt::Edges edgesAt(const QPoint &position) const;
 
     std::unique_ptr<IViewModel> viewModel;

@@ -207,6 +207,14 @@ private Q_SLOTS:
         QTest::keyClick(window.data(), Qt::Key_Escape);
         QTRY_VERIFY(!window->windowStates().testFlag(Qt::WindowFullScreen));
         QVERIFY(!window->rootObject()->property("fullScreen").toBool());
+
+        // The window manager does without telling the document.
+        for (const Qt::WindowState state : {Qt::WindowFullScreen, Qt::WindowNoState}) {
+            window->setWindowStates(state);
+            const bool on = state == Qt::WindowFullScreen;
+            QTRY_COMPARE(window->rootObject()->property("fullScreen").toBool(), on);
+            QCOMPARE(WindowPlace::load(View).fullScreen, on);
+        }
         QTest::keyPress(window.data(), Qt::Key_Escape); // Nothing is left to release it in.
         QTRY_VERIFY(window == nullptr);
         QVERIFY(!bench->engine->hasConsumers());
