@@ -127,6 +127,8 @@ void ViewWindow::keyPressEvent(QKeyEvent *event)
         showFullScreen();
     else if (key == Qt::Key_Escape)
         close();
+    else if (key == Qt::Key_T)
+        toggleStayOnTop();
 }
 
 void ViewWindow::mousePressEvent(QMouseEvent *event)

@@ -12,8 +12,8 @@ class QVariant;
 /// A view of the library in a window: the document, and behind it the view model.
 ///
 /// A frameless window, such as the live dashboard's, is resized at its edges, switched to and from
-/// full screen with F or F11, and closed with Escape, which ends full screen first. It opens on a
-/// second screen if there is one, and nothing is remembered.
+/// full screen with F or F11, kept above other windows with T, and closed with Escape, which ends
+/// full screen first. It opens on a second screen if there is one, and nothing is remembered.
 class ViewWindow final : public HostWindow
 {
     Q_OBJECT

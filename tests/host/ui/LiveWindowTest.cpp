@@ -226,7 +226,7 @@ private Q_SLOTS:
         QVERIFY(window != nullptr);
         const QRect before = window->geometry();
         QVERIFY(!window->isStayOnTop());
-        window->toggleStayOnTop();
+        QTest::keyClick(window, Qt::Key_T);
         QVERIFY(window->isStayOnTop());
         QTest::qWait(50);
         QVERIFY(window->isVisible());
