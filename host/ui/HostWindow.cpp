@@ -69,11 +69,12 @@ void HostWindow::open(const QUrl &document)
         setFlag(Qt::FramelessWindowHint, false);
         setSource(QUrl(QStringLiteral("qrc:/qml/DocumentErrors.qml")));
     }
-    // A document's least size may be too much for a small screen at a large scale.
-    setMinimumSize(minimumSize().boundedTo(room().size()));
+    leastSize = minimumSize();
+    setMinimumSize(leastSize.boundedTo(room().size()));
     // A dialog belongs above its window, wherever that stood the last time.
     const bool whereItWas = sizeRemembered && transientParent() == nullptr;
     setGeometry(fitted(whereItWas ? place.geometry : inTheMiddle()));
+    fitDocument();
     if (place.fullScreen)
         showFullScreen();
     else
@@ -166,6 +167,12 @@ void HostWindow::keyPressEvent(QKeyEvent *event)
     }
 }
 
+void HostWindow::resizeEvent(QResizeEvent *event)
+{
+    fitDocument();
+    QQuickView::resizeEvent(event);
+}
+
 /// The window manager begins and ends full screen, too. A window that is being hidden has no state.
 void HostWindow::followState()
 {
@@ -174,6 +181,17 @@ void HostWindow::followState()
         return;
     place.fullScreen = fullScreen;
     place.save(name);
+}
+
+/// Makes the user interface smaller where the window is lower or narrower than the document needs.
+void HostWindow::fitDocument()
+{
+    constexpr qreal StillReadable = 0.5;
+    if (leastSize.isEmpty())
+        return;
+    const qreal part =
+        std::min({1.0, width() / qreal(leastSize.width()), height() / qreal(leastSize.height())});
+    static_cast<UiEngine *>(engine())->setScale(std::max(part * UiEngine::scale(), StillReadable));
 }
 
 QRect HostWindow::room() const

@@ -49,7 +49,7 @@ public:
 
     bool isStayOnTop() const { return flags().testFlag(Qt::WindowStaysOnTopHint); }
 
-    /// The size at the first time; a remembered one goes before it.
+    /// Initial size; a remembered size wins.
     Q_INVOKABLE void setInitialSize(qreal width, qreal height);
 
     /// Moves the window, without its frame, in logical pixels.
@@ -80,6 +80,7 @@ Q_SIGNALS:
 protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     friend class WaitingDocument;
@@ -89,11 +90,13 @@ private:
     QRect fitted(QRect geometry) const;
     void rememberPlace();
     void followState();
+    void fitDocument();
 
     const QString name;
     QString errorText;
     Navigation &navigator;
     WindowPlace place;
+    QSize leastSize; ///< What the document needs at the usual scale.
     bool sizeRemembered = false;
     bool closing = false;
     int waiting = 0;

@@ -22,7 +22,7 @@ UiEngine::UiEngine()
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icon.png")));
     ClassicUIBridge::registerType();
     addImportPath(QStringLiteral("qrc:/qml/modules"));
-    rootContext()->setContextProperty(QStringLiteral("qt_scale"), scale());
+    setScale(scale());
     QQmlComponent component(this, QUrl(QStringLiteral("qrc:/qml/Theme.qml")));
     QObject *theme = component.create();
     if (theme == nullptr)
@@ -40,6 +40,13 @@ qreal UiEngine::scale()
     const QScreen *screen = QGuiApplication::primaryScreen();
     const qreal dots = screen != nullptr ? screen->logicalDotsPerInch() : DotsPerInchAtScale1;
     return std::clamp(std::round(4 * dots / DotsPerInchAtScale1) / 4, 0.75, 4.0);
+}
+
+void UiEngine::setScale(qreal scale)
+{
+    const QString name = QStringLiteral("qt_scale");
+    if (rootContext()->contextProperty(name) != scale)
+        rootContext()->setContextProperty(name, scale);
 }
 
 bool UiEngine::eventFilter(QObject *watched, QEvent *event)

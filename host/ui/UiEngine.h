@@ -11,8 +11,12 @@ class UiEngine final : public QQmlEngine
 public:
     UiEngine();
 
-    /// Pixels per pixel at scale 1, from the screen's dots per inch: 0.75 to 4 in quarters.
+    /// Pixels per pixel at scale 1, from the screen's dots per inch: 0.75 to 4 in quarters. It is
+    /// `qt_scale` at first.
     static qreal scale();
+
+    /// Gives this engine's documents another `qt_scale`. Their bindings follow.
+    void setScale(qreal scale);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -93,10 +93,9 @@ Window {
             Rectangle {
                 id: previewFrame
 
-                // What the rows around the preview need of the window's height, at scale 1.
-                readonly property int reservedHeight: 535
+                readonly property int reservedHeight: 535 // For the rows around it, at scale 1.
                 readonly property int availableWidth: column.width / qt_scale
-                readonly property int availableHeight: root.height / qt_scale - reservedHeight
+                readonly property int availableHeight: Math.max(0, root.height / qt_scale - reservedHeight)
                 readonly property real customScale:
                     availableWidth * root.previewHeight / root.previewWidth < availableHeight
                     ? availableWidth / root.previewWidth : availableHeight / root.previewHeight
@@ -116,6 +115,7 @@ Window {
                     anchors.centerIn: parent
                     source: "image://dashEditor/preview?id=" + toggle
                     sourceSize.width: previewFrame.width
+                    visible: previewFrame.width > 0 // Without a width it comes in its own size.
                     fillMode: Image.PreserveAspectFit
                     smooth: true
                     cache: false

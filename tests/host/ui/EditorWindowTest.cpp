@@ -72,9 +72,14 @@ private Q_SLOTS:
     {
         ViewWindow *window = bench->open(View, bench->makeDocument(Red));
         QVERIFY(window != nullptr);
-        for (const QSize size : {QSize(900, 765), QSize(1270, 765), QSize(900, 860)}) {
+        window->setMinimumSize({}); // As on a screen that is too small for it.
+        for (const QSize size : {QSize(900, 765), QSize(1270, 765), QSize(900, 860),
+                                 QSize(896, 576), QSize(736, 436)}) {
             window->resize(size);
             QTRY_COMPARE(window->rootObject()->size().toSize(), size);
+            const QQuickItem *preview = ViewBench::find(window->rootObject(), "fillMode", 1);
+            QVERIFY(4 * preview->height() > size.height());
+            QVERIFY(preview->height() < preview->parentItem()->height() + 4);
             const QQuickItem *ok = button(window, "OK");
             const QQuickItem *note = ViewBench::find(window->rootObject(), "wrapMode", 4);
             QVERIFY(ok != nullptr && note != nullptr);
