@@ -9,14 +9,16 @@ Rectangle {
     id: root
 
     property string typedName
+    property string wantedName: qt_window.startName // Gets the cursor once the folder is read.
     property string problem
     readonly property string folderPath: qt_window.nativePath(files.folder)
     readonly property bool pathEdited: path.text !== folderPath
 
     color: ux.windowBackground
 
-    function goTo(folder) {
+    function goTo(folder, name) {
         problem = ""
+        wantedName = name || ""
         files.folder = folder
         path.text = Qt.binding(() => folderPath)
         list.currentIndex = 0
@@ -48,10 +50,21 @@ Rectangle {
 
     function goUp() {
         if (files.parentFolder.toString() !== "")
-            goTo(files.parentFolder)
+            goTo(files.parentFolder, qt_window.fileName(files.folder))
     }
 
-    // The next entry that begins with what has been typed.
+    // The cursor goes to the entry of this name, if there is one.
+    function select(name) {
+        for (let i = 0; i < files.count; ++i) {
+            if (files.get(i, "fileName") === name) {
+                list.currentIndex = i
+                wantedName = "" // A change of the folder moves the cursor no more.
+                return
+            }
+        }
+    }
+
+    // The first entry that begins with what has been typed.
     function find(text) {
         for (let i = 0; i < files.count; ++i) {
             if (files.get(i, "fileName").toLowerCase().startsWith(text.toLowerCase())) {
@@ -70,8 +83,8 @@ Rectangle {
         showOnlyReadable: true
         caseSensitive: false
         onStatusChanged: {
-            if (status === FolderListModel.Ready && folder === qt_window.startFolder)
-                root.find(qt_window.startName)
+            if (status === FolderListModel.Ready)
+                root.select(root.wantedName)
         }
     }
 

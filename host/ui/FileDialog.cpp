@@ -25,13 +25,15 @@ FileDialog::FileDialog(HostWindow &parent, const QString &title, QString filter,
     // Such a window lives too briefly to be kept above others.
     setFlag(Qt::WindowStaysOnTopHint, parent.isStayOnTop());
 
-    const QFileInfo start(startPath);
     QString directory = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    if (!startPath.isEmpty() && start.dir().exists()) {
+    if (!startPath.isEmpty()) {
+        const QFileInfo start(startPath);
         directory = start.absolutePath();
-        fileName = start.fileName();
+        name = start.fileName();
     }
-    if (!QFileInfo(directory).isDir())
+    while (!QFileInfo(directory).isDir() && !QFileInfo(directory).isRoot())
+        directory = QFileInfo(directory).path();
+    if (!QFileInfo(directory).isDir()) // Not even the drive is there.
         directory = QDir::homePath();
     folder = QUrl::fromLocalFile(directory);
 }
@@ -103,4 +105,9 @@ bool FileDialog::isFolder(const QUrl &address)
 QString FileDialog::nativePath(const QUrl &address)
 {
     return QDir::toNativeSeparators(address.toLocalFile());
+}
+
+QString FileDialog::fileName(const QUrl &address)
+{
+    return address.fileName();
 }

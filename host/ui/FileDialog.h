@@ -18,7 +18,8 @@ class FileDialog final : public HostWindow
 
 public:
     /// `filter` is a text with name patterns in brackets, such as "Pictures (*.png *.jpg)". The
-    /// dialog begins in the folder of `startPath`, or in the user's documents.
+    /// dialog begins in the folder of `startPath` or the nearest above it that is there; without a
+    /// path in the user's documents.
     FileDialog(HostWindow &parent, const QString &title, QString filter, const QString &startPath);
 
     /// Shows the dialog and waits in an event loop of its own. The chosen file's path in native
@@ -28,7 +29,7 @@ public:
     QString filter() const { return filterText; }
     QStringList namePatterns() const;
     QUrl startFolder() const { return folder; }
-    QString startName() const { return fileName; }
+    QString startName() const { return name; }
 
     /// Folders that are worth a click: maps with "name" and "folder".
     static QVariantList places();
@@ -41,10 +42,13 @@ public:
     Q_INVOKABLE static bool isFolder(const QUrl &address);
     Q_INVOKABLE static QString nativePath(const QUrl &address);
 
+    /// The last part of a path.
+    Q_INVOKABLE static QString fileName(const QUrl &address);
+
 private:
     HostWindow &parent;
     const QString filterText;
     QUrl folder;
-    QString fileName;
+    QString name;
     QString chosen;
 };
