@@ -44,6 +44,8 @@ GalleryWindow::GalleryWindow(Navigation &navigation, IDashboardEngine &engine,
     this->engine()->addImageProvider(QLatin1String(PreviewImages::Name),
                                      std::make_unique<PreviewImages>().release());
 
+    connect(&model, &ProfileModel::folderMoved, &navigation, &Navigation::folderMoved);
+
     setTitle(QStringLiteral("GAUGE64"));
     setMinimumSize(SmallestSize * UiEngine::scale());
     setInitialSize(FirstSize.width() * UiEngine::scale(), FirstSize.height() * UiEngine::scale());

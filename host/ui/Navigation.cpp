@@ -65,6 +65,14 @@ ViewWindow *Navigation::window(const QString &name) const
     return views.value(name).window;
 }
 
+void Navigation::folderMoved(const QString &from, const QString &to)
+{
+    for (const View &view : qAsConst(views)) {
+        if (view.window != nullptr)
+            view.window->folderMoved(from, to);
+    }
+}
+
 void Navigation::closeViews()
 {
     for (const View &view : qAsConst(views))

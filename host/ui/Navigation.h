@@ -46,6 +46,9 @@ public:
     /// The window of a view, or null while it isn't open.
     ViewWindow *window(const QString &name) const;
 
+    /// A folder got another path, both in native separators: views of files below it follow.
+    void folderMoved(const QString &from, const QString &to);
+
     /// Ends all views at once. They must end before the engine.
     void closeViews();
 

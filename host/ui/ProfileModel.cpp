@@ -244,8 +244,11 @@ void ProfileModel::take(Cards newCards)
         Q_EMIT activeProfileChanged();
     Q_EMIT profilesChanged();
     for (const Card &card : before) {
-        if (find(card.id) == nullptr)
+        const Card *const now = find(card.id);
+        if (now == nullptr)
             Q_EMIT profileGone(card.id);
+        else if (now->folder != card.folder)
+            Q_EMIT folderMoved(card.folder, now->folder);
     }
 }
 

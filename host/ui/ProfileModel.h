@@ -97,6 +97,9 @@ Q_SIGNALS:
     /// Something has changed in the store, be it shown or not.
     void profilesChanged();
 
+    /// A dashboard got another folder, with its name. Paths as the system writes them.
+    void folderMoved(const QString &from, const QString &to);
+
     /// A dashboard is no longer in the store.
     void profileGone(int id);
 

@@ -114,6 +114,13 @@ void ViewWindow::clearMessages()
     Q_EMIT messagesChanged();
 }
 
+void ViewWindow::folderMoved(const QString &from, const QString &to)
+{
+    const QString file = argument().toString();
+    if (file.startsWith(from + QDir::separator()))
+        setArgument(to + file.mid(from.size()));
+}
+
 void ViewWindow::keyPressEvent(QKeyEvent *event)
 {
     HostWindow::keyPressEvent(event);

@@ -38,6 +38,9 @@ public:
     /// for a dialog, as soon as that has returned.
     void end();
 
+    /// A folder got another path, both in native separators: a file below it is followed there.
+    void folderMoved(const QString &from, const QString &to);
+
     /// The argument that would show the same again: the file, if the view has one.
     QVariant argument() const;
 

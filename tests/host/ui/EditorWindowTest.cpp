@@ -1,6 +1,10 @@
+#include "DashboardAbstractProfilesManager.h"
 #include "IDashboardEngine.h"
+#include "VehicleNames.h"
 #include "ViewBench.h"
 #include "support/LogCapture.h"
+#include "telemetry/TelemetryMonitor.h"
+#include "ui/GalleryWindow.h"
 
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
@@ -161,6 +165,45 @@ private Q_SLOTS:
         press(button(window, "..."));
         QVERIFY(ViewBench::find(window->rootObject(), "text", other) != nullptr);
         QCOMPARE(window->argument(), QVariant(other));
+
+        // A folder that has gone is left for the one above, and going up keeps the place.
+        QVERIFY(QDir(folder.filePath(QStringLiteral("deeper"))).removeRecursively());
+        answerDialog([&folder](QWindow *dialog) {
+            const QObject *root = qobject_cast<QQuickView *>(dialog)->rootObject();
+            const auto path = [root] { return root->property("folderPath").toString(); };
+            QCOMPARE(path(), folder.path());
+            QTest::keyClick(dialog, Qt::Key_Backspace);
+            QTRY_COMPARE(path(), QFileInfo(folder.path()).path());
+            QTRY_COMPARE(root->property("wantedName").toString(), QString());
+            QTest::keyClick(dialog, Qt::Key_Return);
+            QTRY_COMPARE(path(), folder.path());
+        });
+        press(button(window, "..."));
+    }
+
+    void aRenamedDashboardStaysOpen()
+    {
+        const QDir folder(bench->home.data("/Dashboards"));
+        QVERIFY(folder.mkpath(QStringLiteral("Old")));
+        const QString path = folder.filePath(QStringLiteral("Old/Dash.qml"));
+        QVERIFY(QFile::copy(bench->makeDocument(Red), path));
+        QVERIFY(QFile::copy(path, folder.filePath(QStringLiteral("Old/preview.png"))));
+        VehicleNames vehicles;
+        const auto store = bench->library.createProfiles(*bench->engine, vehicles);
+        const TelemetryMonitor monitor;
+        const GalleryWindow gallery(*bench->navigation, *bench->engine, *store, vehicles, monitor,
+                                    QString());
+        ViewWindow *window = bench->open(View, path);
+        QVERIFY(window != nullptr);
+        const std::vector<DashboardProfileHeader> headers = store->profileHeaders();
+        const auto mine = std::find_if(headers.begin(), headers.end(),
+                                       [](const auto &header) { return !header.builtIn; });
+        QVERIFY(mine != headers.end());
+        QVERIFY(
+            store->performAction(mine->id, DashboardProfileAction::Rename, QStringLiteral("New"))
+                .ok);
+        const QString newPath = folder.filePath(QStringLiteral("New/Dash.qml"));
+        QTRY_COMPARE(window->argument(), QVariant(newPath));
     }
 
     void everyRoadClosesItAlone()

@@ -70,13 +70,13 @@ public:
     static QQuickItem *find(const QQuickItem *root, const char *property, const QVariant &value);
 
     TemporaryHome home;
+    GaugeLibrary library{QStringLiteral(GAUGE64_DIRECTORY)};
     std::unique_ptr<IDashboardEngine> engine;
     std::unique_ptr<Navigation> navigation;
 
 private:
     void registerViews();
 
-    GaugeLibrary library{QStringLiteral(GAUGE64_DIRECTORY)};
     bool asAtFirst = false; ///< Whether the engine is there, with hardware acceleration.
     std::atomic<bool> feeding{false};
     std::thread feeder;
