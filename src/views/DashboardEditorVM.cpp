@@ -24,8 +24,8 @@ constexpr int TickMs = 40;
 constexpr int DesignWidth = 480;
 constexpr int DesignHeight = 272;
 
-// How long a file is left to its writer after a change, and to come back after a loss. It bounds
-// the reloads of a burst of saves, too.
+// How long a file is left to its writer after a change. It bounds the reloads of a burst of saves,
+// too.
 constexpr int SettleMs = 100;
 
 std::unique_ptr<SettingsGroup> openEditorSettings()
@@ -36,6 +36,15 @@ std::unique_ptr<SettingsGroup> openEditorSettings()
 QString recentFileKey()
 {
     return QStringLiteral("RecentQmlFile");
+}
+
+/// The folder of a file, or the nearest above that is there.
+QString nearestFolder(const QString &path)
+{
+    QFileInfo folder(QFileInfo(path).absolutePath());
+    while (!folder.isDir() && !folder.isRoot())
+        folder.setFile(folder.path());
+    return folder.filePath();
 }
 
 std::uint8_t pedal(int percent)
@@ -71,10 +80,10 @@ DashboardEditorVM::DashboardEditorVM(IDashboardEngine *engine, INavigationServic
     watcher = new QFileSystemWatcher(this);
     connect(watcher, &QFileSystemWatcher::fileChanged, this, [this] {
         reloadPending = true;
-        // A running timer isn't put off: a file that is saved without end would never be shown.
-        if (!fileTimer->isActive())
-            fileTimer->start();
+        followFileSoon();
     });
+    connect(watcher, &QFileSystemWatcher::directoryChanged, this,
+            &DashboardEditorVM::followFileSoon);
     watchFile();
 }
 
@@ -266,6 +275,13 @@ void DashboardEditorVM::followVisibility(bool visible)
         timer->stop();
 }
 
+void DashboardEditorVM::followFileSoon()
+{
+    // A running timer isn't put off: a file that is saved without end would never be shown.
+    if (!fileTimer->isActive())
+        fileTimer->start();
+}
+
 /// Reloads after a change of the file, or when a lost one has come back.
 void DashboardEditorVM::followFile()
 {
@@ -280,19 +296,23 @@ void DashboardEditorVM::followFile()
 }
 
 /// Watches the file that stands at `path` now, which may be another than before although its name
-/// is the same: many programs save by replacing. While there is none, waits for it.
+/// is the same: many programs save by replacing. While there is none, watches the folder in which
+/// it, or the next folder on the way to it, has to appear.
 void DashboardEditorVM::watchFile()
 {
     fileTimer->stop();
-    const QStringList files = watcher->files();
-    if (!files.isEmpty())
-        watcher->removePaths(files);
+    const QStringList watched = watcher->files() + watcher->directories();
+    if (!watched.isEmpty())
+        watcher->removePaths(watched);
     // No file has a null in its name, and Qt would warn of it at every look.
     if (path.isEmpty() || path.contains(QChar(QChar::Null)))
         return;
-    if (QFileInfo(path).isFile())
-        watcher->addPath(path);
-    if (watcher->files().isEmpty())
+    if (QFileInfo(path).isFile() && watcher->addPath(path))
+        return;
+    const QString folder = nearestFolder(path);
+    watcher->addPath(folder);
+    // What came before the folder was watched is told by nothing.
+    if (QFileInfo(path).isFile() || nearestFolder(path) != folder)
         fileTimer->start();
 }
 

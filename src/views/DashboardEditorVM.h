@@ -77,6 +77,7 @@ private Q_SLOTS:
 
 private:
     void followVisibility(bool visible);
+    void followFileSoon();
     void followFile();
     void watchFile();
     void load();

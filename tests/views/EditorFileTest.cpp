@@ -115,6 +115,7 @@ private Q_SLOTS:
         bench.open(path);
         bench.model->openCode();
         QVERIFY(bench.navigation.shown.empty());
+        QVERIFY(!bench.reloadIsDue()); // Nobody asks the disk meanwhile.
         writeFile(path, "there");
         QTRY_COMPARE_WITH_TIMEOUT(bench.seen, QByteArray("there"), Patience);
     }
