@@ -101,8 +101,12 @@ private Q_SLOTS:
         QVERIFY(rpm != nullptr && maxRpm != nullptr);
         QCOMPARE(rpm->property("maximumValue").toReal(), 13000.0);
         rpm->forceActiveFocus(Qt::TabFocusReason);
-        QTest::keyClick(window, Qt::Key_Right);
+        QTest::keyClick(window, Qt::Key_Right, Qt::ShiftModifier);
         QCOMPARE(rpm->property("value").toReal(), 701.0);
+        QTest::keyClick(window, Qt::Key_Right);
+        QCOMPARE(rpm->property("value").toReal(), 801.0);
+        QTest::keyClick(window, Qt::Key_PageDown);
+        QCOMPARE(rpm->property("value").toReal(), 0.0);
 
         // Between two steps lies nothing, wherever the mouse lets go.
         QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier,

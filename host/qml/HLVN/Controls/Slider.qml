@@ -2,12 +2,21 @@ import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 
 // A slider with limits under the names `minimumValue` and `maximumValue`. Values snap to steps.
-// Nothing is clamped before all limits are known.
+// Nothing is clamped before all limits are known. An arrow moves it by about a hundredth of its
+// range, with Shift by one step; the page keys move it ten times as far.
 T.Slider {
     id: root
 
     property alias minimumValue: root.from
     property alias maximumValue: root.to
+    readonly property real keyStep:
+        Math.max(stepSize, Math.pow(10, Math.round(Math.log(Math.max(to - from, 1) / 100) / Math.LN10)))
+
+    // In whole steps, within the limits.
+    function moveTo(wanted) {
+        const inSteps = stepSize > 0 ? Math.round(wanted / stepSize) * stepSize : wanted
+        value = Math.max(from, Math.min(inSteps, to))
+    }
 
     implicitWidth: 120 * qt_scale
     implicitHeight: Math.round(24 * qt_scale)
@@ -17,10 +26,29 @@ T.Slider {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Keys.onPressed: {
-        const limit = event.key === Qt.Key_Home ? from : event.key === Qt.Key_End ? to : NaN
-        if (!isNaN(limit)) {
-            value = limit
-            event.accepted = true
+        const arrow = event.modifiers & Qt.ShiftModifier ? stepSize : keyStep
+        event.accepted = true
+        switch (event.key) {
+        case Qt.Key_Left:
+            moveTo(value - arrow)
+            break
+        case Qt.Key_Right:
+            moveTo(value + arrow)
+            break
+        case Qt.Key_PageDown:
+            moveTo(value - 10 * keyStep)
+            break
+        case Qt.Key_PageUp:
+            moveTo(value + 10 * keyStep)
+            break
+        case Qt.Key_Home:
+            moveTo(from)
+            break
+        case Qt.Key_End:
+            moveTo(to)
+            break
+        default:
+            event.accepted = false
         }
     }
 
