@@ -13,6 +13,13 @@ Flickable {
     T.ScrollBar.vertical: ScrollBar {
     }
 
+    // Inside, for what lies outside is cut off.
+    FocusFrame {
+        parent: root
+        anchors.margins: 0
+        visible: root.activeFocus
+    }
+
     function scrollBy(distance) {
         contentY = Math.max(0, Math.min(contentY + distance, contentHeight - height))
     }
