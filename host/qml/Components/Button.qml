@@ -35,6 +35,7 @@ Rectangle {
 
     ToolTip {
         text: root.toolTip
-        visible: area.containsMouse && root.visible && root.toolTip !== ""
+        hovered: area.containsMouse && root.visible
+        pressed: area.pressed
     }
 }

@@ -71,7 +71,8 @@ FocusScope {
         }
 
         HLVN.ToolTip {
-            visible: liveArea.containsMouse
+            hovered: liveArea.containsMouse
+            pressed: liveArea.pressed
             text: qsTr("Open the dashboard's window")
         }
     }

@@ -71,6 +71,21 @@ private Q_SLOTS:
         }
     }
 
+    void aToolTipGoesWithThePress()
+    {
+        open();
+        const QQuickItem *settings = item("objectName", text("settings"));
+        QTest::mouseMove(window.get(), middle(settings));
+        const QList<QObject *> objects = settings->findChildren<QObject *>();
+        const auto tip = std::find_if(objects.begin(), objects.end(), [](const QObject *object) {
+            return object->inherits("QQuickToolTip");
+        });
+        QVERIFY(tip != objects.end());
+        QTRY_VERIFY((*tip)->property("opened").toBool());
+        click(settings);
+        QTRY_VERIFY(!(*tip)->property("visible").toBool());
+    }
+
     void takesAnyName_data()
     {
         QTest::addColumn<QString>("name");

@@ -48,7 +48,7 @@ T.MenuItem {
     }
 
     ToolTip {
-        visible: !root.enabled && hover.containsMouse && root.reason !== ""
+        hovered: !root.enabled && hover.containsMouse
         text: root.reason
     }
 }

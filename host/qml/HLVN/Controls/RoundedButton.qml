@@ -46,6 +46,7 @@ T.Button {
 
     ToolTip {
         text: root.toolTip
-        visible: root.hovered && root.toolTip !== ""
+        hovered: root.hovered
+        pressed: root.down
     }
 }

@@ -23,7 +23,7 @@ TextField {
     Keys.onEnterPressed: finished()
 
     ToolTip {
-        visible: root.hovered && root.toolTip !== ""
+        hovered: root.hovered && !root.activeFocus
         text: root.toolTip
     }
 

@@ -1,9 +1,17 @@
 import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 
+// Tells about its parent while the mouse rests there, until that is pressed.
 T.ToolTip {
     id: root
 
+    property bool hovered: false
+    property bool pressed: false
+    property bool pressedSince: false // The mouse came.
+
+    visible: hovered && !pressedSince && text !== ""
+    onPressedChanged: if (pressed) pressedSince = true
+    onHoveredChanged: if (!hovered) pressedSince = false
     x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
     y: parent ? parent.height + ux.spacing / 2 : 0
     implicitWidth: Math.min(contentItem.implicitWidth + leftPadding + rightPadding, 360 * qt_scale)
