@@ -7,6 +7,8 @@ FocusScope {
     readonly property bool narrow: width < 900 * qt_scale
     readonly property bool asking: nameDialog.visible || removeDialog.visible || vehiclesDialog.visible
                                    || messageDialog.visible
+    // Wherever the keyboard is, but not behind a dialog or a menu.
+    readonly property bool keysReachCards: !asking && !grid.menuOpen
     readonly property bool compact: narrow || height < 640 * qt_scale
 
     function openWindow() {
@@ -176,6 +178,30 @@ FocusScope {
     Shortcut {
         sequence: "Ctrl+,"
         onActivated: qt_navigation.showView("SoftwareConfiguration")
+    }
+
+    Shortcut {
+        sequence: "Ctrl+E"
+        enabled: root.keysReachCards
+        onActivated: root.edit(grid.currentId)
+    }
+
+    Shortcut {
+        sequence: "Ctrl+D"
+        enabled: root.keysReachCards
+        onActivated: root.copy(grid.currentId)
+    }
+
+    Shortcut {
+        sequence: "F2"
+        enabled: root.keysReachCards
+        onActivated: root.rename(grid.currentId)
+    }
+
+    Shortcut {
+        sequence: "Del"
+        enabled: root.keysReachCards
+        onActivated: root.remove(grid.currentId)
     }
 
     Component.onCompleted: grid.forceActiveFocus()

@@ -14,7 +14,8 @@ Item {
     required property bool active
     required property int vehicleCount
 
-    property bool focused: false
+    property bool current: false // What keys act on.
+    property bool focused: false // That, and the keyboard is among the cards.
     readonly property bool pictureReady: image.status === Image.Ready
     readonly property string kind: builtIn ? qsTr("Built-in") : qsTr("Yours")
     readonly property string vehicles: vehicleCount === 0 ? qsTr("no vehicle")
@@ -39,8 +40,8 @@ Item {
         radius: ux.radius
         color: area.containsMouse ? ux.itemBackgroundColor2 : ux.itemBackgroundColor
         border {
-            width: root.focused ? ux.focusWidth : 1
-            color: root.focused ? ux.focusColor : ux.itemBorderColor
+            width: root.current ? ux.focusWidth : 1
+            color: root.focused ? ux.focusColor : root.current ? ux.textDisabledColor : ux.itemBorderColor
         }
     }
 

@@ -7,6 +7,8 @@ FocusScope {
     id: root
 
     property Item actions
+    readonly property alias currentId: grid.currentId
+    readonly property alias menuOpen: menu.visible
 
     function showProfile(id) {
         const row = gallery_model.rowOf(id)
@@ -52,7 +54,8 @@ FocusScope {
         delegate: ProfileCard {
             width: grid.cellWidth
             height: grid.cellHeight
-            focused: GridView.isCurrentItem && (grid.activeFocus || menu.visible)
+            current: GridView.isCurrentItem
+            focused: current && (grid.activeFocus || menu.visible)
             onActivated: {
                 grid.currentIndex = index
                 grid.forceActiveFocus(Qt.MouseFocusReason)
@@ -81,24 +84,6 @@ FocusScope {
             case Qt.Key_Space:
                 if (currentId >= 0)
                     gallery_actions.activate(currentId)
-                break
-            case Qt.Key_F2:
-                root.actions.rename(currentId)
-                break
-            case Qt.Key_Delete:
-                root.actions.remove(currentId)
-                break
-            case Qt.Key_D:
-                if (event.modifiers & Qt.ControlModifier)
-                    root.actions.copy(currentId)
-                else
-                    event.accepted = false
-                break
-            case Qt.Key_E:
-                if (event.modifiers & Qt.ControlModifier)
-                    root.actions.edit(currentId)
-                else
-                    event.accepted = false
                 break
             case Qt.Key_Menu:
                 root.openMenuOfCurrent()

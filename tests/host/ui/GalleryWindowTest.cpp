@@ -71,6 +71,31 @@ private Q_SLOTS:
         }
     }
 
+    void keysReachTheCurrentCardFromAnywhere()
+    {
+        open();
+        focusCard(mine);
+        QTest::keyClick(window.get(), Qt::Key_F, Qt::ControlModifier);
+        type("in");
+        press(Qt::Key_Home);
+        press(Qt::Key_Delete); // Edits the text.
+        QCOMPARE(textOf("search"), text("n"));
+        press(Qt::Key_Escape);
+        focusCard(mine);
+        for (const char *place : {"search", "settings"}) {
+            item("objectName", text(place))->forceActiveFocus();
+            press(Qt::Key_F2);
+            QTRY_VERIFY(item("objectName", text("nameField")) != nullptr);
+            press(Qt::Key_Escape);
+            QTRY_VERIFY(item("objectName", text("nameField")) == nullptr);
+            item("objectName", text(place))->forceActiveFocus();
+            QTest::keyClick(window.get(), Qt::Key_E, Qt::ControlModifier);
+            QCOMPARE(shown.takeLast(), text("DashboardEditor /dashboards/Mine/Dash.qml"));
+        }
+        press(Qt::Key_Delete);
+        QTRY_VERIFY(textOf("removeText").contains(text("/dashboards/Mine")));
+    }
+
     void aToolTipGoesWithThePress()
     {
         open();
