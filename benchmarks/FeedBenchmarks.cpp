@@ -40,7 +40,8 @@ std::unique_ptr<Feed> outGaugeFeed(const QTemporaryDir &folder)
 void decode(benchmark::State &state, Feed &feed, const QByteArray &datagram)
 {
     for (auto _ : state) {
-        const std::optional<FeedSample> sample = feed.decode(datagram);
+        const std::optional<FeedSample> sample =
+            feed.decode(datagram, std::chrono::steady_clock::now());
         benchmark::DoNotOptimize(&sample);
         benchmark::ClobberMemory();
     }
@@ -123,7 +124,9 @@ public:
             char bytes[2048];
             ssize_t length = 0;
             while ((length = recv(descriptor, bytes, sizeof bytes, 0)) > 0) {
-                if (const auto sample = feed.decode(QByteArray(bytes, static_cast<int>(length))))
+                const auto now = std::chrono::steady_clock::now();
+                if (const auto sample =
+                        feed.decode(QByteArray(bytes, static_cast<int>(length)), now))
                     sink.update(sample->sample, sample->vehicle);
             }
         });
