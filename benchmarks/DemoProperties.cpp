@@ -1,7 +1,7 @@
 #include "DemoProperties.h"
 
 #include "render/TelemetryPublisher.h"
-#include "telemetry/DemoLap.h"
+#include "telemetry/demo/DemoLap.h"
 
 namespace {
 

@@ -1,20 +1,20 @@
-#include "Session.h"
+#include "Program.h"
 
-#include "Cluster.h"
-#include "FrameSession.h"
+#include "Session.h"
+#include "commands/FramesCommand.h"
 #include "GaugeLibrary.h"
 #include "IDashboardEngine.h"
-#include "LintCommand.h"
-#include "MessageLog.h"
-#include "Options.h"
-#include "PreviewCommand.h"
-#include "ProfileCommands.h"
-#include "ProfileLookup.h"
-#include "RecordCommand.h"
-#include "TelemetryFactory.h"
-#include "Terminal.h"
-#include "VehicleNames.h"
-#include "WindowSession.h"
+#include "commands/LintCommand.h"
+#include "system/MessageLog.h"
+#include "options/Options.h"
+#include "commands/PreviewCommand.h"
+#include "commands/ProfileCommand.h"
+#include "profiles/FindProfile.h"
+#include "commands/RecordCommand.h"
+#include "telemetry/TelemetryFactory.h"
+#include "system/Terminal.h"
+#include "telemetry/VehicleNames.h"
+#include "ui/WindowSession.h"
 #include "telemetry/feeds/UdpListener.h"
 
 #include <QtCore/QCoreApplication>
@@ -75,7 +75,7 @@ int recordGames(const Options &options)
 
 } // namespace
 
-int runSession(const Options &options)
+int runProgram(const Options &options)
 {
     const MessageLog log(options.verbose);
     if (options.mode == Options::Mode::Record)

@@ -1,10 +1,10 @@
-#include "Cluster.h"
+#include "Session.h"
 
 #include "GaugeLibrary.h"
-#include "Options.h"
-#include "ProfileLookup.h"
-#include "TelemetryFactory.h"
-#include "VehicleReport.h"
+#include "options/Options.h"
+#include "profiles/FindProfile.h"
+#include "telemetry/TelemetryFactory.h"
+#include "profiles/VehicleReport.h"
 #include "telemetry/TelemetrySource.h"
 
 #include <utility>

@@ -2,8 +2,8 @@
 
 #include "DashboardAbstractProfilesManager.h"
 #include "IDashboardEngine.h"
-#include "TelemetryFeeder.h"
-#include "VehicleNames.h"
+#include "telemetry/TelemetryFeeder.h"
+#include "telemetry/VehicleNames.h"
 #include "telemetry/TelemetryMonitor.h"
 #include "ui/Navigation.h"
 

@@ -1,6 +1,6 @@
-#include "Options.h"
-#include "Session.h"
-#include "Terminal.h"
+#include "options/Options.h"
+#include "Program.h"
+#include "system/Terminal.h"
 
 #include <QtCore/QHash>
 #include <QtGui/QFont>
@@ -37,7 +37,7 @@ int main(int argc, char *argv[])
     if (parsed.options.mode == Options::Mode::Command ||
         parsed.options.mode == Options::Mode::Record) {
         const QCoreApplication application(argc, argv);
-        return runSession(parsed.options);
+        return runProgram(parsed.options);
     }
     if (!hasDisplay()) {
         printError(QStringLiteral("There is no display. Set DISPLAY, or start it under xvfb-run."));
@@ -74,5 +74,5 @@ int main(int argc, char *argv[])
     QFont font = QGuiApplication::font();
     font.setHintingPreference(QFont::PreferVerticalHinting);
     QGuiApplication::setFont(font);
-    return runSession(parsed.options);
+    return runProgram(parsed.options);
 }

@@ -1,6 +1,6 @@
-#include "FrameRecorder.h"
+#include "FrameWriter.h"
 
-#include "PngFile.h"
+#include "SaveAsPng.h"
 
 #include <QtCore/QDir>
 #include <QtGui/QImage>
@@ -27,7 +27,7 @@ int unfinishedFrames(QSize size)
 
 } // namespace
 
-FrameRecorder::FrameRecorder(QString directory, int count, QSize size, bool upsideDown)
+FrameWriter::FrameWriter(QString directory, int count, QSize size, bool upsideDown)
     : directory(std::move(directory))
     , count(count)
     , size(size)
@@ -39,7 +39,7 @@ FrameRecorder::FrameRecorder(QString directory, int count, QSize size, bool upsi
         writers.emplace_back([this] { work(); });
 }
 
-FrameRecorder::~FrameRecorder()
+FrameWriter::~FrameWriter()
 {
     flush();
     {
@@ -51,7 +51,7 @@ FrameRecorder::~FrameRecorder()
         writer.join();
 }
 
-void FrameRecorder::deliverFrame(Frame &buffer, int /*width*/)
+void FrameWriter::deliverFrame(Frame &buffer, int /*width*/)
 {
     if (deliveredFrames == count)
         return;
@@ -71,25 +71,25 @@ void FrameRecorder::deliverFrame(Frame &buffer, int /*width*/)
         Q_EMIT finished();
 }
 
-void FrameRecorder::flush()
+void FrameWriter::flush()
 {
     std::unique_lock lock(mutex);
     jobDone.wait(lock, [this] { return unfinished == 0; });
 }
 
-int FrameRecorder::written() const
+int FrameWriter::written() const
 {
     const std::lock_guard guard(mutex);
     return writtenFrames;
 }
 
-QString FrameRecorder::error() const
+QString FrameWriter::error() const
 {
     const std::lock_guard guard(mutex);
     return errorText;
 }
 
-void FrameRecorder::work()
+void FrameWriter::work()
 {
     std::unique_lock lock(mutex);
     while (true) {
@@ -117,7 +117,7 @@ void FrameRecorder::work()
 }
 
 /// What went wrong; empty if nothing did.
-QString FrameRecorder::write(const Frame &pixels, int number) const
+QString FrameWriter::write(const Frame &pixels, int number) const
 {
     constexpr std::size_t AlphaOfFirstPixel = 3;
     // Dashboards are opaque; transparent black is how the engine says that it couldn't render.

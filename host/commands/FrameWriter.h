@@ -15,14 +15,14 @@
 /// Writes a number of frames as PNG files: frame-000001.png and so on. Encoding runs on threads of
 /// its own, so that it doesn't slow the engine down; when they fall behind, the engine waits. The
 /// first frame that can't be written is told at once.
-class FrameRecorder final : public QObject, public IDashboardConsumer
+class FrameWriter final : public QObject, public IDashboardConsumer
 {
     Q_OBJECT
 
 public:
     /// `directory` must exist. `size` is in pixels.
-    FrameRecorder(QString directory, int count, QSize size, bool upsideDown);
-    ~FrameRecorder() override;
+    FrameWriter(QString directory, int count, QSize size, bool upsideDown);
+    ~FrameWriter() override;
 
     int frameWidth() override { return size.width(); }
     int frameHeight() override { return size.height(); }

@@ -1,11 +1,11 @@
-#include "FrameSession.h"
+#include "FramesCommand.h"
 
-#include "Cluster.h"
-#include "FrameRecorder.h"
-#include "MessageLog.h"
-#include "Options.h"
-#include "ProgressBar.h"
-#include "Terminal.h"
+#include "Session.h"
+#include "FrameWriter.h"
+#include "system/MessageLog.h"
+#include "options/Options.h"
+#include "system/ProgressBar.h"
+#include "system/Terminal.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
@@ -28,7 +28,7 @@ struct Course
 };
 
 /// Telemetry starts when the consumer is in place.
-Course record(FrameRecorder &recorder, int count, Cluster &cluster, const MessageLog &log)
+Course record(FrameWriter &recorder, int count, Cluster &cluster, const MessageLog &log)
 {
     Course course;
     const ProgressBar bar(count);
@@ -37,15 +37,15 @@ Course record(FrameRecorder &recorder, int count, Cluster &cluster, const Messag
     QTimer stall;
     stall.setSingleShot(true);
     stall.setInterval(StallMs);
-    QObject::connect(&recorder, &FrameRecorder::frameDelivered, &loop, [&](int delivered) {
+    QObject::connect(&recorder, &FrameWriter::frameDelivered, &loop, [&](int delivered) {
         if (delivered == 1)
             sinceFirstFrame.start();
         course.seconds = static_cast<double>(sinceFirstFrame.nsecsElapsed()) / 1e9;
         stall.start();
         bar.show(delivered);
     });
-    QObject::connect(&recorder, &FrameRecorder::finished, &loop, &QEventLoop::quit);
-    QObject::connect(&recorder, &FrameRecorder::failed, &loop, &QEventLoop::quit,
+    QObject::connect(&recorder, &FrameWriter::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&recorder, &FrameWriter::failed, &loop, &QEventLoop::quit,
                      Qt::QueuedConnection);
     QObject::connect(&stall, &QTimer::timeout, &loop, [&] {
         course.stalled = true;
@@ -88,7 +88,7 @@ int recordFrames(const Options &options, const GaugeLibrary &library, const Mess
         return 1;
     }
     const QSize size = options.size.value_or(QSize(480, 272)); // What dashboards are drawn for.
-    FrameRecorder recorder(options.framesDirectory, options.frameCount, size, options.upsideDown);
+    FrameWriter recorder(options.framesDirectory, options.frameCount, size, options.upsideDown);
     const Course course = record(recorder, options.frameCount, cluster, log);
     if (course.stalled)
         printError(QStringLiteral("No frame came for %1 seconds.").arg(StallMs / 1000));

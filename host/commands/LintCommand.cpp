@@ -1,9 +1,9 @@
 #include "LintCommand.h"
 
-#include "DashboardBench.h"
-#include "DashboardSources.h"
-#include "DocumentMessage.h"
-#include "Terminal.h"
+#include "OffscreenDashboard.h"
+#include "SourceFindings.h"
+#include "system/DocumentMessage.h"
+#include "system/Terminal.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -49,7 +49,7 @@ private:
     static inline QtMessageHandler previous = nullptr;
 };
 
-std::vector<Finding> findingsInRun(DashboardBench &bench, const QString &document)
+std::vector<Finding> findingsInRun(OffscreenDashboard &bench, const QString &document)
 {
     std::vector<Finding> findings;
     const auto collect = [&](const QString &circumstance) {
@@ -91,7 +91,7 @@ int lintDashboard(const QString &document, IDashboardEngine &engine)
         return 1;
     }
     const Quiet quiet;
-    DashboardBench bench(engine);
+    OffscreenDashboard bench(engine);
     std::vector<Finding> findings = findingsInRun(bench, info.absoluteFilePath());
     const QStringList names = bench.publishedFields();
     const std::vector<Finding> inSources =

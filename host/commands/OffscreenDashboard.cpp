@@ -1,4 +1,4 @@
-#include "DashboardBench.h"
+#include "OffscreenDashboard.h"
 
 #include "IDashboardEngine.h"
 #include "IDashboardRenderer.h"
@@ -14,20 +14,20 @@ constexpr int AveragedPublications = 6; ///< More than the engine speed's averag
 
 } // namespace
 
-DashboardBench::DashboardBench(IDashboardEngine &engine)
+OffscreenDashboard::OffscreenDashboard(IDashboardEngine &engine)
     : renderer(engine.createRenderer())
 {
 }
 
-DashboardBench::~DashboardBench() = default;
+OffscreenDashboard::~OffscreenDashboard() = default;
 
-bool DashboardBench::load(const QString &document)
+bool OffscreenDashboard::load(const QString &document)
 {
     return renderer != nullptr &&
            renderer->load(document, DashboardSize.width(), DashboardSize.height());
 }
 
-void DashboardBench::publish(const TelemetryState &state)
+void OffscreenDashboard::publish(const TelemetryState &state)
 {
     const TelemetrySample &sample = state.sample;
     for (int i = 0; i < AveragedPublications; ++i) {
@@ -38,7 +38,7 @@ void DashboardBench::publish(const TelemetryState &state)
     }
 }
 
-QImage DashboardBench::settled(const TelemetryState &state, QSize size)
+QImage OffscreenDashboard::settled(const TelemetryState &state, QSize size)
 {
     constexpr int AlikeInRow = 3;
     constexpr qint64 PatienceMs = 10'000; // More than a fade of any use lasts.
@@ -58,13 +58,13 @@ QImage DashboardBench::settled(const TelemetryState &state, QSize size)
     return {};
 }
 
-QStringList DashboardBench::errors() const
+QStringList OffscreenDashboard::errors() const
 {
     return renderer != nullptr ? renderer->errors()
                                : QStringList(QStringLiteral("There is no OpenGL."));
 }
 
-QStringList DashboardBench::publishedFields() const
+QStringList OffscreenDashboard::publishedFields() const
 {
     QStringList names;
     if (renderer == nullptr)
@@ -74,7 +74,7 @@ QStringList DashboardBench::publishedFields() const
     return names;
 }
 
-QImage DashboardBench::picture(QSize size)
+QImage OffscreenDashboard::picture(QSize size)
 {
     Frame frame;
     const qsizetype bytes = qsizetype{BytesPerPixel} * size.width() * size.height();

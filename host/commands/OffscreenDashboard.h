@@ -33,13 +33,13 @@ std::vector<TelemetryState> telemetryStates();
 
 /// A dashboard on a renderer of its own, driven by publications alone: no clock, no thread.
 /// Engine's thread.
-class DashboardBench
+class OffscreenDashboard
 {
 public:
-    explicit DashboardBench(IDashboardEngine &engine);
-    ~DashboardBench();
-    DashboardBench(const DashboardBench &) = delete;
-    DashboardBench &operator=(const DashboardBench &) = delete;
+    explicit OffscreenDashboard(IDashboardEngine &engine);
+    ~OffscreenDashboard();
+    OffscreenDashboard(const OffscreenDashboard &) = delete;
+    OffscreenDashboard &operator=(const OffscreenDashboard &) = delete;
 
     /// False with the reasons in `errors`.
     bool load(const QString &document);

@@ -1,8 +1,8 @@
 #include "PreviewCommand.h"
 
-#include "DashboardBench.h"
-#include "PngFile.h"
-#include "Terminal.h"
+#include "OffscreenDashboard.h"
+#include "SaveAsPng.h"
+#include "system/Terminal.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -16,7 +16,7 @@ int makePreview(const QString &document, const QString &output, IDashboardEngine
             QStringLiteral("There is no dashboard '%1'.").arg(QDir::toNativeSeparators(document)));
         return 1;
     }
-    DashboardBench bench(engine);
+    OffscreenDashboard bench(engine);
     if (!bench.load(document)) {
         const QStringList errors = bench.errors();
         for (const QString &error : errors)

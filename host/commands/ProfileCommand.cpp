@@ -1,9 +1,9 @@
-#include "ProfileCommands.h"
+#include "ProfileCommand.h"
 
 #include "DashboardAbstractProfilesManager.h"
-#include "ProfileLookup.h"
-#include "Terminal.h"
-#include "VehicleNames.h"
+#include "profiles/FindProfile.h"
+#include "system/Terminal.h"
+#include "telemetry/VehicleNames.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QJsonArray>

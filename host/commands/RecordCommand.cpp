@@ -1,7 +1,7 @@
 #include "RecordCommand.h"
 
-#include "Terminal.h"
-#include "Termination.h"
+#include "system/Terminal.h"
+#include "system/Termination.h"
 #include "telemetry/recordings/RecordingWriter.h"
 
 #include <QtCore/QCoreApplication>

@@ -1,4 +1,4 @@
-#include "PngFile.h"
+#include "SaveAsPng.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QSaveFile>

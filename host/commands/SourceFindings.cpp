@@ -1,6 +1,6 @@
-#include "DashboardSources.h"
+#include "SourceFindings.h"
 
-#include "DashboardBench.h"
+#include "OffscreenDashboard.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>

@@ -1,5 +1,5 @@
-#include "DashboardBench.h"
-#include "telemetry/DemoLap.h"
+#include "OffscreenDashboard.h"
+#include "telemetry/demo/DemoLap.h"
 
 #include <algorithm>
 #include <cstring>

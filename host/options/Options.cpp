@@ -1,8 +1,8 @@
 #include "Options.h"
 
 #include "DeclaredOptions.h"
-#include "TelemetryFactory.h"
-#include "telemetry/DemoCars.h"
+#include "telemetry/TelemetryFactory.h"
+#include "telemetry/demo/DemoCars.h"
 #include "telemetry/recordings/Playback.h"
 
 #include <QtCore/QCommandLineParser>

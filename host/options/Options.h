@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ProfileCommands.h"
-#include "RecordCommand.h"
+#include "commands/ProfileCommand.h"
+#include "commands/RecordCommand.h"
 
 #include <QtCore/QSize>
 #include <QtCore/QString>

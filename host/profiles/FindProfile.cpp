@@ -1,4 +1,4 @@
-#include "ProfileLookup.h"
+#include "FindProfile.h"
 
 #include "DashboardAbstractProfilesManager.h"
 

@@ -2,7 +2,7 @@
 
 #include "IDashboardEngine.h"
 #include "VehicleNames.h"
-#include "telemetry/TelemetryMonitor.h"
+#include "TelemetryMonitor.h"
 
 #include <chrono>
 #include <utility>

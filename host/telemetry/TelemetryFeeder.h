@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/TelemetrySource.h"
+#include "TelemetrySource.h"
 
 #include <atomic>
 #include <memory>

@@ -1,6 +1,6 @@
-#include "telemetry/TelemetryMonitor.h"
+#include "TelemetryMonitor.h"
 
-#include "telemetry/SilenceLimits.h"
+#include "SilenceLimits.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/TelemetrySample.h"
+#include "TelemetrySample.h"
 
 class QString;
 

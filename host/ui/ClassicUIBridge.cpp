@@ -1,6 +1,6 @@
-#include "ui/ClassicUIBridge.h"
+#include "ClassicUIBridge.h"
 
-#include "ui/FileDialog.h"
+#include "FileDialog.h"
 
 #include <QtQml/qqml.h>
 

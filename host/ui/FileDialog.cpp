@@ -1,4 +1,4 @@
-#include "ui/FileDialog.h"
+#include "FileDialog.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QEventLoop>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/HostWindow.h"
+#include "HostWindow.h"
 
 #include <QtCore/QStringList>
 #include <QtCore/QUrl>

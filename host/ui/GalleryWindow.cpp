@@ -1,9 +1,9 @@
-#include "ui/GalleryWindow.h"
+#include "GalleryWindow.h"
 
-#include "ui/LiveDashboard.h"
-#include "ui/Navigation.h"
-#include "ui/PreviewImages.h"
-#include "ui/UiEngine.h"
+#include "LiveDashboard.h"
+#include "Navigation.h"
+#include "PreviewImages.h"
+#include "UiEngine.h"
 
 #include <QtCore/QUrl>
 #include <QtQml/QQmlContext>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ui/HostWindow.h"
-#include "ui/ProfileActions.h"
-#include "ui/ProfileModel.h"
-#include "ui/TelemetryStatus.h"
+#include "HostWindow.h"
+#include "ProfileActions.h"
+#include "ProfileModel.h"
+#include "TelemetryStatus.h"
 
 class IDashboardEngine;
 

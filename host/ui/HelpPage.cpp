@@ -1,6 +1,6 @@
-#include "ui/HelpPage.h"
+#include "HelpPage.h"
 
-#include "ui/MarkdownStyle.h"
+#include "MarkdownStyle.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>

@@ -1,4 +1,4 @@
-#include "ui/HelpWindow.h"
+#include "HelpWindow.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QUrl>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/HelpPage.h"
-#include "ui/HostWindow.h"
+#include "HelpPage.h"
+#include "HostWindow.h"
 
 /// The window of the help. GUI thread.
 class HelpWindow final : public HostWindow

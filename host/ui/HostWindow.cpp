@@ -1,7 +1,7 @@
-#include "ui/HostWindow.h"
+#include "HostWindow.h"
 
-#include "ui/Navigation.h"
-#include "ui/UiEngine.h"
+#include "Navigation.h"
+#include "UiEngine.h"
 
 #include <QtCore/QEvent>
 #include <QtCore/QScopedValueRollback>

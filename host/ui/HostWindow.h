@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/WindowPlace.h"
+#include "WindowPlace.h"
 
 #include <QtCore/QPoint>
 #include <QtCore/QString>

@@ -1,4 +1,4 @@
-#include "ui/LiveDashboard.h"
+#include "LiveDashboard.h"
 
 #include "IDashboardEngine.h"
 

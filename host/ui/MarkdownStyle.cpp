@@ -1,4 +1,4 @@
-#include "ui/MarkdownStyle.h"
+#include "MarkdownStyle.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QVariant>

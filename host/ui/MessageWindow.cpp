@@ -1,4 +1,4 @@
-#include "ui/MessageWindow.h"
+#include "MessageWindow.h"
 
 #include <QtCore/QUrl>
 

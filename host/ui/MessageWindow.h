@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/HostWindow.h"
+#include "HostWindow.h"
 
 /// A message for the user in a window of its own, with one button. GUI thread.
 class MessageWindow final : public HostWindow

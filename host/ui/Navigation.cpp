@@ -1,7 +1,7 @@
-#include "ui/Navigation.h"
+#include "Navigation.h"
 
 #include "IViewModel.h"
-#include "ui/ViewWindow.h"
+#include "ViewWindow.h"
 
 #include <QtCore/QDebug>
 

@@ -1,4 +1,4 @@
-#include "ui/PreviewImages.h"
+#include "PreviewImages.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QFileInfo>

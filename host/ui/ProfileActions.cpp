@@ -1,4 +1,4 @@
-#include "ui/ProfileActions.h"
+#include "ProfileActions.h"
 
 #include "DashboardAbstractProfilesManager.h"
 

@@ -1,7 +1,7 @@
-#include "ui/ProfileModel.h"
+#include "ProfileModel.h"
 
 #include "DashboardAbstractProfilesManager.h"
-#include "ui/PreviewImages.h"
+#include "PreviewImages.h"
 
 #include <QtCore/QCollator>
 #include <QtCore/QDir>

@@ -1,7 +1,7 @@
-#include "ui/SettingsWindow.h"
+#include "SettingsWindow.h"
 
 #include "DashboardAbstractProfilesManager.h"
-#include "HostSettings.h"
+#include "options/HostSettings.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QUrl>

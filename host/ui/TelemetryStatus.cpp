@@ -1,6 +1,6 @@
-#include "ui/TelemetryStatus.h"
+#include "TelemetryStatus.h"
 
-#include "VehicleNames.h"
+#include "telemetry/VehicleNames.h"
 
 #include <QtCore/QtMath>
 

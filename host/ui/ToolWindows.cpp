@@ -1,8 +1,8 @@
-#include "ui/ToolWindows.h"
+#include "ToolWindows.h"
 
-#include "ui/HelpWindow.h"
-#include "ui/Navigation.h"
-#include "ui/SettingsWindow.h"
+#include "HelpWindow.h"
+#include "Navigation.h"
+#include "SettingsWindow.h"
 
 #include <memory>
 

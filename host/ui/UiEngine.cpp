@@ -1,6 +1,6 @@
-#include "ui/UiEngine.h"
+#include "UiEngine.h"
 
-#include "ui/ClassicUIBridge.h"
+#include "ClassicUIBridge.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDebug>

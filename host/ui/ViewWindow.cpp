@@ -1,7 +1,7 @@
-#include "ui/ViewWindow.h"
+#include "ViewWindow.h"
 
 #include "IViewModel.h"
-#include "ui/UiEngine.h"
+#include "UiEngine.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>

@@ -1,6 +1,6 @@
-#include "ui/WindowPlace.h"
+#include "WindowPlace.h"
 
-#include "ui/UiEngine.h"
+#include "UiEngine.h"
 
 #include <QtCore/QMargins>
 #include <QtCore/QSettings>

@@ -1,7 +1,7 @@
-#include "DashboardSources.h"
+#include "commands/SourceFindings.h"
 #include "Stage.h"
 #include "TextFaults.h"
-#include "telemetry/DemoLap.h"
+#include "telemetry/demo/DemoLap.h"
 #include "views/DashboardFadeInOut.h"
 
 #include <QtCore/QTemporaryDir>

@@ -1,4 +1,4 @@
-#include "DashboardSources.h"
+#include "commands/SourceFindings.h"
 #include "PictureComparison.h"
 #include "Stage.h"
 #include "views/DashboardFadeInOut.h"

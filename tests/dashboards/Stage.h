@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DashboardBench.h"
+#include "commands/OffscreenDashboard.h"
 #include "render/TelemetryPublisher.h"
 #include "render/offscreen/QmlOffscreenRenderer.h"
 

@@ -1,4 +1,4 @@
-#include "DashboardSources.h"
+#include "commands/SourceFindings.h"
 #include "Stage.h"
 #include "render/TelemetryPublisher.h"
 

@@ -1,4 +1,4 @@
-#include "telemetry/feeds/DescribedFeed.h"
+#include "telemetry/feeds/described/DescribedFeed.h"
 
 #include <QtCore/QStringList>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "telemetry/feeds/Feed.h"
-#include "telemetry/feeds/MovedFields.h"
+#include "Feed.h"
+#include "MovedFields.h"
 
 /// Data Out, with what takes more than one datagram to know: the fields that a game fills, and what
 /// to show while the driver is in a menu.

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "telemetry/feeds/EgoExtradata.h"
-#include "telemetry/feeds/Feed.h"
-#include "telemetry/feeds/MovedFields.h"
-#include "telemetry/feeds/RevLimits.h"
+#include "EgoExtradata.h"
+#include "Feed.h"
+#include "MovedFields.h"
+#include "RevLimits.h"
 
 /// EGO extradata, with what takes more than one datagram to know: the fields that a game fills, and
 /// the highest engine speed where it isn't sent.

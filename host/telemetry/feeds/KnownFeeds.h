@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/feeds/Feed.h"
+#include "Feed.h"
 
 #include <QtCore/QStringList>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "telemetry/feeds/Feed.h"
-#include "telemetry/feeds/MovedFields.h"
-#include "telemetry/feeds/RevLimits.h"
+#include "Feed.h"
+#include "MovedFields.h"
+#include "RevLimits.h"
 
 #include <memory>
 

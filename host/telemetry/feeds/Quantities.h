@@ -1,7 +1,7 @@
 #pragma once
 
 #include "telemetry/TelemetrySample.h"
-#include "telemetry/feeds/ByteReader.h"
+#include "ByteReader.h"
 
 #include <array>
 #include <cstdint>

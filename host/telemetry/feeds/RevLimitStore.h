@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/feeds/RevLimits.h"
+#include "RevLimits.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QString>

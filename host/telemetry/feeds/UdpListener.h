@@ -1,8 +1,8 @@
 #pragma once
 
 #include "telemetry/TelemetrySource.h"
-#include "telemetry/feeds/Datagram.h"
-#include "telemetry/feeds/Feed.h"
+#include "Datagram.h"
+#include "Feed.h"
 
 #include <QtCore/QStringList>
 #include <QtNetwork/QHostAddress>

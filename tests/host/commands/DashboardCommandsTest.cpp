@@ -1,5 +1,5 @@
-#include "DashboardSources.h"
-#include "MessageThrottle.h"
+#include "commands/SourceFindings.h"
+#include "system/MessageThrottle.h"
 #include "ProgramHome.h"
 
 #include <QtCore/QDir>

@@ -1,4 +1,4 @@
-#include "FrameRecorder.h"
+#include "commands/FrameWriter.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
@@ -19,7 +19,7 @@ Frame shade(unsigned char value)
 
 } // namespace
 
-class FrameRecorderTest : public QObject
+class FrameWriterTest : public QObject
 {
     Q_OBJECT
 
@@ -27,8 +27,8 @@ private Q_SLOTS:
     void writesAsManyFramesAsItWasAskedFor()
     {
         const QTemporaryDir folder;
-        FrameRecorder recorder(folder.path(), 3, Size, false);
-        QSignalSpy finished(&recorder, &FrameRecorder::finished);
+        FrameWriter recorder(folder.path(), 3, Size, false);
+        QSignalSpy finished(&recorder, &FrameWriter::finished);
         for (unsigned char value = 10; value < 60; value += 10) {
             Frame frame = shade(value);
             recorder.deliverFrame(frame, Size.width());
@@ -49,7 +49,7 @@ private Q_SLOTS:
     void aFrameThatIsNoPictureIsAnErrorAndNoFile()
     {
         const QTemporaryDir folder;
-        FrameRecorder recorder(folder.path(), 2, Size, false);
+        FrameWriter recorder(folder.path(), 2, Size, false);
         Frame zeros(std::size_t(Size.width()) * Size.height() * 4, 0);
         recorder.deliverFrame(zeros, Size.width());
         Frame good = shade(50);
@@ -64,9 +64,9 @@ private Q_SLOTS:
     void aDirectoryThatTakesNoFilesIsAnError()
     {
         const QTemporaryDir folder;
-        FrameRecorder recorder(folder.filePath(QStringLiteral("missing")), 1, Size, false);
+        FrameWriter recorder(folder.filePath(QStringLiteral("missing")), 1, Size, false);
         Frame frame = shade(1);
-        QSignalSpy failed(&recorder, &FrameRecorder::failed);
+        QSignalSpy failed(&recorder, &FrameWriter::failed);
         recorder.deliverFrame(frame, Size.width());
         recorder.flush();
         QTRY_COMPARE(failed.count(), 1);
@@ -75,5 +75,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(FrameRecorderTest)
-#include "FrameRecorderTest.moc"
+QTEST_GUILESS_MAIN(FrameWriterTest)
+#include "FrameWriterTest.moc"

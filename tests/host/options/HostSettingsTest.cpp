@@ -1,5 +1,5 @@
-#include "HostSettings.h"
-#include "SessionOptions.h"
+#include "options/HostSettings.h"
+#include "options/SessionOptions.h"
 #include "support/SystemLimits.h"
 #include "support/TemporaryHome.h"
 

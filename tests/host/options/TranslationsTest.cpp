@@ -1,4 +1,4 @@
-#include "Translations.h"
+#include "options/Translations.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtTest/QtTest>

@@ -1,5 +1,5 @@
-#include "Terminal.h"
-#include "Termination.h"
+#include "system/Terminal.h"
+#include "system/Termination.h"
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QProcess>

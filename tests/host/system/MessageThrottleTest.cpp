@@ -1,4 +1,4 @@
-#include "MessageThrottle.h"
+#include "system/MessageThrottle.h"
 
 #include <QtTest/QtTest>
 

@@ -1,4 +1,4 @@
-#include "Termination.h"
+#include "system/Termination.h"
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QProcess>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/DemoLap.h"
+#include "telemetry/demo/DemoLap.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,8 +1,8 @@
-#include "TelemetryFeeder.h"
+#include "telemetry/TelemetryFeeder.h"
 
 #include "IDashboardEngine.h"
 #include "IDashboardRenderer.h"
-#include "VehicleNames.h"
+#include "telemetry/VehicleNames.h"
 #include "telemetry/TelemetryMonitor.h"
 
 #include <QtGui/QImage>

@@ -1,4 +1,4 @@
-#include "CodeEditor.h"
+#include "ui/CodeEditor.h"
 
 #include "support/DocumentFolder.h"
 

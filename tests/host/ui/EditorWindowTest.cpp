@@ -1,6 +1,6 @@
 #include "DashboardAbstractProfilesManager.h"
 #include "IDashboardEngine.h"
-#include "VehicleNames.h"
+#include "telemetry/VehicleNames.h"
 #include "ViewBench.h"
 #include "support/LogCapture.h"
 #include "telemetry/TelemetryMonitor.h"

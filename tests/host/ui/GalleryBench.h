@@ -2,7 +2,7 @@
 
 #include "FakeEngine.h"
 #include "FakeStore.h"
-#include "VehicleNames.h"
+#include "telemetry/VehicleNames.h"
 #include "support/TemporaryHome.h"
 #include "ui/GalleryWindow.h"
 #include "ui/Navigation.h"

@@ -1,5 +1,5 @@
 #include "GalleryBench.h"
-#include "Translations.h"
+#include "options/Translations.h"
 
 class GalleryWindowTest : public GalleryBench
 {

@@ -1,8 +1,8 @@
 #include "ui/SettingsWindow.h"
 
 #include "DashboardAbstractProfilesManager.h"
-#include "HostSettings.h"
-#include "Translations.h"
+#include "options/HostSettings.h"
+#include "options/Translations.h"
 #include "support/TemporaryHome.h"
 #include "ui/Navigation.h"
 #include "ui/ToolWindows.h"

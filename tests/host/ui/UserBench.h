@@ -2,7 +2,7 @@
 
 #include "GaugeLibrary.h"
 #include "TelemetryRecords.h"
-#include "VehicleNames.h"
+#include "telemetry/VehicleNames.h"
 #include "support/TemporaryHome.h"
 #include "ui/HostWindow.h"
 #include "ui/Navigation.h"

@@ -1,6 +1,6 @@
 #include "DescribedFeed.h"
 
-#include "UsualLimits.h"
+#include "telemetry/feeds/UsualLimits.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QtEndian>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Feed.h"
+#include "telemetry/feeds/Feed.h"
 #include "FeedDescription.h"
-#include "RevLimits.h"
+#include "telemetry/feeds/RevLimits.h"
 
 /// A feed that a user describes, for simulators that the host doesn't know.
 class DescribedFeed final : public Feed

@@ -1,4 +1,4 @@
-#include "telemetry/DemoCars.h"
+#include "telemetry/demo/DemoCars.h"
 
 #include <QtTest/QtTest>
 

@@ -1,4 +1,4 @@
-#include "telemetry/feeds/DescribedFeed.h"
+#include "telemetry/feeds/described/DescribedFeed.h"
 #include "Senders.h"
 #include "telemetry/feeds/OutGauge.h"
 
