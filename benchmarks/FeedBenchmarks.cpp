@@ -183,8 +183,8 @@ std::unique_ptr<UdpListener> listenToAll(const QTemporaryDir &folder)
     feeds.push_back(outGaugeFeed(folder));
     feeds.push_back(std::make_unique<DataOutFeed>());
     feeds.push_back(std::make_unique<EgoFeed>());
-    const UdpListener::Wishes wishes{{QHostAddress(QHostAddress::LocalHost)}, {0}, {}};
-    return std::make_unique<UdpListener>(std::move(feeds), wishes);
+    const UdpListener::Settings settings{{QHostAddress(QHostAddress::LocalHost)}, {0}, {}};
+    return std::make_unique<UdpListener>(std::move(feeds), settings);
 }
 
 void wayOurs(benchmark::State &state)

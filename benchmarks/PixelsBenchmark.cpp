@@ -67,7 +67,7 @@ std::unique_ptr<UdpListener> listen(const QTemporaryDir &folder)
     feeds.push_back(std::make_unique<OutGaugeFeed>(
         std::make_unique<RevLimitStore>(folder.filePath(QStringLiteral("cars.ini")))));
     return std::make_unique<UdpListener>(
-        std::move(feeds), UdpListener::Wishes{{QHostAddress(QHostAddress::LocalHost)}, {0}, {}});
+        std::move(feeds), UdpListener::Settings{{QHostAddress(QHostAddress::LocalHost)}, {0}, {}});
 }
 
 /// When each datagram was sent, and when its shade was first in a picture that the window swapped.

@@ -1,21 +1,20 @@
 #include "Program.h"
 
-#include "Session.h"
-#include "commands/FramesCommand.h"
 #include "GaugeLibrary.h"
 #include "IDashboardEngine.h"
+#include "Session.h"
+#include "commands/FramesCommand.h"
 #include "commands/LintCommand.h"
-#include "system/MessageLog.h"
-#include "options/Options.h"
 #include "commands/PreviewCommand.h"
 #include "commands/ProfileCommand.h"
-#include "profiles/FindProfile.h"
 #include "commands/RecordCommand.h"
-#include "telemetry/TelemetryFactory.h"
+#include "options/Options.h"
+#include "profiles/FindProfile.h"
+#include "system/MessageLog.h"
 #include "system/Terminal.h"
 #include "telemetry/VehicleNames.h"
-#include "ui/WindowSession.h"
 #include "telemetry/feeds/UdpListener.h"
+#include "ui/WindowSession.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
@@ -44,29 +43,31 @@ int runCommand(const Options &options, const GaugeLibrary &library)
     VehicleNames vehicles;
     const auto engine = library.createEngine(false, false);
     const int result = runProfileCommand(
-        options.command, [&] { return library.createProfiles(*engine, vehicles); }, vehicles);
+        options.profile, [&] { return library.createProfiles(*engine, vehicles); }, vehicles);
     engine->shutdown();
     return result;
 }
 
-/// A preview, or a lint, of one dashboard.
-int lookOver(const Options &options, const GaugeLibrary &library)
+int preview(const Options &options, const GaugeLibrary &library)
+{
+    const Session session(options.session, library);
+    const QString document = findDocument(*session.store, options.preview.dashboard);
+    return makePreview(document, options.preview.output, *session.engine);
+}
+
+int lint(const Options &options, const GaugeLibrary &library)
 {
     // Compiled scripts forget their line numbers, which an author needs.
-    if (options.mode == Options::Mode::Lint)
-        qputenv("QV4_FORCE_INTERPRETER", "1");
-    const Cluster cluster(options, library, false);
-    const QString document = findDocument(*cluster.store, options.dashboard);
-    return options.mode == Options::Mode::Lint
-               ? lintDashboard(document, *cluster.engine)
-               : makePreview(document, options.output, *cluster.engine);
+    qputenv("QV4_FORCE_INTERPRETER", "1");
+    const Session session(options.session, library);
+    return lintDashboard(findDocument(*session.store, options.lint.dashboard), *session.engine);
 }
 
 int recordGames(const Options &options)
 {
     return recordDrive(options.record, [&options](UdpListener::Tap tap) {
         QStringList problems;
-        auto listener = makeListener(options, problems, std::move(tap));
+        auto listener = options.session.telemetry.makeListener(problems, std::move(tap));
         for (const QString &problem : qAsConst(problems))
             printError(problem);
         return listener;
@@ -87,17 +88,17 @@ int runProgram(const Options &options)
     }
     makeUserFolder();
     switch (options.mode) {
-    case Options::Mode::Command:
+    case Options::Mode::Profile:
         return runCommand(options, library);
     case Options::Mode::Frames:
-        return recordFrames(options, library, log);
+        return writeFrames(options.frames, options.session, library, log);
     case Options::Mode::Preview:
+        return preview(options, library);
     case Options::Mode::Lint:
-        return lookOver(options, library);
-    case Options::Mode::Gallery:
-    case Options::Mode::View:
+        return lint(options, library);
+    case Options::Mode::Windows:
     case Options::Mode::Record:
         break;
     }
-    return runWindows(options, library, log);
+    return runWindows(options.windows, options.session, library, log);
 }

@@ -1,23 +1,21 @@
 #include "Session.h"
 
 #include "GaugeLibrary.h"
-#include "options/Options.h"
 #include "profiles/FindProfile.h"
-#include "telemetry/TelemetryFactory.h"
 #include "profiles/VehicleReport.h"
 #include "telemetry/TelemetrySource.h"
 
 #include <utility>
 
-Cluster::Cluster(const Options &options, const GaugeLibrary &library, bool useMph)
-    : engine(library.createEngine(useMph, options.hardwareAcceleration))
+Session::Session(SessionOptions options, const GaugeLibrary &library)
+    : engine(library.createEngine(options.useMph.value_or(false), options.hardwareAcceleration))
     , store(library.createProfiles(*engine, vehicles))
-    , options(options)
+    , options(std::move(options))
 {
     library.init(navigation, *engine);
 }
 
-Cluster::~Cluster()
+Session::~Session()
 {
     feeder.reset();
     navigation.closeViews();
@@ -25,7 +23,7 @@ Cluster::~Cluster()
     engine->shutdown();
 }
 
-bool Cluster::chooseDashboard()
+bool Session::chooseDashboard()
 {
     if (!options.dashboard.isEmpty()) {
         engine->setDashboardFile(findDocument(*store, options.dashboard));
@@ -36,10 +34,10 @@ bool Cluster::chooseDashboard()
     return store->activeProfileId() != DashboardProfileHeader::NoId;
 }
 
-QStringList Cluster::startTelemetry()
+QStringList Session::startTelemetry()
 {
     QStringList problems;
-    if (std::unique_ptr<TelemetrySource> source = makeTelemetry(options, problems)) {
+    if (std::unique_ptr<TelemetrySource> source = options.telemetry.makeSource(problems)) {
         feeder = std::make_unique<TelemetryFeeder>(std::move(source), *engine, vehicles, monitor);
     }
     return problems;

@@ -2,9 +2,10 @@
 
 #include "DashboardAbstractProfilesManager.h"
 #include "IDashboardEngine.h"
+#include "SessionOptions.h"
 #include "telemetry/TelemetryFeeder.h"
-#include "telemetry/VehicleNames.h"
 #include "telemetry/TelemetryMonitor.h"
+#include "telemetry/VehicleNames.h"
 #include "ui/Navigation.h"
 
 #include <QtCore/QStringList>
@@ -12,19 +13,18 @@
 #include <memory>
 
 class GaugeLibrary;
-struct Options;
 
 /// An engine of the library with all that it needs to live: store, views, telemetry. GUI thread.
-class Cluster
+class Session
 {
 public:
-    /// `options` and `library` are borrowed. `useMph` is what dashboards show.
-    Cluster(const Options &options, const GaugeLibrary &library, bool useMph);
+    /// `library` is borrowed.
+    Session(SessionOptions options, const GaugeLibrary &library);
 
     /// Ends from the outside in: telemetry, views, store, engine.
-    ~Cluster();
-    Cluster(const Cluster &) = delete;
-    Cluster &operator=(const Cluster &) = delete;
+    ~Session();
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
 
     /// Takes the dashboard that the options name, or lets the store follow the vehicles. False if
     /// there is none to show.
@@ -45,6 +45,6 @@ public:
     std::unique_ptr<DashboardAbstractProfilesManager> store;
 
 private:
-    const Options &options;
+    const SessionOptions options;
     std::unique_ptr<TelemetryFeeder> feeder;
 };

@@ -1,5 +1,5 @@
-#include "options/Options.h"
 #include "Program.h"
+#include "options/Options.h"
 #include "system/Terminal.h"
 
 #include <QtCore/QHash>
@@ -34,7 +34,7 @@ int main(int argc, char *argv[])
     case ParsedOptions::Outcome::Run:
         break;
     }
-    if (parsed.options.mode == Options::Mode::Command ||
+    if (parsed.options.mode == Options::Mode::Profile ||
         parsed.options.mode == Options::Mode::Record) {
         const QCoreApplication application(argc, argv);
         return runProgram(parsed.options);

@@ -1,9 +1,8 @@
 #include "FramesCommand.h"
 
-#include "Session.h"
 #include "FrameWriter.h"
+#include "Session.h"
 #include "system/MessageLog.h"
-#include "options/Options.h"
 #include "system/ProgressBar.h"
 #include "system/Terminal.h"
 
@@ -18,7 +17,7 @@ namespace {
 
 constexpr int StallMs = 15'000; ///< Longer than any load; telemetry never pauses in between.
 
-/// How a recording went.
+/// How it went.
 struct Course
 {
     bool documentFailed = false;
@@ -28,7 +27,7 @@ struct Course
 };
 
 /// Telemetry starts when the consumer is in place.
-Course record(FrameWriter &recorder, int count, Cluster &cluster, const MessageLog &log)
+Course write(FrameWriter &writer, int count, Session &session, const MessageLog &log)
 {
     Course course;
     const ProgressBar bar(count);
@@ -37,16 +36,15 @@ Course record(FrameWriter &recorder, int count, Cluster &cluster, const MessageL
     QTimer stall;
     stall.setSingleShot(true);
     stall.setInterval(StallMs);
-    QObject::connect(&recorder, &FrameWriter::frameDelivered, &loop, [&](int delivered) {
+    QObject::connect(&writer, &FrameWriter::frameDelivered, &loop, [&](int delivered) {
         if (delivered == 1)
             sinceFirstFrame.start();
         course.seconds = static_cast<double>(sinceFirstFrame.nsecsElapsed()) / 1e9;
         stall.start();
         bar.show(delivered);
     });
-    QObject::connect(&recorder, &FrameWriter::finished, &loop, &QEventLoop::quit);
-    QObject::connect(&recorder, &FrameWriter::failed, &loop, &QEventLoop::quit,
-                     Qt::QueuedConnection);
+    QObject::connect(&writer, &FrameWriter::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&writer, &FrameWriter::failed, &loop, &QEventLoop::quit, Qt::QueuedConnection);
     QObject::connect(&stall, &QTimer::timeout, &loop, [&] {
         course.stalled = true;
         loop.quit();
@@ -60,45 +58,46 @@ Course record(FrameWriter &recorder, int count, Cluster &cluster, const MessageL
         },
         Qt::QueuedConnection);
 
-    cluster.engine->addConsumer(&recorder);
+    session.engine->addConsumer(&writer);
     stall.start();
-    const QStringList problems = cluster.startTelemetry();
+    const QStringList problems = session.startTelemetry();
     for (const QString &problem : problems)
         printError(problem);
-    if (cluster.isFed())
+    if (session.isFed())
         loop.exec();
-    course.updatesSent = cluster.updatesSent();
-    cluster.engine->removeConsumer(&recorder);
-    recorder.flush();
+    course.updatesSent = session.updatesSent();
+    session.engine->removeConsumer(&writer);
+    writer.flush();
     return course;
 }
 
 } // namespace
 
-int recordFrames(const Options &options, const GaugeLibrary &library, const MessageLog &log)
+int writeFrames(const FramesCommand &command, const SessionOptions &options,
+                const GaugeLibrary &library, const MessageLog &log)
 {
-    Cluster cluster(options, library, options.units == Options::Units::Mph);
-    if (!cluster.chooseDashboard()) {
+    Session session(options, library);
+    if (!session.chooseDashboard()) {
         printError(QStringLiteral("There are no dashboards beside the program, nor of your own."));
         return 1;
     }
-    if (!QDir().mkpath(options.framesDirectory)) {
+    if (!QDir().mkpath(command.directory)) {
         printError(QStringLiteral("Could not make the directory '%1'.")
-                       .arg(QDir::toNativeSeparators(options.framesDirectory)));
+                       .arg(QDir::toNativeSeparators(command.directory)));
         return 1;
     }
-    const QSize size = options.size.value_or(QSize(480, 272)); // What dashboards are drawn for.
-    FrameWriter recorder(options.framesDirectory, options.frameCount, size, options.upsideDown);
-    const Course course = record(recorder, options.frameCount, cluster, log);
+    const QSize size = command.size.value_or(QSize(480, 272)); // What dashboards are drawn for.
+    FrameWriter writer(command.directory, command.count, size, command.upsideDown);
+    const Course course = write(writer, command.count, session, log);
     if (course.stalled)
         printError(QStringLiteral("No frame came for %1 seconds.").arg(StallMs / 1000));
-    if (!recorder.error().isEmpty())
-        printError(recorder.error());
+    if (!writer.error().isEmpty())
+        printError(writer.error());
 
-    const double rate = course.seconds > 0 ? (recorder.delivered() - 1) / course.seconds : 0;
-    std::printf("%d %s, %dx%d pixels, %.1f frames/s, %d updates sent\n", recorder.written(),
-                recorder.written() == 1 ? "frame" : "frames", size.width(), size.height(), rate,
+    const double rate = course.seconds > 0 ? (writer.delivered() - 1) / course.seconds : 0;
+    std::printf("%d %s, %dx%d pixels, %.1f frames/s, %d updates sent\n", writer.written(),
+                writer.written() == 1 ? "frame" : "frames", size.width(), size.height(), rate,
                 course.updatesSent);
-    const bool whole = recorder.written() == options.frameCount && !course.documentFailed;
+    const bool whole = writer.written() == command.count && !course.documentFailed;
     return whole ? 0 : 1;
 }

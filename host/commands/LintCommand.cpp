@@ -49,18 +49,18 @@ private:
     static inline QtMessageHandler previous = nullptr;
 };
 
-std::vector<Finding> findingsInRun(OffscreenDashboard &bench, const QString &document)
+std::vector<Finding> findingsInRun(OffscreenDashboard &dashboard, const QString &document)
 {
     std::vector<Finding> findings;
     const auto collect = [&](const QString &circumstance) {
-        const QStringList errors = bench.errors();
+        const QStringList errors = dashboard.errors();
         for (int i = int(findings.size()); i < errors.size(); ++i) {
             findings.push_back(findingOf(errors.at(i)));
             if (!circumstance.isEmpty())
                 findings.back().text += QStringLiteral(" (%1)").arg(circumstance);
         }
     };
-    if (!bench.load(document)) {
+    if (!dashboard.load(document)) {
         collect({});
         return findings;
     }
@@ -69,7 +69,7 @@ std::vector<Finding> findingsInRun(OffscreenDashboard &bench, const QString &doc
     for (const TelemetryState &state : states) {
         // The change itself is part of it, in both directions.
         for (const TelemetryState *shown : {&state, &states.front()}) {
-            standsStill = !bench.settled(*shown).isNull() && standsStill;
+            standsStill = !dashboard.settled(*shown).isNull() && standsStill;
             collect(state.name);
         }
         if (!standsStill)
@@ -91,9 +91,9 @@ int lintDashboard(const QString &document, IDashboardEngine &engine)
         return 1;
     }
     const Quiet quiet;
-    OffscreenDashboard bench(engine);
-    std::vector<Finding> findings = findingsInRun(bench, info.absoluteFilePath());
-    const QStringList names = bench.publishedFields();
+    OffscreenDashboard dashboard(engine);
+    std::vector<Finding> findings = findingsInRun(dashboard, info.absoluteFilePath());
+    const QStringList names = dashboard.publishedFields();
     const std::vector<Finding> inSources =
         findingsInSources(document, QSet<QString>(names.begin(), names.end()));
     findings.insert(findings.end(), inSources.begin(), inSources.end());

@@ -16,14 +16,14 @@ int makePreview(const QString &document, const QString &output, IDashboardEngine
             QStringLiteral("There is no dashboard '%1'.").arg(QDir::toNativeSeparators(document)));
         return 1;
     }
-    OffscreenDashboard bench(engine);
-    if (!bench.load(document)) {
-        const QStringList errors = bench.errors();
+    OffscreenDashboard dashboard(engine);
+    if (!dashboard.load(document)) {
+        const QStringList errors = dashboard.errors();
         for (const QString &error : errors)
             printError(error);
         return 1;
     }
-    const QImage picture = bench.settled(previewState());
+    const QImage picture = dashboard.settled(previewState());
     if (picture.isNull()) {
         printError(QStringLiteral("The picture never stands still."));
         return 1;

@@ -1,7 +1,6 @@
 #include "Options.h"
 
 #include "DeclaredOptions.h"
-#include "telemetry/TelemetryFactory.h"
 #include "telemetry/demo/DemoCars.h"
 #include "telemetry/recordings/Playback.h"
 
@@ -57,7 +56,7 @@ QString readLookOver(const QStringList &words, Options &options)
                         : QStringLiteral("It is: lint NAME|ID|FILE.");
     }
     options.mode = previews ? Options::Mode::Preview : Options::Mode::Lint;
-    options.dashboard = words.at(1);
+    (previews ? options.preview.dashboard : options.lint.dashboard) = words.at(1);
     return {};
 }
 
@@ -67,8 +66,8 @@ QString readProfileCommand(const QStringList &words, Options &options)
     const std::optional<ProfileCommand> command = ProfileCommand::parse(words, error);
     if (!command)
         return error;
-    options.mode = Options::Mode::Command;
-    options.command = *command;
+    options.mode = Options::Mode::Profile;
+    options.profile = *command;
     return {};
 }
 
@@ -108,20 +107,20 @@ QString readCommand(const QCommandLineParser &parser, const DeclaredOptions &dec
                 .arg(option->names().constFirst(), verb);
         }
     }
-    options.command.json = parser.isSet(declared.json);
+    options.profile.json = parser.isSet(declared.json);
     return {};
 }
 
 QString readMode(const QCommandLineParser &parser, const DeclaredOptions &declared,
                  Options &options)
 {
-    const bool lists = options.mode == Options::Mode::Command &&
-                       options.command.verb == ProfileCommand::Verb::List;
+    const bool lists = options.mode == Options::Mode::Profile &&
+                       options.profile.verb == ProfileCommand::Verb::List;
     if (parser.isSet(declared.json) && !lists)
         return QStringLiteral("--json goes with 'profiles list'.");
-    options.output = parser.value(declared.output);
+    options.preview.output = parser.value(declared.output);
     if (parser.isSet(declared.output) &&
-        (options.mode != Options::Mode::Preview || options.output.isEmpty()))
+        (options.mode != Options::Mode::Preview || options.preview.output.isEmpty()))
         return QStringLiteral("--output takes a file and goes with 'preview'.");
     return {};
 }
@@ -130,31 +129,29 @@ QString readView(const QCommandLineParser &parser, const DeclaredOptions &declar
                  Options &options)
 {
     if (parser.isSet(declared.view)) {
-        options.view = parser.value(declared.view);
-        if (options.view != WindowView && options.view != EditorView) {
+        options.windows.view = parser.value(declared.view);
+        if (options.windows.view != WindowView && options.windows.view != EditorView) {
             return QStringLiteral("--view knows %1 and %2, not '%3'.")
-                .arg(WindowView, EditorView, options.view);
+                .arg(WindowView, EditorView, options.windows.view);
         }
     }
     if (parser.isSet(declared.window)) {
-        if (options.view == EditorView)
+        if (options.windows.view == EditorView)
             return QStringLiteral("--window and --view DashboardEditor exclude each other.");
-        options.view = WindowView;
+        options.windows.view = WindowView;
     }
     if (parser.isSet(declared.dashboard) && !parser.isSet(declared.frames)) {
-        if (options.view == EditorView)
+        if (options.windows.view == EditorView)
             return QStringLiteral("--dashboard goes with no editor; name the file with --path.");
-        options.view = WindowView;
+        options.windows.view = WindowView;
     }
     if (parser.isSet(declared.path)) {
-        options.viewPath = parser.value(declared.path);
-        if (options.view != EditorView)
+        options.windows.path = parser.value(declared.path);
+        if (options.windows.view != EditorView)
             return QStringLiteral("--path goes with --view DashboardEditor.");
-        if (options.viewPath.isEmpty())
+        if (options.windows.path.isEmpty())
             return QStringLiteral("--path needs a file.");
     }
-    if (!options.view.isEmpty())
-        options.mode = Options::Mode::View;
     return {};
 }
 
@@ -166,16 +163,16 @@ QString readFrames(const QCommandLineParser &parser, const DeclaredOptions &decl
             if (parser.isSet(*option))
                 return QStringLiteral("--%1 goes with --frames.").arg(option->names().constFirst());
         }
-        if (parser.isSet(declared.size) && options.mode == Options::Mode::Gallery)
+        if (parser.isSet(declared.size) && options.windows.view.isEmpty())
             return QStringLiteral("--size goes with --frames, --window or --view.");
         return {};
     }
-    if (!options.view.isEmpty())
+    if (!options.windows.view.isEmpty())
         return QStringLiteral("--frames shows no window, so it excludes --window and --view.");
     options.mode = Options::Mode::Frames;
-    options.framesDirectory = parser.value(declared.frames);
-    return options.framesDirectory.isEmpty() ? QStringLiteral("--frames needs a directory.")
-                                             : QString();
+    options.frames.directory = parser.value(declared.frames);
+    return options.frames.directory.isEmpty() ? QStringLiteral("--frames needs a directory.")
+                                              : QString();
 }
 
 QString readPicture(const QCommandLineParser &parser, const DeclaredOptions &declared,
@@ -188,7 +185,7 @@ QString readPicture(const QCommandLineParser &parser, const DeclaredOptions &dec
             return QStringLiteral("--count takes a number from 1 to %1, not '%2'.")
                 .arg(QString::number(MaximumFrames), text);
         }
-        options.frameCount = *count;
+        options.frames.count = *count;
     }
     if (parser.isSet(declared.size)) {
         const QString text = parser.value(declared.size);
@@ -198,26 +195,27 @@ QString readPicture(const QCommandLineParser &parser, const DeclaredOptions &dec
                                   "'%1'.")
                 .arg(text);
         }
-        options.size = *size;
+        options.frames.size = options.windows.size = *size;
     }
     if (parser.isSet(declared.dashboard)) {
-        options.dashboard = parser.value(declared.dashboard);
-        if (options.dashboard.isEmpty())
+        options.session.dashboard = parser.value(declared.dashboard);
+        if (options.session.dashboard.isEmpty())
             return QStringLiteral("--dashboard needs a file, a name or an id.");
     }
-    options.upsideDown = parser.isSet(declared.upsideDown);
+    options.frames.upsideDown = parser.isSet(declared.upsideDown);
     return {};
 }
 
 QString readTelemetry(const QCommandLineParser &parser, const DeclaredOptions &declared,
                       Options &options)
 {
+    TelemetryRequest &request = options.session.telemetry;
     if (parser.isSet(declared.telemetry)) {
-        options.telemetry = parser.value(declared.telemetry);
-        const QStringList names = telemetryNames();
-        if (!names.contains(options.telemetry) && !isTelemetryFile(options.telemetry))
+        request.source = parser.value(declared.telemetry);
+        const QStringList names = TelemetryRequest::names();
+        if (!names.contains(request.source) && !request.isFile())
             return QStringLiteral("--telemetry knows %1, and files, not '%2'.")
-                .arg(names.join(QStringLiteral(", ")), options.telemetry);
+                .arg(names.join(QStringLiteral(", ")), request.source);
     }
     if (parser.isSet(declared.demoCars)) {
         const QString text = parser.value(declared.demoCars);
@@ -226,12 +224,12 @@ QString readTelemetry(const QCommandLineParser &parser, const DeclaredOptions &d
             return QStringLiteral("--demo-cars takes a number from 1 to %1, not '%2'.")
                 .arg(QString::number(DemoCars::MaximumCars), text);
         }
-        options.demoCars = *cars;
+        request.demoCars = *cars;
     }
     if (parser.isSet(declared.startAt)) {
         bool isNumber = false;
-        options.startAt = parser.value(declared.startAt).toDouble(&isNumber);
-        if (!isNumber || !std::isfinite(options.startAt) || options.startAt < 0) {
+        request.startAt = parser.value(declared.startAt).toDouble(&isNumber);
+        if (!isNumber || !std::isfinite(request.startAt) || request.startAt < 0) {
             return QStringLiteral("--start-at takes seconds from 0 on, not '%1'.")
                 .arg(parser.value(declared.startAt));
         }
@@ -242,9 +240,9 @@ QString readTelemetry(const QCommandLineParser &parser, const DeclaredOptions &d
 QString readNetwork(const QCommandLineParser &parser, const DeclaredOptions &declared,
                     Options &options)
 {
-    const bool hears =
-        options.mode == Options::Mode::Record ||
-        (options.telemetry != QLatin1String("demo") && !isDriveFile(options.telemetry));
+    TelemetryRequest &request = options.session.telemetry;
+    const bool hears = options.mode == Options::Mode::Record ||
+                       (request.source != QLatin1String("demo") && !request.isDrive());
     for (const QCommandLineOption *option : {&declared.listen, &declared.port}) {
         if (parser.isSet(*option) && !hears) {
             return QStringLiteral("--%1 goes with --telemetry auto or a feed of games.")
@@ -255,10 +253,10 @@ QString readNetwork(const QCommandLineParser &parser, const DeclaredOptions &dec
     const bool meansGames = options.mode == Options::Mode::Record ||
                             parser.isSet(declared.listen) || parser.isSet(declared.port) ||
                             parser.isSet(declared.feed);
-    if (options.telemetry.isEmpty() && meansGames)
-        options.telemetry = QStringLiteral("auto");
+    if (request.source.isEmpty() && meansGames)
+        request.source = QStringLiteral("auto");
     if (parser.isSet(declared.listen) &&
-        !options.listenAddress.setAddress(parser.value(declared.listen))) {
+        !request.listenAddress.setAddress(parser.value(declared.listen))) {
         return QStringLiteral("--listen takes an IP address, such as 0.0.0.0, not '%1'.")
             .arg(parser.value(declared.listen));
     }
@@ -268,7 +266,7 @@ QString readNetwork(const QCommandLineParser &parser, const DeclaredOptions &dec
             return QStringLiteral("--port takes a number from 1 to 65535, not '%1'.")
                 .arg(parser.value(declared.port));
         }
-        options.port = static_cast<quint16>(*port);
+        request.port = static_cast<quint16>(*port);
     }
     return {};
 }
@@ -291,9 +289,10 @@ QString readNumber(const QCommandLineParser &parser, const QCommandLineOption &o
 QString readDrive(const QCommandLineParser &parser, const DeclaredOptions &declared,
                   Options &options)
 {
+    TelemetryRequest &request = options.session.telemetry;
     constexpr double LongestRecording = 1'000'000; // Seconds; eleven days.
     const bool records = options.mode == Options::Mode::Record;
-    const bool plays = isDriveFile(options.telemetry);
+    const bool plays = request.isDrive();
     for (const QCommandLineOption *option : {&declared.duration, &declared.force}) {
         if (parser.isSet(*option) && !records)
             return QStringLiteral("--%1 goes with 'record'.").arg(option->names().constFirst());
@@ -305,18 +304,18 @@ QString readDrive(const QCommandLineParser &parser, const DeclaredOptions &decla
         }
     }
     if (records && parser.isSet(declared.telemetry) &&
-        (plays || options.telemetry == QLatin1String("demo")))
+        (plays || request.source == QLatin1String("demo")))
         return QStringLiteral("'record' takes what games send, not --telemetry %1.")
-            .arg(options.telemetry);
+            .arg(request.source);
     if (plays && !parser.isSet(declared.startAt))
-        options.startAt = 0;
-    if (parser.isSet(declared.feed) && !records && options.telemetry == QLatin1String("demo"))
+        request.startAt = 0;
+    if (parser.isSet(declared.feed) && !records && request.source == QLatin1String("demo"))
         return QStringLiteral("--feed doesn't go with the demo.");
-    options.feedFiles = parser.values(declared.feed);
-    options.loop = parser.isSet(declared.loop);
+    request.feedFiles = parser.values(declared.feed);
+    request.loop = parser.isSet(declared.loop);
     options.record.overwrite = parser.isSet(declared.force);
     const QString error = readNumber(parser, declared.speed, Playback::SlowestSpeed,
-                                     Playback::FastestSpeed, options.speed);
+                                     Playback::FastestSpeed, request.speed);
     return error.isEmpty()
                ? readNumber(parser, declared.duration, 1, LongestRecording, options.record.seconds)
                : error;
@@ -330,7 +329,7 @@ QString readUnits(const QCommandLineParser &parser, const DeclaredOptions &decla
     if (mph && kmh)
         return QStringLiteral("--mph and --kmh exclude each other.");
     if (mph || kmh)
-        options.units = mph ? Options::Units::Mph : Options::Units::Kmh;
+        options.session.useMph = mph;
     return {};
 }
 
@@ -369,7 +368,7 @@ ParsedOptions parseOptions(const QStringList &arguments)
         if (!error.isEmpty())
             return failure(error);
     }
-    options.hardwareAcceleration = !parser.isSet(declared.noAcceleration);
+    options.session.hardwareAcceleration = !parser.isSet(declared.noAcceleration);
     options.verbose = parser.isSet(declared.verbose);
     return {ParsedOptions::Outcome::Run, options, {}};
 }

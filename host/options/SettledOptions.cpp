@@ -1,10 +1,10 @@
-#include "SessionOptions.h"
+#include "SettledOptions.h"
 
 #include "HostSettings.h"
 
 #include <utility>
 
-SessionOptions::SessionOptions(Options commandLine, const HostSettings &settings)
+SettledOptions::SettledOptions(SessionOptions commandLine, const HostSettings &settings)
     : options(std::move(commandLine))
     , settings(settings)
     , mph(settings.useMph())
@@ -12,15 +12,15 @@ SessionOptions::SessionOptions(Options commandLine, const HostSettings &settings
 {
 }
 
-Options SessionOptions::take()
+SessionOptions SettledOptions::take()
 {
     const bool unitsChanged = mph != settings.useMph();
     const bool sourceChanged = source != settings.telemetrySource();
     mph = settings.useMph();
     source = settings.telemetrySource();
-    if (unitsChanged || options.units == Options::Units::AsSet)
-        options.units = mph ? Options::Units::Mph : Options::Units::Kmh;
-    if (sourceChanged || options.telemetry.isEmpty())
-        options.telemetry = source;
+    if (unitsChanged || !options.useMph)
+        options.useMph = mph;
+    if (sourceChanged || options.telemetry.source.isEmpty())
+        options.telemetry.source = source;
     return options;
 }

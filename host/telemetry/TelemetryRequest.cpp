@@ -1,11 +1,10 @@
-#include "TelemetryFactory.h"
+#include "TelemetryRequest.h"
 
-#include "options/Options.h"
 #include "system/Terminal.h"
 #include "telemetry/demo/DemoCars.h"
 #include "telemetry/demo/PacedSource.h"
-#include "telemetry/feeds/described/DescribedFeed.h"
 #include "telemetry/feeds/KnownFeeds.h"
+#include "telemetry/feeds/described/DescribedFeed.h"
 #include "telemetry/recordings/DriveFile.h"
 #include "telemetry/recordings/PlaybackSource.h"
 
@@ -28,14 +27,14 @@ bool isDescription(const QString &path)
     return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
 }
 
-/// The feeds that the options name; none, with the reasons in `problems`, if a description is
+/// The feeds that are asked for; none, with the reasons in `problems`, if a description is
 /// wrong.
-std::vector<std::unique_ptr<Feed>> feedsOf(const Options &options, QStringList &problems)
+std::vector<std::unique_ptr<Feed>> feedsOf(const TelemetryRequest &request, QStringList &problems)
 {
     std::vector<std::unique_ptr<Feed>> feeds;
-    QStringList descriptions = options.feedFiles;
-    if (isDescription(options.telemetry))
-        descriptions += options.telemetry;
+    QStringList descriptions = request.feedFiles;
+    if (isDescription(request.source))
+        descriptions += request.source;
     // Described feeds come first: who describes one knows better than a guess by length.
     for (const QString &path : qAsConst(descriptions)) {
         std::optional<FeedDescription> description = FeedDescription::load(path, problems);
@@ -43,35 +42,36 @@ std::vector<std::unique_ptr<Feed>> feedsOf(const Options &options, QStringList &
             return {};
         feeds.push_back(std::make_unique<DescribedFeed>(std::move(*description)));
     }
-    if (isDescription(options.telemetry))
+    if (isDescription(request.source))
         return feeds;
-    const bool isOne = knownFeedOptions().contains(options.telemetry);
-    for (auto &known : makeFeeds(isOne ? options.telemetry : QString()))
+    const bool isOne = knownFeedOptions().contains(request.source);
+    for (auto &known : makeFeeds(isOne ? request.source : QString()))
         feeds.push_back(std::move(known));
     return feeds;
 }
 
-UdpListener::Wishes wishesOf(const Options &options,
-                             const std::vector<std::unique_ptr<Feed>> &feeds)
+UdpListener::Settings settingsOf(const TelemetryRequest &request,
+                                 const std::vector<std::unique_ptr<Feed>> &feeds)
 {
-    UdpListener::Wishes wishes;
-    if (options.listenAddress.isNull())
-        wishes.addresses = {QHostAddress(QHostAddress::LocalHost),
-                            QHostAddress(QHostAddress::LocalHostIPv6)};
+    UdpListener::Settings settings;
+    if (request.listenAddress.isNull())
+        settings.addresses = {QHostAddress(QHostAddress::LocalHost),
+                              QHostAddress(QHostAddress::LocalHostIPv6)};
     else
-        wishes.addresses = {options.listenAddress};
-    if (options.port != 0) {
-        wishes.ports = {options.port};
-        return wishes;
+        settings.addresses = {request.listenAddress};
+    if (request.port != 0) {
+        settings.ports = {request.port};
+        return settings;
     }
     for (const auto &feed : feeds) {
         for (const quint16 port : feed->usualPorts()) {
             // Two feeds may share a port, which opens but once.
-            if (std::find(wishes.ports.begin(), wishes.ports.end(), port) == wishes.ports.end())
-                wishes.ports.push_back(port);
+            if (std::find(settings.ports.begin(), settings.ports.end(), port) ==
+                settings.ports.end())
+                settings.ports.push_back(port);
         }
     }
-    return wishes;
+    return settings;
 }
 
 /// "Listening for OutGauge, EGO on UDP ports 4444, 20777 of 127.0.0.1, ::1."
@@ -93,71 +93,70 @@ QString announcement(const QStringList &names, std::vector<quint16> ports,
              numbers.join(comma), places.join(comma));
 }
 
-std::unique_ptr<TelemetrySource> play(const Options &options, QStringList &problems)
+std::unique_ptr<TelemetrySource> play(const TelemetryRequest &request, QStringList &problems)
 {
     QString error;
-    std::unique_ptr<DatagramReader> drive = openDrive(options.telemetry, error);
-    std::vector<std::unique_ptr<Feed>> feeds = feedsOf(options, problems);
+    std::unique_ptr<DatagramReader> drive = openDrive(request.source, error);
+    std::vector<std::unique_ptr<Feed>> feeds = feedsOf(request, problems);
     if (drive == nullptr)
         problems += error;
     if (drive == nullptr || feeds.empty())
         return nullptr;
     constexpr double LongestDrive = 1e8; // Seconds; beyond what nanoseconds can count is far more.
-    const std::chrono::duration<double> startAt(std::min(options.startAt, LongestDrive));
+    const std::chrono::duration<double> startAt(std::min(request.startAt, LongestDrive));
     return std::make_unique<PlaybackSource>(
         std::move(drive), std::move(feeds),
-        Playback::Settings{options.speed,
+        Playback::Settings{request.speed,
                            std::chrono::duration_cast<std::chrono::nanoseconds>(startAt),
-                           options.loop});
+                           request.loop});
 }
 
 } // namespace
 
-QStringList telemetryNames()
+QStringList TelemetryRequest::names()
 {
     return QStringList{Demo, Auto} + knownFeedOptions();
 }
 
-bool isTelemetryFile(const QString &telemetry)
+bool TelemetryRequest::isFile() const
 {
-    return !telemetryNames().contains(telemetry) &&
-           (QFileInfo::exists(telemetry) || QFileInfo(telemetry).fileName() != telemetry ||
-            telemetry.contains(QLatin1Char('.')));
+    return !source.isEmpty() && !names().contains(source) &&
+           (QFileInfo::exists(source) || QFileInfo(source).fileName() != source ||
+            source.contains(QLatin1Char('.')));
 }
 
-bool isDriveFile(const QString &telemetry)
+bool TelemetryRequest::isDrive() const
 {
-    return isTelemetryFile(telemetry) && !isDescription(telemetry);
+    return isFile() && !isDescription(source);
 }
 
-std::unique_ptr<TelemetrySource> makeTelemetry(const Options &options, QStringList &problems)
+std::unique_ptr<TelemetrySource> TelemetryRequest::makeSource(QStringList &problems) const
 {
-    if (options.telemetry.isEmpty() || options.telemetry == Demo) {
-        return std::make_unique<PacedSource>(std::make_unique<DemoCars>(DemoSeed, options.demoCars),
-                                             options.startAt);
-    }
-    if (isDriveFile(options.telemetry))
-        return play(options, problems);
-    return makeListener(options, problems);
+    if (source.isEmpty() || source == Demo)
+        return std::make_unique<PacedSource>(std::make_unique<DemoCars>(DemoSeed, demoCars),
+                                             startAt);
+    if (isDrive())
+        return play(*this, problems);
+    return makeListener(problems);
 }
 
-std::unique_ptr<UdpListener> makeListener(const Options &options, QStringList &problems,
-                                          UdpListener::Tap tap)
+std::unique_ptr<UdpListener> TelemetryRequest::makeListener(QStringList &problems,
+                                                            UdpListener::Tap tap) const
 {
-    std::vector<std::unique_ptr<Feed>> feeds = feedsOf(options, problems);
+    std::vector<std::unique_ptr<Feed>> feeds = feedsOf(*this, problems);
     if (feeds.empty())
         return nullptr;
-    QStringList names;
+    QStringList titles;
     for (const auto &feed : feeds)
-        names += feed->name();
-    UdpListener::Wishes wishes = wishesOf(options, feeds);
-    wishes.tap = std::move(tap);
-    auto listener = std::make_unique<UdpListener>(std::move(feeds), wishes);
+        titles += feed->name();
+    UdpListener::Settings settings = settingsOf(*this, feeds);
+    settings.tap = std::move(tap);
+    auto listener = std::make_unique<UdpListener>(std::move(feeds), settings);
     problems += listener->errors();
     if (!listener->isListening()) {
         problems += QStringLiteral("No port is open for telemetry.");
         return nullptr;
     }
-    printLine(announcement(names, listener->ports(), listener->addresses()));
+    printLine(announcement(titles, listener->ports(), listener->addresses()));
     return listener;
 }

@@ -1,20 +1,18 @@
 #include "WindowSession.h"
 
-#include "Session.h"
-#include "options/HostSettings.h"
-#include "system/MessageLog.h"
-#include "options/Options.h"
-#include "profiles/FindProfile.h"
-#include "options/SessionOptions.h"
-#include "telemetry/TelemetryFactory.h"
-#include "system/Terminal.h"
-#include "system/Termination.h"
-#include "options/Translations.h"
-#include "profiles/VehicleReport.h"
 #include "GalleryWindow.h"
 #include "MessageWindow.h"
+#include "Session.h"
 #include "ToolWindows.h"
 #include "ViewWindow.h"
+#include "options/HostSettings.h"
+#include "options/SettledOptions.h"
+#include "options/Translations.h"
+#include "profiles/FindProfile.h"
+#include "profiles/VehicleReport.h"
+#include "system/MessageLog.h"
+#include "system/Terminal.h"
+#include "system/Termination.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -37,8 +35,8 @@ class WindowSession final : public QObject
 {
 public:
     /// All but `options` are borrowed.
-    WindowSession(Options options, const GaugeLibrary &library, HostSettings &settings,
-                  const MessageLog &log);
+    WindowSession(const WindowRequest &request, SessionOptions options, const GaugeLibrary &library,
+                  HostSettings &settings, const MessageLog &log);
 
     /// Shows what the options ask for. False if there is nothing to show.
     bool start();
@@ -54,28 +52,31 @@ private:
     void show();
     QString telemetryTitle() const;
 
-    const Options options;
+    const WindowRequest &request;
+    const SessionOptions options;
     HostSettings &settings;
-    Cluster cluster;
+    Session session;
     ToolWindows tools;
     MessageWindow message;
     std::unique_ptr<GalleryWindow> gallery;
 };
 
-WindowSession::WindowSession(Options options, const GaugeLibrary &library, HostSettings &settings,
+WindowSession::WindowSession(const WindowRequest &request, SessionOptions options,
+                             const GaugeLibrary &library, HostSettings &settings,
                              const MessageLog &log)
-    : options(std::move(options))
+    : request(request)
+    , options(std::move(options))
     , settings(settings)
-    , cluster(this->options, library, this->options.units == Options::Units::Mph)
-    , tools(settings, *cluster.store, cluster.navigation)
-    , message(cluster.navigation)
+    , session(this->options, library)
+    , tools(settings, *session.store, session.navigation)
+    , message(session.navigation)
 {
     settings.sessionStarted();
     connect(&tools, &ToolWindows::restartRequested, this,
             [] { QCoreApplication::exit(RestartCode); });
     connect(&tools, &ToolWindows::failed, &message, &MessageWindow::tell);
-    connect(&cluster.navigation, &Navigation::failed, &message, &MessageWindow::tell);
-    connect(&log, &MessageLog::documentSaid, &cluster.navigation, &Navigation::tellViews,
+    connect(&session.navigation, &Navigation::failed, &message, &MessageWindow::tell);
+    connect(&log, &MessageLog::documentSaid, &session.navigation, &Navigation::tellViews,
             Qt::QueuedConnection);
 }
 
@@ -87,13 +88,13 @@ bool WindowSession::start()
     bool dashboardThere = true;
     if (options.dashboard.isEmpty() && activateStartupDashboard()) {
         QTimer::singleShot(JoiningTime, this, [this] {
-            cluster.chooseDashboard();
-            reportVehicle(*cluster.store, cluster.vehicles.recentVehicleName());
+            session.chooseDashboard();
+            reportVehicle(*session.store, session.vehicles.recentVehicleName());
         });
     } else {
-        dashboardThere = cluster.chooseDashboard();
+        dashboardThere = session.chooseDashboard();
     }
-    if (!dashboardThere && options.mode == Options::Mode::View && options.viewPath.isEmpty()) {
+    if (!dashboardThere && !request.view.isEmpty() && request.path.isEmpty()) {
         printError(QStringLiteral("There are no dashboards beside the program, nor of your own."));
         return false;
     }
@@ -103,18 +104,18 @@ bool WindowSession::start()
 
 void WindowSession::resume(const QVariantMap &views)
 {
-    cluster.chooseDashboard();
+    session.chooseDashboard();
     show();
     for (auto view = views.begin(); view != views.end(); ++view)
-        cluster.navigation.showView(view.key(), view.value());
+        session.navigation.showView(view.key(), view.value());
 }
 
 QVariantMap WindowSession::openViews() const
 {
     QVariantMap views;
-    const QStringList names = cluster.navigation.openViews();
+    const QStringList names = session.navigation.openViews();
     for (const QString &name : names)
-        views.insert(name, cluster.navigation.window(name)->argument());
+        views.insert(name, session.navigation.window(name)->argument());
     return views;
 }
 
@@ -122,40 +123,40 @@ QVariantMap WindowSession::openViews() const
 bool WindowSession::activateStartupDashboard()
 {
     QStringList names;
-    const std::vector<DashboardProfileHeader> headers = cluster.store->profileHeaders();
+    const std::vector<DashboardProfileHeader> headers = session.store->profileHeaders();
     for (const DashboardProfileHeader &header : headers)
         names += header.name;
     const QString wanted = settings.startupDashboardAmong(names);
-    const DashboardProfileHeader::Id id = findProfile(*cluster.store, wanted);
-    return !wanted.isEmpty() && id != cluster.store->activeProfileId() &&
-           cluster.store->performAction(id, DashboardProfileAction::Activate, {}).ok;
+    const DashboardProfileHeader::Id id = findProfile(*session.store, wanted);
+    return !wanted.isEmpty() && id != session.store->activeProfileId() &&
+           session.store->performAction(id, DashboardProfileAction::Activate, {}).ok;
 }
 
 void WindowSession::show()
 {
-    if (options.mode == Options::Mode::Gallery) {
+    if (request.view.isEmpty()) {
         gallery =
-            std::make_unique<GalleryWindow>(cluster.navigation, *cluster.engine, *cluster.store,
-                                            cluster.vehicles, cluster.monitor, telemetryTitle());
+            std::make_unique<GalleryWindow>(session.navigation, *session.engine, *session.store,
+                                            session.vehicles, session.monitor, telemetryTitle());
         connect(&settings, &HostSettings::languageChanged, gallery.get(),
                 [this] { gallery->setTelemetrySource(telemetryTitle()); });
         gallery->openGallery();
     } else {
-        const QString path = options.viewPath;
+        const QString path = request.path;
         const QVariant argument =
             path.isEmpty() ? QVariant() : QVariant(QDir::current().absoluteFilePath(path));
-        cluster.navigation.showView(options.view, argument);
-        HostWindow *window = cluster.navigation.window(options.view);
-        if (window != nullptr && options.size) {
-            QRect place(QPoint(), *options.size);
+        session.navigation.showView(request.view, argument);
+        HostWindow *window = session.navigation.window(request.view);
+        if (window != nullptr && request.size) {
+            QRect place(QPoint(), *request.size);
             place.moveCenter(window->geometry().center());
             window->setGeometry(place);
         }
     }
-    const QStringList problems = cluster.startTelemetry();
+    const QStringList problems = session.startTelemetry();
     for (const QString &problem : problems)
         printError(problem);
-    if (gallery != nullptr && !cluster.isFed())
+    if (gallery != nullptr && !session.isFed())
         gallery->setTelemetryAbsent();
     if (!problems.isEmpty())
         message.tell(problems.join(QLatin1Char('\n')));
@@ -163,9 +164,9 @@ void WindowSession::show()
 
 QString WindowSession::telemetryTitle() const
 {
-    if (isTelemetryFile(options.telemetry))
-        return QFileInfo(options.telemetry).fileName();
-    return settings.titleOf(options.telemetry);
+    if (options.telemetry.isFile())
+        return QFileInfo(options.telemetry.source).fileName();
+    return settings.titleOf(options.telemetry.source);
 }
 
 /// In the order in which the settings offer them.
@@ -182,7 +183,8 @@ std::vector<TelemetrySourceChoice> telemetryChoices()
 
 } // namespace
 
-int runWindows(const Options &options, const GaugeLibrary &library, const MessageLog &log)
+int runWindows(const WindowRequest &request, const SessionOptions &options,
+               const GaugeLibrary &library, const MessageLog &log)
 {
     const Termination termination;
     Translations translations;
@@ -191,16 +193,16 @@ int runWindows(const Options &options, const GaugeLibrary &library, const Messag
     QObject::connect(&settings, &HostSettings::languageChanged, &settings,
                      [&] { translations.use(settings.language()); });
 
-    SessionOptions sessionOptions(options, settings);
-    auto session = std::make_unique<WindowSession>(sessionOptions.take(), library, settings, log);
-    if (!session->start())
+    SettledOptions settled(options, settings);
+    auto windows = std::make_unique<WindowSession>(request, settled.take(), library, settings, log);
+    if (!windows->start())
         return 1;
     int code = QGuiApplication::exec();
     while (code == RestartCode && !Termination::requested()) {
-        const QVariantMap views = session->openViews();
-        session.reset();
-        session = std::make_unique<WindowSession>(sessionOptions.take(), library, settings, log);
-        session->resume(views);
+        const QVariantMap views = windows->openViews();
+        windows.reset();
+        windows = std::make_unique<WindowSession>(request, settled.take(), library, settings, log);
+        windows->resume(views);
         code = QGuiApplication::exec();
     }
     return code;

@@ -71,11 +71,11 @@ QString problemOf(const PortsInUse &inUse)
 }
 
 /// The part that lives on the listening thread.
-class Ear final : public QObject
+class Receiver final : public QObject
 {
 public:
-    Ear(std::vector<std::unique_ptr<Feed>> feeds, std::function<void(const Datagram &)> tap,
-        const std::atomic<TelemetrySink *> &taker)
+    Receiver(std::vector<std::unique_ptr<Feed>> feeds, std::function<void(const Datagram &)> tap,
+             const std::atomic<TelemetrySink *> &taker)
         : drive(std::move(feeds))
         , tap(std::move(tap))
         , taker(taker)
@@ -169,12 +169,13 @@ private:
 
 } // namespace
 
-UdpListener::UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes)
+UdpListener::UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Settings &settings)
 {
     std::promise<Opened> promise;
     std::future<Opened> future = promise.get_future();
-    thread.reset(QThread::create(
-        [this, &feeds, &wishes, &promise] { run(std::move(feeds), wishes, std::move(promise)); }));
+    thread.reset(QThread::create([this, &feeds, &settings, &promise] {
+        run(std::move(feeds), settings, std::move(promise));
+    }));
     thread->setObjectName(QStringLiteral("telemetry"));
     thread->start();
     Opened opened = future.get();
@@ -194,17 +195,17 @@ void UdpListener::start(TelemetrySink &sink)
     taker = &sink;
 }
 
-void UdpListener::run(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes,
+void UdpListener::run(std::vector<std::unique_ptr<Feed>> feeds, const Settings &settings,
                       std::promise<Opened> opened)
 {
-    Ear ear(std::move(feeds), wishes.tap, taker);
+    Receiver receiver(std::move(feeds), settings.tap, taker);
     Opened result;
     std::vector<PortsInUse> allInUse;
-    for (const QHostAddress &address : wishes.addresses) {
+    for (const QHostAddress &address : settings.addresses) {
         QStringList inUse;
         const std::size_t openBefore = result.ports.size();
-        for (const quint16 port : wishes.ports) {
-            if (const quint16 open = ear.open(address, port, inUse, result.errors))
+        for (const quint16 port : settings.ports) {
+            if (const quint16 open = receiver.open(address, port, inUse, result.errors))
                 result.ports.push_back(open);
         }
         if (result.ports.size() > openBefore)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "telemetry/TelemetrySource.h"
 #include "Datagram.h"
 #include "Feed.h"
+#include "telemetry/TelemetrySource.h"
 
 #include <QtCore/QStringList>
 #include <QtNetwork/QHostAddress>
@@ -22,7 +22,7 @@ class UdpListener final : public TelemetrySource
 public:
     using Tap = std::function<void(const Datagram &)>;
 
-    struct Wishes
+    struct Settings
     {
         std::vector<QHostAddress> addresses; ///< Each with all the ports.
         std::vector<quint16> ports;          ///< 0 is any that is free.
@@ -32,7 +32,7 @@ public:
     };
 
     /// Opens the ports.
-    UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes);
+    UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Settings &settings);
     ~UdpListener() override;
 
     /// Whether any port is open.
@@ -57,7 +57,7 @@ private:
         QStringList errors;
     };
 
-    void run(std::vector<std::unique_ptr<Feed>> feeds, const Wishes &wishes,
+    void run(std::vector<std::unique_ptr<Feed>> feeds, const Settings &settings,
              std::promise<Opened> opened);
 
     std::atomic<TelemetrySink *> taker{nullptr}; ///< Null until it starts.

@@ -1,5 +1,5 @@
 #include "options/HostSettings.h"
-#include "options/SessionOptions.h"
+#include "options/SettledOptions.h"
 #include "support/SystemLimits.h"
 #include "support/TemporaryHome.h"
 
@@ -103,31 +103,31 @@ private Q_SLOTS:
     void aChangeGoesBeforeTheCommandLineWhichGoesBeforeWhatWasSet()
     {
         HostSettings settings = makeSettings();
-        SessionOptions bare({}, settings);
-        Options commandLine;
-        commandLine.telemetry = QStringLiteral("my.pcap");
-        commandLine.units = Options::Units::Mph;
-        SessionOptions given(commandLine, settings);
+        SettledOptions bare({}, settings);
+        SessionOptions commandLine;
+        commandLine.telemetry.source = QStringLiteral("my.pcap");
+        commandLine.useMph = true;
+        SettledOptions given(commandLine, settings);
         for (int i = 0; i < 2; ++i) {
-            QCOMPARE(bare.take().telemetry, QStringLiteral("demo"));
-            QCOMPARE(given.take().telemetry, QStringLiteral("my.pcap"));
-            QVERIFY(given.take().units == Options::Units::Mph);
+            QCOMPARE(bare.take().telemetry.source, QStringLiteral("demo"));
+            QCOMPARE(given.take().telemetry.source, QStringLiteral("my.pcap"));
+            QVERIFY(given.take().useMph == true);
         }
         settings.setTelemetrySource(QStringLiteral("other"));
         for (int i = 0; i < 2; ++i) {
-            QCOMPARE(bare.take().telemetry, QStringLiteral("other"));
-            QCOMPARE(given.take().telemetry, QStringLiteral("other"));
-            QVERIFY(given.take().units == Options::Units::Mph);
+            QCOMPARE(bare.take().telemetry.source, QStringLiteral("other"));
+            QCOMPARE(given.take().telemetry.source, QStringLiteral("other"));
+            QVERIFY(given.take().useMph == true);
         }
         settings.setUseMph(true);
-        QVERIFY(bare.take().units == Options::Units::Mph);
+        QVERIFY(bare.take().useMph == true);
         settings.setUseMph(false);
-        QVERIFY(bare.take().units == Options::Units::Kmh);
-        QVERIFY(given.take().units == Options::Units::Mph);
+        QVERIFY(bare.take().useMph == false);
+        QVERIFY(given.take().useMph == true);
         settings.setUseMph(true);
         given.take();
         settings.setUseMph(false);
-        QVERIFY(given.take().units == Options::Units::Kmh);
+        QVERIFY(given.take().useMph == false);
     }
 
     void aVanishedDashboardIsToldAndKept()

@@ -21,12 +21,13 @@ private Q_SLOTS:
     {
         const ParsedOptions parsed = parse(QString());
         QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
-        QCOMPARE(parsed.options.mode, Options::Mode::Gallery);
-        QVERIFY(parsed.options.dashboard.isEmpty());
-        QCOMPARE(parsed.options.demoCars, 1);
-        QCOMPARE(parsed.options.units, Options::Units::AsSet);
-        QVERIFY(parsed.options.telemetry.isEmpty());
-        QCOMPARE(parsed.options.hardwareAcceleration, true);
+        QCOMPARE(parsed.options.mode, Options::Mode::Windows);
+        QVERIFY(parsed.options.windows.view.isEmpty());
+        QVERIFY(parsed.options.session.dashboard.isEmpty());
+        QCOMPARE(parsed.options.session.telemetry.demoCars, 1);
+        QVERIFY(!parsed.options.session.useMph);
+        QVERIFY(parsed.options.session.telemetry.source.isEmpty());
+        QCOMPARE(parsed.options.session.hardwareAcceleration, true);
     }
 
     void everyOptionReachesItsField()
@@ -38,15 +39,15 @@ private Q_SLOTS:
         QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
         const Options &options = parsed.options;
         QCOMPARE(options.mode, Options::Mode::Frames);
-        QCOMPARE(options.framesDirectory, QStringLiteral("out"));
-        QCOMPARE(options.frameCount, 50);
-        QCOMPARE(options.size.value_or(QSize()), QSize(1440, 816));
-        QVERIFY(options.upsideDown);
-        QCOMPARE(options.dashboard, QStringLiteral("my.qml"));
-        QCOMPARE(options.demoCars, 3);
-        QCOMPARE(options.startAt, 12.5);
-        QCOMPARE(options.units, Options::Units::Mph);
-        QVERIFY(!options.hardwareAcceleration);
+        QCOMPARE(options.frames.directory, QStringLiteral("out"));
+        QCOMPARE(options.frames.count, 50);
+        QCOMPARE(options.frames.size.value_or(QSize()), QSize(1440, 816));
+        QVERIFY(options.frames.upsideDown);
+        QCOMPARE(options.session.dashboard, QStringLiteral("my.qml"));
+        QCOMPARE(options.session.telemetry.demoCars, 3);
+        QCOMPARE(options.session.telemetry.startAt, 12.5);
+        QCOMPARE(options.session.useMph.value_or(false), true);
+        QVERIFY(!options.session.hardwareAcceleration);
         QVERIFY(options.verbose);
     }
 
@@ -56,29 +57,29 @@ private Q_SLOTS:
                                  "--window --dashboard my.qml --size 480x272 --kmh"}) {
             const ParsedOptions parsed = parse(QString::fromLatin1(line));
             QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
-            QCOMPARE(parsed.options.mode, Options::Mode::View);
-            QCOMPARE(parsed.options.view, QStringLiteral("DashboardWindow"));
+            QCOMPARE(parsed.options.mode, Options::Mode::Windows);
+            QCOMPARE(parsed.options.windows.view, QStringLiteral("DashboardWindow"));
         }
         const ParsedOptions editor = parse(QStringLiteral("--view DashboardEditor --path my.qml"));
-        QCOMPARE(editor.options.mode, Options::Mode::View);
-        QCOMPARE(editor.options.view, QStringLiteral("DashboardEditor"));
-        QCOMPARE(editor.options.viewPath, QStringLiteral("my.qml"));
+        QCOMPARE(editor.options.windows.view, QStringLiteral("DashboardEditor"));
+        QCOMPARE(editor.options.windows.path, QStringLiteral("my.qml"));
     }
 
     void gamesAreHeardWhereTheOptionsSay()
     {
         for (const char *line : {"--port 4444", "--listen 0.0.0.0", "--feed a.json", "record a"})
-            QCOMPARE(parse(QString::fromLatin1(line)).options.telemetry, QStringLiteral("auto"));
+            QCOMPARE(parse(QString::fromLatin1(line)).options.session.telemetry.source,
+                     QStringLiteral("auto"));
         const Options options =
             parse(QStringLiteral("--telemetry ego --listen :: --port 65535")).options;
-        QCOMPARE(options.telemetry, QStringLiteral("ego"));
-        QCOMPARE(options.listenAddress, QHostAddress(QHostAddress::AnyIPv6));
-        QCOMPARE(int(options.port), 65'535);
+        QCOMPARE(options.session.telemetry.source, QStringLiteral("ego"));
+        QCOMPARE(options.session.telemetry.listenAddress, QHostAddress(QHostAddress::AnyIPv6));
+        QCOMPARE(int(options.session.telemetry.port), 65'535);
         for (const char *source : {"demo", "auto", "outgauge", "data-out", "ego"}) {
             const ParsedOptions parsed =
                 parse(QStringLiteral("--telemetry ") + QLatin1String(source));
             QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
-            QVERIFY(parsed.options.listenAddress.isNull());
+            QVERIFY(parsed.options.session.telemetry.listenAddress.isNull());
         }
     }
 
@@ -92,18 +93,19 @@ private Q_SLOTS:
         QCOMPARE(record.record.path, QStringLiteral("my.pcap"));
         QVERIFY(record.record.overwrite);
         QCOMPARE(record.record.seconds, 2.5);
-        QCOMPARE(int(record.port), 5000);
-        QCOMPARE(record.feedFiles,
+        QCOMPARE(int(record.session.telemetry.port), 5000);
+        QCOMPARE(record.session.telemetry.feedFiles,
                  (QStringList{QStringLiteral("a.json"), QStringLiteral("b.json")}));
 
         const Options play =
             parse(QStringLiteral("--telemetry my.pcap --speed 2.5 --loop")).options;
-        QCOMPARE(play.telemetry, QStringLiteral("my.pcap"));
-        QCOMPARE(play.startAt, 0.0);
-        QCOMPARE(play.speed, 2.5);
-        QVERIFY(play.loop);
-        QCOMPARE(parse(QStringLiteral("--telemetry my.json --port 7")).options.telemetry,
-                 QStringLiteral("my.json"));
+        QCOMPARE(play.session.telemetry.source, QStringLiteral("my.pcap"));
+        QCOMPARE(play.session.telemetry.startAt, 0.0);
+        QCOMPARE(play.session.telemetry.speed, 2.5);
+        QVERIFY(play.session.telemetry.loop);
+        QCOMPARE(
+            parse(QStringLiteral("--telemetry my.json --port 7")).options.session.telemetry.source,
+            QStringLiteral("my.json"));
     }
 
     void helpAndVersionArePrinted()
@@ -227,10 +229,10 @@ private Q_SLOTS:
         QFETCH(QStringList, operands);
         const ParsedOptions parsed = parse(line);
         QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
-        QCOMPARE(parsed.options.mode, Options::Mode::Command);
-        QCOMPARE(static_cast<int>(parsed.options.command.verb), verb);
-        QCOMPARE(parsed.options.command.operands, operands);
-        QVERIFY(!parsed.options.command.json);
+        QCOMPARE(parsed.options.mode, Options::Mode::Profile);
+        QCOMPARE(static_cast<int>(parsed.options.profile.verb), verb);
+        QCOMPARE(parsed.options.profile.operands, operands);
+        QVERIFY(!parsed.options.profile.json);
     }
 };
 

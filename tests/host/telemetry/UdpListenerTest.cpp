@@ -47,7 +47,7 @@ std::unique_ptr<UdpListener> listen(const std::vector<QHostAddress> &addresses, 
     feeds.push_back(std::make_unique<DataOutFeed>());
     feeds.push_back(std::make_unique<EgoFeed>());
     return std::make_unique<UdpListener>(std::move(feeds),
-                                         UdpListener::Wishes{addresses, {port}, {}});
+                                         UdpListener::Settings{addresses, {port}, {}});
 }
 
 void send(QUdpSocket &socket, int car, quint16 port, const QHostAddress &to = Local)
@@ -131,7 +131,7 @@ private Q_SLOTS:
         Taker taker;
         auto listener = std::make_unique<UdpListener>(
             std::move(feeds),
-            UdpListener::Wishes{
+            UdpListener::Settings{
                 {Local}, {0}, [&tapped](const Datagram &datagram) { tapped.push_back(datagram); }});
         const quint16 port = listener->ports()[0];
         listener->start(taker);

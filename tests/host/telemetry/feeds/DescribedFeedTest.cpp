@@ -232,7 +232,7 @@ private Q_SLOTS:
 
     void theGuidesExampleReads()
     {
-        const QByteArray json = contents("host/feeds/SunsetRally.json");
+        const QByteArray json = contents("host/descriptions/SunsetRally.json");
         QByteArray payload = QByteArray::fromHex("5352414c 0007 0000 41f00000 1388 1f40 03 ff 80 "
                                                  "84 c000 0ea3 0ea4 0ea5 0ea6 0000 00010000");
         const auto read = decode(json, payload);
@@ -260,7 +260,7 @@ private Q_SLOTS:
     void describedOutGaugeGivesTheRecordsOfTheBuiltInDecoder()
     {
         QStringList errors;
-        const auto description = FeedDescription::parse(contents("host/feeds/OutGauge.json"),
+        const auto description = FeedDescription::parse(contents("host/descriptions/OutGauge.json"),
                                                         QStringLiteral("OutGauge.json"), errors);
         QVERIFY2(description, qPrintable(errors.join(QLatin1Char('\n'))));
         QRandomGenerator random(64);
@@ -292,7 +292,7 @@ private Q_SLOTS:
     void theHighestEngineSpeedIsLearntWhereNoneIsDescribed()
     {
         QStringList errors;
-        const auto description = FeedDescription::parse(contents("host/feeds/OutGauge.json"),
+        const auto description = FeedDescription::parse(contents("host/descriptions/OutGauge.json"),
                                                         QStringLiteral("OutGauge.json"), errors);
         QVERIFY(description);
         DescribedFeed feed(*description);
