@@ -1,6 +1,7 @@
 #include "ViewBench.h"
 #include "support/TemporaryHome.h"
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QProcess>
 #include <QtTest/QtTest>
 
@@ -20,12 +21,17 @@ public:
     /// Waits until a window of this title can be seen.
     static bool shows(const QString &title)
     {
-        QProcess search;
-        search.start(QStringLiteral("timeout"),
-                     {QStringLiteral("60"), QStringLiteral("xdotool"), QStringLiteral("search"),
-                      QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
-                      QStringLiteral("--name"), QLatin1Char('^') + title + QLatin1Char('$')});
-        return search.waitForFinished(70'000) && search.exitCode() == 0;
+        // A window that is closed while xdotool looks at it ends the search with an X error.
+        for (const QDeadlineTimer limit(60'000); !limit.hasExpired();) {
+            const QString seconds = QString::number(limit.remainingTime() / 1000 + 1);
+            if (QProcess::execute(QStringLiteral("timeout"),
+                                  {seconds, QStringLiteral("xdotool"), QStringLiteral("search"),
+                                   QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
+                                   QStringLiteral("--name"),
+                                   QLatin1Char('^') + title + QLatin1Char('$')}) == 0)
+                return true;
+        }
+        return false;
     }
 
     static bool key(const QString &name)
