@@ -4,6 +4,10 @@
 #include "profiles/FindProfile.h"
 #include "system/Terminal.h"
 #include "telemetry/VehicleNames.h"
+#include "ProfileLookup.h"
+#include "Terminal.h"
+#include "VehicleNames.h"
+#include "VehicleReport.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QJsonArray>
@@ -127,24 +131,16 @@ int act(DashboardAbstractProfilesManager &store, const QString &nameOrId, int ac
     return result.ok ? 0 : 1;
 }
 
-bool isKept(const DashboardAbstractProfilesManager &store, const QString &vehicle)
-{
-    const std::vector<DashboardProfile> profiles = allProfiles(store);
-    return std::any_of(profiles.cbegin(), profiles.cend(), [&](const DashboardProfile &profile) {
-        return profile.vehicles.contains(vehicle);
-    });
-}
-
-int reportVehicle(DashboardAbstractProfilesManager &store, const StoreOpener &openStore,
-                  VehicleNames &vehicles, const QString &name)
+int runVehicle(DashboardAbstractProfilesManager &store, const StoreOpener &openStore,
+               VehicleNames &vehicles, const QString &name)
 {
     vehicles.report(name);
-    store.activateRecentProfileForVehicle(name);
+    reportVehicle(store, name);
     const auto active = store.profileHeader(store.activeProfileId());
     printOutput(active != nullptr ? QStringLiteral("%1 (%2)").arg(active->name, kindOf(*active))
                                   : QStringLiteral("No dashboard is on."));
     // A store doesn't tell whether it could save. What the next one finds tells it.
-    if (isKept(*openStore(), name))
+    if (isAssigned(*openStore(), name))
         return 0;
     printError(QStringLiteral("Could not keep '%1' for the next start.").arg(name));
     return 1;
@@ -196,7 +192,7 @@ int runProfileCommand(const ProfileCommand &command, const StoreOpener &openStor
         printVehicles(store);
         return 0;
     case Verb::Vehicle:
-        return reportVehicle(store, openStore, vehicles, operands.at(0));
+        return runVehicle(store, openStore, vehicles, operands.at(0));
     case Verb::Activate:
         return act(store, operands.at(0), DashboardProfileAction::Activate);
     case Verb::Copy:

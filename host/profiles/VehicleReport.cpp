@@ -5,8 +5,6 @@
 
 #include <algorithm>
 
-namespace {
-
 bool isAssigned(const DashboardAbstractProfilesManager &store, const QString &vehicle)
 {
     const std::vector<DashboardProfileHeader> headers = store.profileHeaders();
@@ -15,8 +13,6 @@ bool isAssigned(const DashboardAbstractProfilesManager &store, const QString &ve
         return profile != nullptr && profile->vehicles.contains(vehicle);
     });
 }
-
-} // namespace
 
 void reportVehicle(DashboardAbstractProfilesManager &store, const QString &name)
 {

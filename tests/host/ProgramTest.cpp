@@ -367,8 +367,11 @@ VehicleCount=1)");
         const QString blue = QStringLiteral("blue");
         QCOMPARE(drivenAfter({{red, formerly}, {blue, QStringLiteral("Another")}}),
                  QStringLiteral("blue: Another\nred: %1\nred: %2\n").arg(now, formerly));
-        QCOMPARE(drivenAfter({{red, formerly}, {blue, now}}),
+        QCOMPARE(drivenAfter({{blue, now}, {red, formerly}}),
                  QStringLiteral("blue: %1\nred: %2\n").arg(now, formerly));
+        // Reported on the command line it is the same car.
+        QCOMPARE(drivenAfter({{red, formerly}, {blue, now}}),
+                 QStringLiteral("red: %1\nred: %2\n").arg(now, formerly));
     }
 
     void aGamesDatagramsReachTheDashboard()
