@@ -84,7 +84,7 @@ bool WindowSession::start()
 {
     // An activation tells the store that a vehicle which comes soon belongs to that dashboard. The
     // settings mean no such thing, so vehicles wait until that time is over.
-    constexpr auto JoiningTime = 8s;
+    constexpr auto JoiningTime = 9s; // 8 s, and what a coarse timer may be early.
     bool dashboardThere = true;
     if (options.dashboard.isEmpty() && activateStartupDashboard()) {
         QTimer::singleShot(JoiningTime, this, [this] {
