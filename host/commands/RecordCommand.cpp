@@ -97,7 +97,8 @@ int recordDrive(const RecordCommand &command,
     if (progress.dropped > 0)
         printError(QStringLiteral("%1 datagrams were not recorded.").arg(progress.dropped));
     if (progress.datagrams == 0) {
-        printError(QStringLiteral("Nothing came in, so there is no recording."));
+        if (progress.dropped == 0)
+            printError(QStringLiteral("Nothing came in, so there is no recording."));
         return 1;
     }
     std::printf("%s\n", qUtf8Printable(summary(progress, seconds)));
