@@ -189,9 +189,11 @@ QStringList CaptureReader::remarks() const
                          QStringLiteral("%1 packets are cut off and were passed over."));
     }
     for (const auto &[linkType, count] : foreign) {
-        lines += QStringLiteral("%1 packets of a kind that isn't read here were passed over: %2.")
-                     .arg(count)
-                     .arg(nameOf(linkType));
+        lines +=
+            counted(count,
+                    QStringLiteral("1 packet of a kind that isn't read here was passed over"),
+                    QStringLiteral("%1 packets of a kind that isn't read here were passed over")) +
+            QStringLiteral(": %1.").arg(nameOf(linkType));
     }
     if (!failure.isEmpty())
         lines += QStringLiteral("The capture ends early: %1.").arg(failure);

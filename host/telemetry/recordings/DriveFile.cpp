@@ -8,7 +8,7 @@
 
 std::unique_ptr<DatagramReader> openDrive(const QString &path, QString &error)
 {
-    constexpr int BeginningSize = 4;
+    const QByteArray formerRecording = QByteArray::fromHex("8b445249560d0a1a");
     const QString shown = QDir::toNativeSeparators(path);
     QFile file(path);
     // A pipe would wait for ever, and none can start over.
@@ -21,13 +21,16 @@ std::unique_ptr<DatagramReader> openDrive(const QString &path, QString &error)
         error = QStringLiteral("Could not open '%1': %2.").arg(shown, file.errorString());
         return nullptr;
     }
-    const QByteArray beginning = file.peek(BeginningSize);
+    const QByteArray beginning = file.peek(formerRecording.size());
     std::unique_ptr<DatagramReader> reader;
     QString reason;
     if (CaptureReader::recognises(beginning))
         reader = CaptureReader::open(path, reason);
     else if (beginning.isEmpty())
         reason = QStringLiteral("is empty.");
+    else if (beginning == formerRecording)
+        reason =
+            QStringLiteral("was recorded by an earlier version, whose format is no longer read.");
     else
         reason = QStringLiteral("is no recording of a drive and no capture (pcap, pcapng).");
     error = reader != nullptr ? QString() : QStringLiteral("'%1' %2").arg(shown, reason);
