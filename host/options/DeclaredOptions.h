@@ -55,7 +55,8 @@ struct DeclaredOptions
     QCommandLineOption listen{
         QStringLiteral("listen"),
         QStringLiteral("Hear games on this address of the computer, such as 0.0.0.0 for all of "
-                       "IPv4, and so from other computers (default: from this one only)."),
+                       "IPv4, or in this multicast group, and so from other computers (default: "
+                       "from this one only)."),
         QStringLiteral("address")};
     QCommandLineOption port{
         QStringLiteral("port"),
