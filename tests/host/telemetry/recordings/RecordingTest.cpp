@@ -86,25 +86,14 @@ private Q_SLOTS:
         QVERIFY(reading.datagrams[0].time - begin > -1ms);
     }
 
-    void aFileThatIsThereIsKeptUnlessForced()
+    void aFileThatIsThereIsOverwrittenOnlyBySomethingBetter()
     {
         RecordingWriter(path).add({0s, Game, "precious"});
         const QByteArray before = contents(path);
-        {
-            RecordingWriter second(path);
-            QVERIFY2(second.error().contains(QStringLiteral("--force")),
-                     qPrintable(second.error()));
-            second.add({0s, Game, "other"});
-            QCOMPARE(second.progress().dropped, 1);
-        }
-        // Even when forced, only by something better.
         RecordingWriter(path, RecordingWriter::Existing::Overwrite).flush();
         QCOMPARE(contents(path), before);
         RecordingWriter(path, RecordingWriter::Existing::Overwrite).add({0s, Game, "new"});
         QCOMPARE(read(path).datagrams.size(), std::size_t(1));
-        const QString unused = folder.filePath(QStringLiteral("unused.pcap"));
-        RecordingWriter(unused).flush();
-        QVERIFY(!QFileInfo::exists(unused));
 
         for (const QString &bad : {folder.path(), folder.filePath(QStringLiteral("no/a.pcap"))}) {
             const RecordingWriter writer(bad, RecordingWriter::Existing::Overwrite);
