@@ -223,6 +223,10 @@ private Q_SLOTS:
         QTest::newRow("one of its own")
             << QByteArray("Qt.createQmlObject('import QtQuick.Window 2.15; "
                           "Window { modality: Qt.ApplicationModal }', root).show()");
+        QTest::newRow("one that shows itself again")
+            << QByteArray("Qt.createQmlObject('import QtQuick.Window 2.15; "
+                          "Window { onVisibleChanged: if (!visible) show() }', root).show()");
+        QTest::newRow("one that it declares") << QByteArray("} Window { visible: true");
     }
 
     void noWindowOfADocumentComesOntoTheScreen()

@@ -3,10 +3,13 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
+#include <QtCore/QSignalBlocker>
 #include <QtCore/QVariant>
 #include <QtQml/QQmlEngine>
 #include <QtQml/QQmlProperty>
 #include <QtQuick/QQuickItem>
+
+#include <utility>
 
 namespace OVX {
 
@@ -55,13 +58,27 @@ bool OffscreenWindow::eventFilter(QObject *object, QEvent *event)
     auto *window = static_cast<QWindow *>(object);
     if (!belongsToDocument(window))
         return false;
-    window->setModality(Qt::NonModal); // A modal one would keep input from the host's windows.
-    window->destroy();
-    if (!told) {
-        told = true;
-        Q_EMIT keptHidden();
+    {
+        // The document hears nothing of it, for a handler could show the window again, without end.
+        const QSignalBlocker blocker(window);
+        window->setModality(Qt::NonModal); // A modal one would keep input from the host's windows.
+        window->destroy();
     }
+    tellKeptHidden();
     return true;
+}
+
+void OffscreenWindow::lookForWindows(const QObject &document)
+{
+    if (!document.findChildren<QWindow *>().isEmpty())
+        tellKeptHidden();
+}
+
+void OffscreenWindow::tellKeptHidden()
+{
+    if (std::exchange(told, true))
+        return;
+    Q_EMIT keptHidden();
 }
 
 bool OffscreenWindow::belongsToDocument(const QWindow *window) const

@@ -18,11 +18,15 @@ public:
     /// Names the engine of the documents, whose windows stay hidden. Borrowed.
     void setDocumentEngine(const QQmlEngine *documentEngine);
 
+    /// Tells of windows that a document declares. Nothing shows these: Qt waits with them until
+    /// this window is on the screen.
+    void lookForWindows(const QObject &document);
+
     /// Takes back what a document did to the window and its content item, which outlive it.
     void restore();
 
 Q_SIGNALS:
-    /// A document has tried to show a window; once since the last `restore`.
+    /// A document has a window, or has tried to show one; once since the last `restore`.
     void keptHidden();
 
 protected:
@@ -30,6 +34,7 @@ protected:
 
 private:
     bool belongsToDocument(const QWindow *window) const;
+    void tellKeptHidden();
 
     const QQmlEngine *engine = nullptr;
     bool told = false;

@@ -151,6 +151,7 @@ bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseD
     rootItem = item.release();
     rootItem->setParent(window->contentItem());
     rootItem->setParentItem(window->contentItem());
+    window->lookForWindows(*rootItem);
     if (sizeMode == SizeMode::Resize)
         rootItem->setSize(QSizeF(width, height));
     engine->rootContext()->setContextProperty(rootItemProperty(), rootItem.data());

@@ -71,7 +71,7 @@ public:
     const QStringList &errors() const { return errorLog.list(); }
 
 Q_SIGNALS:
-    /// The document has tried to show a window; once a document.
+    /// The document has a window, or has tried to show one; once a document.
     void windowKeptHidden();
 
 private:
