@@ -3,6 +3,12 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QUrl>
 
+namespace {
+
+constexpr int LongestText = 4096; ///< Characters of what a script logs at once.
+
+} // namespace
+
 QString DocumentMessage::placed() const
 {
     return QStringLiteral("%1:%2: ").arg(QUrl::fromLocalFile(file).toString()).arg(line) + text;
@@ -23,11 +29,17 @@ std::optional<DocumentMessage> DocumentMessage::fromWarning(const QString &warni
 std::optional<DocumentMessage> DocumentMessage::fromLog(const QMessageLogContext &context,
                                                         const QString &text)
 {
-    // Scripts log in categories of their own; the engine doesn't, and puts the place into the text.
-    if (qstrcmp(context.category, "default") == 0)
-        return fromWarning(text);
+    // What scripts log has its place beside it. The engine, which has no category, puts what it
+    // knows of the place into the text; but console.assert, trace and count have no category,
+    // either.
+    if (qstrcmp(context.category, "default") == 0) {
+        if (auto warning = fromWarning(text))
+            return warning;
+    }
     const QUrl source(QString::fromUtf8(context.file));
-    if (!source.isLocalFile())
+    if (!source.isLocalFile() || context.line < 1)
         return std::nullopt;
-    return DocumentMessage{source.toLocalFile(), context.line, text, true};
+    const QString shown =
+        text.size() > LongestText ? text.left(LongestText) + QStringLiteral("...") : text;
+    return DocumentMessage{source.toLocalFile(), context.line, shown, true};
 }

@@ -216,7 +216,9 @@ private Q_SLOTS:
         author.write(QStringLiteral("ä b/Dash.qml"),
                      "import QtQuick 2.15\nRectangle { width: 480; height: 272\n"
                      " property int tick: dash_frameCounter1000\n"
-                     " onTickChanged: { console.log('hello', 7); console.warn(tick) }\n}\n");
+                     " onTickChanged: { console.log('hello', 7); console.warn(tick);"
+                     " if (tick === 2) console.log('x'.repeat(20000));"
+                     " console.assert(false, 'claim') }\n}\n");
         const QString document = author.folder() + QStringLiteral("/ä b/Dash.qml");
         arguments += document;
         if (arguments.size() > 2)
@@ -226,6 +228,8 @@ private Q_SLOTS:
         const QString place = QUrl::fromLocalFile(document).toString() + QStringLiteral(":4: ");
         QVERIFY2(run.errors.contains(place + QStringLiteral("hello 7\n")), qPrintable(run.errors));
         QVERIFY2(run.errors.contains(place + QStringLiteral("2\n")), qPrintable(run.errors));
+        QVERIFY2(run.errors.contains(place + QStringLiteral("claim\n")), qPrintable(run.errors));
+        QVERIFY2(run.errors.size() < 20'000, qPrintable(run.errors.left(1000)));
         QVERIFY2(run.errors.count(place) <= MessageThrottle::TextsPerWindow,
                  qPrintable(run.errors));
     }
