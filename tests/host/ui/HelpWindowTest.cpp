@@ -110,7 +110,7 @@ private Q_SLOTS:
     {
         Translations translations;
         translations.use(QStringLiteral("de"));
-        QTRY_VERIFY(page()->positionOf(QStringLiteral("ein-dashboard-machen")) == 0);
+        QTRY_VERIFY(page()->positionOf(QStringLiteral("ein-dashboard-bauen")) == 0);
         translations.use(QStringLiteral("en"));
         QTRY_VERIFY(page()->positionOf(QStringLiteral("make-a-dashboard")) == 0);
     }
