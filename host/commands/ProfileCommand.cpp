@@ -2,12 +2,9 @@
 
 #include "DashboardAbstractProfilesManager.h"
 #include "profiles/FindProfile.h"
+#include "profiles/VehicleReport.h"
 #include "system/Terminal.h"
 #include "telemetry/VehicleNames.h"
-#include "ProfileLookup.h"
-#include "Terminal.h"
-#include "VehicleNames.h"
-#include "VehicleReport.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QJsonArray>
