@@ -193,12 +193,6 @@ int ProfileModel::rowOf(int id) const
     return found != rows.cend() ? static_cast<int>(found - rows.cbegin()) : -1;
 }
 
-int ProfileModel::idAt(int row) const
-{
-    return row >= 0 && row < count() ? rows[static_cast<std::size_t>(row)].id
-                                     : DashboardProfileHeader::NoId;
-}
-
 QString ProfileModel::dashboardOf(const QString &vehicle) const
 {
     const auto found = std::find_if(cards.cbegin(), cards.cend(), [&](const Card &card) {
@@ -279,7 +273,9 @@ void ProfileModel::removeRowsNotIn(const Cards &wanted)
     for (const Card &card : wanted)
         kept.insert(card.id);
     for (int end = count(); end > 0;) {
-        const auto isKept = [&](int row) { return kept.contains(idAt(row)); };
+        const auto isKept = [&](int row) {
+            return kept.contains(rows[static_cast<std::size_t>(row)].id);
+        };
         if (isKept(end - 1)) {
             --end;
             continue;

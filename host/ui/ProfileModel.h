@@ -80,9 +80,6 @@ public:
     /// The row of a dashboard, or -1 if it isn't shown.
     Q_INVOKABLE int rowOf(int id) const;
 
-    /// The dashboard at a row, or `NoId`.
-    Q_INVOKABLE int idAt(int row) const;
-
     /// The name of the dashboard that a vehicle goes with; empty if there is none.
     Q_INVOKABLE QString dashboardOf(const QString &vehicle) const;
 

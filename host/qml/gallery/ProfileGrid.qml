@@ -25,15 +25,15 @@ FocusScope {
 
     function openMenuOfCurrent() {
         if (grid.currentItem)
-            openMenu(gallery_model.idAt(grid.currentIndex), grid.currentItem, grid.currentItem.width / 3,
-                     grid.currentItem.height / 2)
+            openMenu(grid.currentId, grid.currentItem, grid.currentItem.width / 3, grid.currentItem.height / 2)
     }
 
     GridView {
         id: grid
 
         readonly property int columns: Math.max(1, Math.floor(width / (264 * qt_scale)))
-        readonly property int currentId: gallery_model.idAt(currentIndex)
+        // The card's: a search changes it and may leave the index.
+        readonly property int currentId: currentItem ? currentItem.profileId : -1
 
         objectName: "grid"
         anchors { fill: parent; leftMargin: ux.spacing; rightMargin: ux.spacing }

@@ -94,6 +94,13 @@ private Q_SLOTS:
         }
         press(Qt::Key_Delete);
         QTRY_VERIFY(textOf("removeText").contains(text("/dashboards/Mine")));
+        press(Qt::Key_Escape);
+        focusCard(mine);
+        QTest::keyClick(window.get(), Qt::Key_F, Qt::ControlModifier);
+        type("silhou"); // Another card comes into its place.
+        QTRY_VERIFY(card(text("Mine")) == nullptr);
+        QTest::keyClick(window.get(), Qt::Key_D, Qt::ControlModifier);
+        QTRY_COMPARE(textOf("nameField"), text("Road copy"));
     }
 
     void aToolTipGoesWithThePress()
