@@ -40,8 +40,9 @@ T.AbstractButton {
     }
 
     ToolTip {
+        hovered: root.hovered && !list.visible
+        pressed: root.down
         text: qsTr("Show all messages of this dashboard")
-        visible: root.hovered && !list.visible
     }
 
     Connections {
@@ -55,8 +56,8 @@ T.AbstractButton {
 
         y: -height - ux.spacing / 2
         width: root.width
-        height: Math.min(text.height + 2 * padding, 240 * qt_scale)
-        padding: ux.spacing
+        height: Math.min(page.contentHeight + 2 * padding, 240 * qt_scale)
+        padding: ux.spacing / 2
         margins: ux.spacing / 2
         focus: true
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
@@ -65,11 +66,14 @@ T.AbstractButton {
         contentItem: FlickableV {
             id: page
 
-            contentHeight: text.height
+            contentHeight: text.height + ux.spacing
+            focus: true
 
             TextEdit {
                 id: text
 
+                x: ux.spacing / 2
+                y: ux.spacing / 2
                 width: page.width - 2 * ux.spacing
                 readOnly: true
                 selectByMouse: true
