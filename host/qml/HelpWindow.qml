@@ -64,7 +64,6 @@ Rectangle {
     property int pinned: -1
 
     color: ux.windowBackground
-    focus: true
     onLanguageChanged: {
         if (complete)
             show()
