@@ -40,7 +40,7 @@ T.AbstractButton {
     }
 
     ToolTip {
-        hovered: root.hovered && !list.visible
+        hovered: root.hovered
         pressed: root.down
         text: qsTr("Show all messages of this dashboard")
     }
@@ -62,6 +62,7 @@ T.AbstractButton {
         focus: true
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
         onOpened: page.contentY = page.contentHeight - page.height
+        onClosed: root.forceActiveFocus(root.focusReason)
 
         contentItem: FlickableV {
             id: page

@@ -57,7 +57,7 @@ private Q_SLOTS:
         const QString document = bench->makeDocument(Red);
         ViewWindow *window = bench->open(View, document);
         QVERIFY(window != nullptr);
-        const auto *bar =
+        auto *bar =
             window->rootObject()->findChild<QQuickItem *>(QStringLiteral("documentMessages"));
         QVERIFY(bar != nullptr && !bar->isVisible());
         bench->navigation->tellViews(QStringLiteral("/other/Dash.qml"), 1, QStringLiteral("no"));
@@ -68,6 +68,11 @@ private Q_SLOTS:
         const QString name = QFileInfo(document).fileName();
         QCOMPARE(bar->property("text").toString(), name + QStringLiteral(":12: 100"));
         QCOMPARE(window->messages().size(), ViewWindow::MostMessages);
+        bar->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(window, Qt::Key_Return);
+        QTRY_VERIFY(!bar->hasActiveFocus());
+        QTest::keyClick(window, Qt::Key_Escape);
+        QTRY_VERIFY(bar->hasActiveFocus());
         bench->open(View, QStringLiteral("/other/Dash.qml"));
         QVERIFY(!bar->isVisible());
     }
