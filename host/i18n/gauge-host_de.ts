@@ -100,7 +100,7 @@
     </message>
     <message>
         <source>&lt;strong&gt;NOTE:&lt;/strong&gt; Above controls are only for preview purpose. If you wish to use mph (miles) instead of km/h during gameplay, change units in %1.</source>
-        <translation>&lt;strong&gt;HINWEIS:&lt;/strong&gt; Die Regler oben gelten nur für die Vorschau. Ob beim Fahren mph (Meilen) statt km/h angezeigt werden, legen die Einheiten in %1 fest.</translation>
+        <translation>&lt;strong&gt;HINWEIS:&lt;/strong&gt; Die Regler oben gelten nur für die Vorschau. mph (Meilen) statt km/h beim Fahren lassen sich in den %1 unter „Einheiten“ wählen.</translation>
     </message>
 </context>
 <context>
@@ -302,7 +302,7 @@
     </message>
     <message>
         <source>It came with the program. Make a copy to change it.</source>
-        <translation>Es wurde mit dem Programm geliefert. Ändern lässt sich eine Kopie.</translation>
+        <translation>Es gehört zum Programm. Eine Kopie davon lässt sich ändern.</translation>
     </message>
     <message>
         <source>Not now</source>

@@ -42,7 +42,7 @@ void MessageLog::handle(QtMsgType type, const QMessageLogContext &context, const
         Q_EMIT log->documentSaid(message->file, message->line, message->text);
 }
 
-/// As the one below.
+/// Whether the text was printed.
 bool MessageLog::print(QtMsgType type, const QString &text)
 {
     switch (type) {

@@ -10,7 +10,7 @@ T.Slider {
     property alias minimumValue: root.from
     property alias maximumValue: root.to
     readonly property real keyStep:
-        Math.max(stepSize, Math.pow(10, Math.round(Math.log(Math.max(to - from, 1) / 100) / Math.LN10)))
+        Math.max(stepSize, Math.pow(10, Math.round(Math.log10(Math.max(to - from, 1) / 100))))
 
     // In whole steps, within the limits.
     function moveTo(wanted) {
