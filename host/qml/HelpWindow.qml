@@ -68,6 +68,10 @@ Rectangle {
         if (complete)
             show()
     }
+    onColumnWidthChanged: { // The scale's: a page keeps that in which it was laid out.
+        if (complete)
+            Qt.callLater(show)
+    }
     Keys.onEscapePressed: qt_window.close()
 
     Rectangle {
