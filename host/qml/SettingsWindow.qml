@@ -7,8 +7,8 @@ Rectangle {
 
     readonly property real margin: 3 * ux.spacing
     readonly property real fieldWidth: 260 * qt_scale
-    readonly property real contentHeight: grid.implicitHeight + notices.implicitHeight
-                                          + closeButton.height + 4 * margin
+    // Of the grid the height: to read its implicit one lays it out again, amid a change of scale.
+    readonly property real contentHeight: grid.height + notices.height + closeButton.height + 4 * margin
 
     color: ux.windowBackground
     Keys.onEscapePressed: qt_window.close()

@@ -3,6 +3,7 @@
 #include "DashboardAbstractProfilesManager.h"
 #include "options/HostSettings.h"
 #include "options/Translations.h"
+#include "support/LogCapture.h"
 #include "support/TemporaryHome.h"
 #include "ui/Navigation.h"
 #include "ui/ToolWindows.h"
@@ -112,6 +113,16 @@ private Q_SLOTS:
         const QPointer<HostWindow> closing = window;
         QTest::keyPress(window, Qt::Key_Escape); // There is no window left for the release.
         QTRY_VERIFY(closing == nullptr);
+    }
+
+    void itShrinksOnASmallScreen()
+    {
+        const LogCapture log;
+        const qreal height = item("units")->height();
+        window->setMinimumSize({});
+        window->resize(400, 200);
+        QTRY_VERIFY(item("units")->height() < height);
+        QCOMPARE(log.lines, QStringList());
     }
 
     void aLongListLeavesItsFieldInSight_data()
