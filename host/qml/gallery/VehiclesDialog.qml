@@ -11,7 +11,6 @@ HLVN.Dialog {
     function show(newProfile) {
         profile = newProfile
         open()
-        list.forceActiveFocus()
     }
 
     objectName: "vehiclesDialog"
@@ -34,23 +33,34 @@ HLVN.Dialog {
         ListView {
             id: list
 
-            width: parent.width
+            x: -ux.spacing
+            width: parent.width + 2 * ux.spacing
             height: Math.min(contentHeight, 280 * qt_scale)
             clip: true
+            activeFocusOnTab: contentHeight > height
             boundsBehavior: Flickable.StopAtBounds
             model: root.profile.vehicles
             keyNavigationEnabled: false
             Keys.onUpPressed: flick(0, 600)
             Keys.onDownPressed: flick(0, -600)
             delegate: HLVN.Label {
-                width: ListView.view.width - ux.spacing * 2
+                width: ListView.view.width
                 height: 28 * qt_scale
+                leftPadding: ux.spacing
+                rightPadding: 2 * ux.spacing
                 verticalAlignment: Text.AlignVCenter
                 elide: Text.ElideMiddle
                 textFormat: Text.PlainText
                 text: modelData
             }
             T.ScrollBar.vertical: HLVN.ScrollBar { }
+
+            // Inside, for what lies outside is cut off.
+            HLVN.FocusFrame {
+                parent: list
+                anchors.margins: 0
+                visible: list.activeFocus
+            }
         }
     }
 
