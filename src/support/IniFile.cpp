@@ -61,6 +61,13 @@ bool moveAside(const QString &path)
     return false;
 }
 
+/// On a pipe in a lock's place QLockFile would wait for ever, and a device it would read for ever.
+bool canBeLock(const QString &path)
+{
+    const QFileInfo info(path);
+    return !info.isSymLink() && (!info.exists() || info.isFile());
+}
+
 } // namespace
 
 std::optional<IniFile> IniFile::read(const QString &path)
@@ -92,8 +99,11 @@ std::unique_ptr<QLockFile> IniFile::lock(const QString &path)
     // A process that lives gives it back at once.
     constexpr int LongestUseMs = 500;
     constexpr int LongestWaitMs = 900;
-    auto lock = std::make_unique<QLockFile>(path + QStringLiteral(".lock"));
+    const QString name = path + QStringLiteral(".lock");
+    auto lock = std::make_unique<QLockFile>(name);
     lock->setStaleLockTime(LongestUseMs);
+    if (!canBeLock(name) && !(QFile::remove(name) && canBeLock(name)))
+        return lock;
     // One from the future never gets old. What is removed here nobody holds, or not any more.
     if (!lock->tryLock(LongestWaitMs) && lock->removeStaleLockFile())
         lock->tryLock(0);

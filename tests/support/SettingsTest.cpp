@@ -135,6 +135,7 @@ private Q_SLOTS:
         const TemporaryHome home;
         QDir().mkpath(home.path("/config/Orvalentix"));
         QVERIFY(makePipe(home.path("/config/Orvalentix/Halvorin.conf")));
+        QVERIFY(makePipe(home.path("/config/Orvalentix/Halvorin.conf.lock")));
         openSettingsGroup("Dashboard"_q)->setValue("RecentProfile"_q, "One"_q);
         QCOMPARE(openSettingsGroup("Dashboard"_q)->value("RecentProfile"_q, {}).toString(),
                  "One"_q);
