@@ -82,6 +82,8 @@ std::optional<IniFile> IniFile::read(const QString &path)
     const QByteArray content = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return std::nullopt;
+    if (content.startsWith("\xff\xfe") || content.startsWith("\xfe\xff"))
+        return std::nullopt; // UTF-16, whose letters this would take for garbage.
     IniFile result(content);
     return result.makesSense ? std::make_optional(std::move(result)) : std::nullopt;
 }

@@ -22,7 +22,8 @@ public:
     static constexpr qint64 MaxSize = qint64{64} * 1024 * 1024;
 
     /// Nothing for a file that can't be read as a whole: one without permission, one that is too
-    /// large, a pipe or a device, and one in which no line makes sense. A missing file is empty.
+    /// large, a pipe or a device, UTF-16, and one in which no line makes sense. A missing file is
+    /// empty.
     static std::optional<IniFile> read(const QString &path);
 
     /// Reads the file in order to replace it. One that can't be read is moved aside, logged, and

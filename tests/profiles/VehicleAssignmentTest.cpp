@@ -231,7 +231,9 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<qint64>("size");
         QTest::newRow("too large") << QByteArray("[B]\n") << (qint64{64} << 20) + 1;
-        QTest::newRow("no text") << QByteArray("\xff\xfe[\0B\0]\0", 8) << qint64{8};
+        QTest::newRow("no text") << QByteArray("[\0B\0]\0\n\0V\0=\0", 12).prepend("\xff\xfe")
+                                 << qint64{14};
+        QTest::newRow("no line that makes sense") << QByteArray("B\nV\n") << qint64{4};
     }
 
     void aFileThatCannotBeReadIsKeptBeside()
