@@ -1,20 +1,21 @@
 #include "profiles/VehicleAssignments.h"
 
-#include "plugin/DashboardProfile.h"
 #include "profiles/DashboardFolders.h"
 #include "support/Files.h"
 #include "support/IniFile.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QHash>
 #include <QtCore/QLockFile>
-#include <QtCore/QMap>
+#include <QtCore/QSet>
 #include <QtCore/QVariant>
 
 #include <utility>
 
 namespace {
 
+/// For each vehicle the names of its dashboards.
 using Homes = QHash<QString, QSet<QString>>;
 using Profiles = std::vector<DashboardProfile>;
 
@@ -77,22 +78,23 @@ private:
 /// A dashboard's group as it stands in the file.
 struct Group
 {
+    QString name;
     int count = 0;
-    QMap<int, QString> names;
+    std::vector<std::pair<int, QString>> names; ///< With their index in the file, each once.
 
     /// The work follows the names that are there and not the count, which may be anything. An empty
     /// name stands for those that it promises beyond them.
-    QSet<QString> vehicles() const
+    void addVehicles(QSet<QString> &vehicles) const
     {
-        QSet<QString> result;
         int found = 0;
-        for (auto name = names.cbegin(); name != names.cend() && name.key() < count; ++name) {
-            result.insert(*name);
+        for (const auto &[index, name] : names) {
+            if (index >= count)
+                continue;
+            vehicles.insert(name);
             ++found;
         }
         if (found < count)
-            result.insert(QString());
-        return result;
+            vehicles.insert(QString());
     }
 };
 
@@ -106,10 +108,10 @@ int indexOfKey(const QString &key)
     return ok && index >= 0 && key == nameKey(index) ? index : -1;
 }
 
-QMap<QString, Group> groupsOf(const IniFile &file)
+std::vector<Group> groupsOf(const IniFile &file)
 {
-    QMap<QString, Group> groups;
-    const QStringList keys = file.keys();
+    std::vector<Group> groups;
+    const QStringList keys = file.keys(); // Sorted, so that those of a group stand together.
     for (const QString &key : keys) {
         const int slash = key.indexOf(QLatin1Char('/'));
         const QString name = key.mid(slash + 1);
@@ -119,11 +121,12 @@ QMap<QString, Group> groupsOf(const IniFile &file)
         const auto text = file.text(key);
         if (!text)
             continue;
-        Group &group = groups[key.left(slash)];
+        if (groups.empty() || groups.back().name != key.leftRef(slash))
+            groups.push_back({key.left(slash), 0, {}});
         if (index >= 0)
-            group.names.insert(index, *text);
+            groups.back().names.emplace_back(index, *text);
         else
-            group.count = QVariant(*text).toInt();
+            groups.back().count = QVariant(*text).toInt();
     }
     return groups;
 }
@@ -153,17 +156,31 @@ Homes homesOf(const IniFile &file, const Profiles &profiles)
 {
     Homes homes;
     const ProfileFinder finder(profiles);
-    const QMap<QString, Group> groups = groupsOf(file);
-    for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
-        const std::size_t found = finder.find(group.key());
-        if (found == profiles.size() && !isOnDisk(group.key()))
+    const std::vector<Group> groups = groupsOf(file);
+    for (const Group &group : groups) {
+        const std::size_t found = finder.find(group.name);
+        if (found == profiles.size() && !isOnDisk(group.name))
             continue;
-        const QString name = found < profiles.size() ? profiles[found].name : group.key();
-        const QSet<QString> vehicles = group->vehicles();
-        for (const QString &vehicle : vehicles)
+        const QString name = found < profiles.size() ? profiles[found].name : group.name;
+        QSet<QString> vehicles;
+        group.addVehicles(vehicles);
+        for (const QString &vehicle : qAsConst(vehicles))
             homes[vehicle].insert(name);
     }
     return homes;
+}
+
+/// Puts the vehicle into the profiles of these names and no others.
+void place(const QString &vehicle, const QSet<QString> &homes, Profiles &profiles,
+           const ProfileFinder &finder)
+{
+    for (DashboardProfile &profile : profiles)
+        profile.vehicles.remove(vehicle);
+    for (const QString &home : homes) {
+        const std::size_t found = finder.find(home);
+        if (found < profiles.size())
+            profiles[found].vehicles.insert(vehicle);
+    }
 }
 
 /// What changed between `before` and `now` goes over what `file` says. What didn't and is nowhere
@@ -176,7 +193,7 @@ Homes merge(const Homes &before, const Homes &now, Homes file)
     }
     for (auto vehicle = before.cbegin(); vehicle != before.cend(); ++vehicle) {
         if (!now.contains(vehicle.key()))
-            file.remove(vehicle.key());
+            file[vehicle.key()] -= *vehicle;
     }
     return file;
 }
@@ -203,8 +220,9 @@ bool replaceFile(const QString &path, const IniFile &content)
         return false;
     const QByteArray bytes = content.toBytes();
     QFile file(temporary);
-    const bool written =
-        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+    // Nobody else's file, nor a link that somebody has put there by now.
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::NewOnly) &&
+                         file.write(bytes) == bytes.size() && file.flush();
     file.close();
     if (written && moveFile(temporary, path, true))
         return true;
@@ -222,45 +240,39 @@ VehicleAssignments::VehicleAssignments(QString path)
 void VehicleAssignments::load(std::vector<DashboardProfile> &profiles)
 {
     const ProfileFinder finder(profiles);
-    const QMap<QString, Group> groups = groupsOf(IniFile::read(path).value_or(IniFile()));
-    for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
-        const std::size_t found = finder.find(group.key());
+    const std::vector<Group> groups = groupsOf(IniFile::read(path).value_or(IniFile()));
+    for (const Group &group : groups) {
+        const std::size_t found = finder.find(group.name);
         if (found < profiles.size())
-            profiles[found].vehicles += group->vehicles();
+            group.addVehicles(profiles[found].vehicles);
     }
-    known = homesOf(profiles);
+    known = profiles;
 }
 
 void VehicleAssignments::takeOver(std::vector<DashboardProfile> &profiles)
 {
     const ProfileFinder finder(profiles);
+    const ProfileFinder knownFinder(known);
+    const Homes before = homesOf(known);
     const Homes now = homesOf(profiles);
     const Homes saved = homesOf(IniFile::read(path).value_or(IniFile()), profiles);
     for (auto vehicle = saved.cbegin(); vehicle != saved.cend(); ++vehicle) {
-        const QString &name = vehicle.key();
-        if (now.value(name) != known.value(name) || now.value(name) == *vehicle)
+        const QSet<QString> present = now.value(vehicle.key());
+        if (present != before.value(vehicle.key()) || present == *vehicle)
             continue;
-        for (DashboardProfile &profile : profiles)
-            profile.vehicles.remove(name);
-        known.remove(name);
-        for (const QString &home : *vehicle) {
-            const std::size_t found = finder.find(home);
-            if (found == profiles.size())
-                continue;
-            profiles[found].vehicles.insert(name);
-            known[name].insert(home);
-        }
+        place(vehicle.key(), *vehicle, profiles, finder);
+        place(vehicle.key(), *vehicle, known, knownFinder);
     }
 }
 
 bool VehicleAssignments::save(const std::vector<DashboardProfile> &profiles)
 {
-    const Homes now = homesOf(profiles);
     const auto lock = IniFile::lock(path);
     const std::optional<IniFile> file = IniFile::readToReplace(path);
-    if (!file || !replaceFile(path, fileOf(merge(known, now, homesOf(*file, profiles)))))
+    if (!file || !replaceFile(path, fileOf(merge(homesOf(known), homesOf(profiles),
+                                                 homesOf(*file, profiles)))))
         return false;
-    known = now;
+    known = profiles;
     return true;
 }
 

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <QtCore/QHash>
-#include <QtCore/QSet>
+#include "plugin/DashboardProfile.h"
+
 #include <QtCore/QString>
 
 #include <vector>
-
-struct DashboardProfile;
 
 /// The file that keeps which vehicles go with which dashboard. Other processes write it too: a save
 /// carries over what has changed here since the last one and leaves the rest as the file has it.
@@ -37,9 +35,6 @@ public:
     bool forget(const QString &name, const std::vector<DashboardProfile> &profiles);
 
 private:
-    /// For each vehicle the names of its dashboards.
-    using Homes = QHash<QString, QSet<QString>>;
-
     QString path;
-    Homes known; ///< As of the last load or save.
+    std::vector<DashboardProfile> known; ///< As of the last load or save, for their vehicles.
 };

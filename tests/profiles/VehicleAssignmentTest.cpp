@@ -224,6 +224,12 @@ private Q_SLOTS:
         QVERIFY(f.act("A"_q, DashboardProfileAction::Rename, "C"_q).ok);
         QCOMPARE(f.storedAssignments(),
                  (Assignments{{"B"_q, {"V"_q}}, {"C"_q, {"W"_q, "X"_q, "Y"_q}}}));
+
+        writeFile(f.iniPath(), "[C]\nVehicle.0.Name=V\nVehicleCount=1\n");
+        QVERIFY(f.act("B"_q, DashboardProfileAction::Remove).ok);
+        f.report("Z"_q);
+        QCOMPARE(f.storedAssignments().value("C"_q),
+                 (QSet<QString>{"V"_q, "W"_q, "X"_q, "Y"_q, "Z"_q}));
     }
 
     void aFileThatCannotBeReadIsKeptBeside_data()
