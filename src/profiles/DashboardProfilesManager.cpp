@@ -17,11 +17,6 @@ namespace {
 
 constexpr std::int64_t AssignmentPeriodMs = 8000;
 
-bool isSameName(const QString &one, const QString &other)
-{
-    return one.compare(other, Qt::CaseInsensitive) == 0;
-}
-
 } // namespace
 
 DashboardProfilesManager::DashboardProfilesManager(IDashboardEngine *engine,
@@ -68,19 +63,18 @@ void DashboardProfilesManager::addProfile(const QString &directory, bool builtIn
 
 void DashboardProfilesManager::activateFirstProfile()
 {
-    auto first = profiles.cend();
+    if (profiles.empty())
+        return;
+    const DashboardProfile *first = nullptr;
     const QStringList names = recentProfileNames();
-    for (const QString &recent : names) {
-        if (first == profiles.cend()) {
-            first = std::find_if(profiles.cbegin(), profiles.cend(), [&](const auto &profile) {
-                return isSameName(profile.name, recent);
-            });
+    for (const auto sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
+        for (const QString &name : names) {
+            if (first == nullptr)
+                first = findProfile(name, sensitivity);
         }
     }
-    if (first == profiles.cend())
-        first = profiles.cbegin();
-    if (first == profiles.cend())
-        return;
+    if (first == nullptr)
+        first = &profiles.front();
     activeId = first->id;
     publishDashboard(first->qmlPath);
 }
@@ -118,8 +112,7 @@ std::unique_ptr<DashboardProfile> DashboardProfilesManager::profile(Id id) const
 bool DashboardProfilesManager::profileNameExists(const QString &name) const
 {
     const LockGuard guard(lock);
-    return std::any_of(profiles.cbegin(), profiles.cend(),
-                       [&](const auto &profile) { return isSameName(profile.name, name); });
+    return findProfile(name, Qt::CaseInsensitive) != nullptr;
 }
 
 void DashboardProfilesManager::activateRecentProfileForVehicle(QString vehicleName)
@@ -201,6 +194,15 @@ DashboardProfile *DashboardProfilesManager::findProfile(Id id)
     const auto found = std::find_if(profiles.begin(), profiles.end(),
                                     [&](const auto &profile) { return profile.id == id; });
     return found != profiles.end() ? &*found : nullptr;
+}
+
+const DashboardProfile *DashboardProfilesManager::findProfile(const QString &name,
+                                                              Qt::CaseSensitivity sensitivity) const
+{
+    const auto found = std::find_if(profiles.cbegin(), profiles.cend(), [&](const auto &profile) {
+        return profile.name.compare(name, sensitivity) == 0;
+    });
+    return found != profiles.cend() ? &*found : nullptr;
 }
 
 const DashboardProfile *DashboardProfilesManager::findProfileOf(const QString &vehicleName) const

@@ -53,6 +53,7 @@ private:
     // From here on the lock is held by whoever calls.
     const DashboardProfile *findProfile(Id id) const;
     DashboardProfile *findProfile(Id id);
+    const DashboardProfile *findProfile(const QString &name, Qt::CaseSensitivity sensitivity) const;
     const DashboardProfile *findProfileOf(const QString &vehicleName) const;
     std::set<Id> assignVehicle(Id id, const QString &vehicleName);
     void keepAssignments(const std::set<Id> &changed);

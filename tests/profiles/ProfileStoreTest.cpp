@@ -67,7 +67,9 @@ private Q_SLOTS:
                                << "Second"_q;
         QTest::newRow("other case") << "SECOND"_q
                                     << "Second"_q;
-        QTest::newRow("capitals come first") << "classic"_q
+        QTest::newRow("exact before other case") << "classic"_q
+                                                 << "classic"_q;
+        QTest::newRow("capitals come first") << "CLASSIC"_q
                                              << "Classic"_q;
     }
 
