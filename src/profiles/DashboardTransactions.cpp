@@ -47,10 +47,11 @@ bool canBeListed(const QString &name)
     return platform::canHoldFileName(name) && !platform::isHiddenName(name);
 }
 
-bool isDiskFull(const QString &folder)
+/// Whether nothing but room keeps anything from being made in `folder`.
+bool lacksOnlyRoom(const QString &folder)
 {
     constexpr qint64 Hardly = 1 << 20;
-    return QStorageInfo(folder).bytesAvailable() < Hardly;
+    return QFileInfo(folder).isWritable() && QStorageInfo(folder).bytesAvailable() < Hardly;
 }
 
 } // namespace
@@ -130,7 +131,7 @@ bool DashboardTransactions::remove(const QString &directory) const
     const auto staging = StagingDirectory::make(root, info.fileName());
     if (!staging) {
         // A full disk has no room for it, and there a removal must work for all that.
-        return isDiskFull(root) && removeTree(directory);
+        return lacksOnlyRoom(root) && removeTree(directory);
     }
     if (platform::placeDirectory(directory, staging->path()) != platform::Placement::Placed)
         return false;
