@@ -136,6 +136,8 @@ DashboardActionResult DashboardProfilesManager::renameProfile(Id id, const QStri
             keepOldName(*profile);
             return failure(failed);
         }
+        // What others have saved meanwhile stands under the old name.
+        assignments.takeOver(profiles);
         profile->directory = dir.absolutePath();
         profile->qmlPath = documentPath(profile->directory);
         profile->previewPath = previewPath(profile->directory);
