@@ -8,8 +8,6 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
-#include <cstdio>
-
 namespace {
 
 Finding findingOf(const QString &warning)
@@ -26,7 +24,7 @@ void print(const Finding &finding, const QDir &folder)
         place += QStringLiteral(":%1").arg(finding.line);
     const QString text =
         place.isEmpty() ? finding.text : place + QLatin1String(": ") + finding.text;
-    std::printf("%s\n", qUtf8Printable(text));
+    printOutput(text);
 }
 
 /// Keeps warnings off the terminal, since they come as findings. What scripts log goes on.
@@ -100,7 +98,7 @@ int lintDashboard(const QString &document, IDashboardEngine &engine)
     for (const Finding &finding : findings)
         print(finding, info.absoluteDir());
     if (findings.empty())
-        std::printf("Nothing is wrong with '%s'.\n",
-                    qUtf8Printable(QDir::toNativeSeparators(document)));
+        printOutput(
+            QStringLiteral("Nothing is wrong with '%1'.").arg(QDir::toNativeSeparators(document)));
     return findings.empty() ? 0 : 1;
 }

@@ -7,8 +7,6 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
-#include <cstdio>
-
 int makePreview(const QString &document, const QString &output, IDashboardEngine &engine)
 {
     if (!QFileInfo(document).isFile()) {
@@ -37,6 +35,6 @@ int makePreview(const QString &document, const QString &output, IDashboardEngine
         printError(QStringLiteral("Could not write '%1': %2").arg(shown, failure));
         return 1;
     }
-    std::printf("%s\n", qUtf8Printable(shown));
+    printOutput(shown);
     return 0;
 }

@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 namespace {
 
@@ -72,7 +71,7 @@ void printJson(const DashboardAbstractProfilesManager &store)
             {QStringLiteral("document"), profile.qmlPath},
         });
     }
-    std::fputs(QJsonDocument(array).toJson().constData(), stdout);
+    printOutput(QJsonDocument(array));
 }
 
 void printList(const DashboardAbstractProfilesManager &store)

@@ -1,5 +1,6 @@
 #include "Terminal.h"
 
+#include <QtCore/QJsonDocument>
 #include <QtCore/QString>
 
 #include <algorithm>
@@ -37,6 +38,19 @@ QByteArray harmless(QString text, const QString &allowed = {})
 void printOutput(const QString &line)
 {
     std::printf("%s\n", harmless(line).constData());
+}
+
+void printOutput(const QJsonDocument &json)
+{
+    QString text;
+    const QString written = QString::fromUtf8(json.toJson());
+    for (const QChar character : written) {
+        if (isHarmless(character) || character == QLatin1Char('\n'))
+            text += character;
+        else
+            text += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
+    }
+    std::fputs(text.toUtf8().constData(), stdout);
 }
 
 void printLine(const QString &text)

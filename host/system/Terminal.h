@@ -1,5 +1,6 @@
 #pragma once
 
+class QJsonDocument;
 class QString;
 
 // Names come from the disk and from games: a question mark stands for every character that would
@@ -7,6 +8,9 @@ class QString;
 
 /// Prints one line on standard output.
 void printOutput(const QString &line);
+
+/// Prints JSON on standard output, where escapes stand for such characters.
+void printOutput(const QJsonDocument &json);
 
 /// Prints one line on standard error, over whatever progress bar stands on the terminal.
 /// The text may itself have line feeds and tabs.

@@ -306,6 +306,8 @@ private Q_SLOTS:
 Vehicle.0.Name="a\x202e\x2028\x200f\x1bz"
 VehicleCount=1)");
         QCOMPARE(run("profiles vehicles").output, QStringLiteral("Road: a????z\n"));
+        QVERIFY(run("profiles list --json")
+                    .output.contains(QStringLiteral(R"("a\u202e\u2028\u200f\u001bz")")));
         QVERIFY(QFile::remove(assignments) && QDir().mkpath(assignments));
         result = run("vehicle Bus");
         QCOMPARE(result.exitCode, 1);
