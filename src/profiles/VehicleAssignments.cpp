@@ -19,6 +19,9 @@ namespace {
 using Homes = QHash<QString, QSet<QString>>;
 using Profiles = std::vector<DashboardProfile>;
 
+/// What all keys of the file begin with.
+constexpr char KeyBegin[] = "Vehicle";
+
 QString countKey()
 {
     return QStringLiteral("VehicleCount");
@@ -101,24 +104,29 @@ struct Group
 /// The index in a vehicle's key, -1 for any other key.
 int indexOfKey(const QString &key)
 {
-    if (!key.startsWith(QLatin1String("Vehicle.")))
+    const QLatin1String head("Vehicle.");
+    const QLatin1String tail(".Name");
+    if (!key.startsWith(head) || !key.endsWith(tail))
         return -1;
+    const QStringRef number = key.midRef(head.size()).chopped(tail.size());
     bool ok = false;
-    const int index = key.section(QLatin1Char('.'), 1, 1).toInt(&ok);
-    return ok && index >= 0 && key == nameKey(index) ? index : -1;
+    const int index = number.toInt(&ok);
+    return ok && index >= 0 && number == QString::number(index) ? index : -1;
 }
 
 std::vector<Group> groupsOf(const IniFile &file)
 {
     std::vector<Group> groups;
-    const QStringList keys = file.keys(); // Sorted, so that those of a group stand together.
-    for (const QString &key : keys) {
+    // Sorted, so that the keys of a group stand together.
+    const IniFile::Values &written = file.written();
+    for (auto value = written.cbegin(); value != written.cend(); ++value) {
+        const QString &key = value.key();
         const int slash = key.indexOf(QLatin1Char('/'));
         const QString name = key.mid(slash + 1);
         const int index = indexOfKey(name);
         if (slash <= 0 || (index < 0 && name != countKey()))
             continue;
-        const auto text = file.text(key);
+        const auto text = file.textOf(*value);
         if (!text)
             continue;
         if (groups.empty() || groups.back().name != key.leftRef(slash))
@@ -240,7 +248,7 @@ VehicleAssignments::VehicleAssignments(QString path)
 void VehicleAssignments::load(std::vector<DashboardProfile> &profiles)
 {
     const ProfileFinder finder(profiles);
-    const std::vector<Group> groups = groupsOf(IniFile::read(path).value_or(IniFile()));
+    const std::vector<Group> groups = groupsOf(IniFile::read(path, KeyBegin).value_or(IniFile()));
     for (const Group &group : groups) {
         const std::size_t found = finder.find(group.name);
         if (found < profiles.size())
@@ -255,7 +263,7 @@ void VehicleAssignments::takeOver(std::vector<DashboardProfile> &profiles)
     const ProfileFinder knownFinder(known);
     const Homes before = homesOf(known);
     const Homes now = homesOf(profiles);
-    const Homes saved = homesOf(IniFile::read(path).value_or(IniFile()), profiles);
+    const Homes saved = homesOf(IniFile::read(path, KeyBegin).value_or(IniFile()), profiles);
     for (auto vehicle = saved.cbegin(); vehicle != saved.cend(); ++vehicle) {
         const QSet<QString> present = now.value(vehicle.key());
         if (present != before.value(vehicle.key()) || present == *vehicle)
@@ -268,7 +276,7 @@ void VehicleAssignments::takeOver(std::vector<DashboardProfile> &profiles)
 bool VehicleAssignments::save(const std::vector<DashboardProfile> &profiles)
 {
     const auto lock = IniFile::lock(path);
-    const std::optional<IniFile> file = IniFile::readToReplace(path);
+    const std::optional<IniFile> file = IniFile::readToReplace(path, KeyBegin);
     if (!file || !replaceFile(path, fileOf(merge(homesOf(known), homesOf(profiles),
                                                  homesOf(*file, profiles)))))
         return false;
@@ -279,12 +287,12 @@ bool VehicleAssignments::save(const std::vector<DashboardProfile> &profiles)
 bool VehicleAssignments::forget(const QString &name, const std::vector<DashboardProfile> &profiles)
 {
     const auto lock = IniFile::lock(path);
-    std::optional<IniFile> file = IniFile::read(path);
+    std::optional<IniFile> file = IniFile::read(path, KeyBegin);
     if (!file)
         return true;
     const ProfileFinder finder(profiles);
     bool found = false;
-    const QStringList keys = file->keys();
+    const QStringList keys = file->written().keys();
     for (const QString &key : keys) {
         const QString group = key.section(QLatin1Char('/'), 0, 0);
         const bool isMeant = group.compare(name, Qt::CaseInsensitive) == 0 &&

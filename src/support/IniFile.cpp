@@ -70,7 +70,7 @@ bool canBeLock(const QString &path)
 
 } // namespace
 
-std::optional<IniFile> IniFile::read(const QString &path)
+std::optional<IniFile> IniFile::read(const QString &path, const QByteArray &begin)
 {
     const QFileInfo info(path);
     if (!info.exists())
@@ -84,13 +84,13 @@ std::optional<IniFile> IniFile::read(const QString &path)
         return std::nullopt;
     if (content.startsWith("\xff\xfe") || content.startsWith("\xfe\xff"))
         return std::nullopt; // UTF-16, whose letters this would take for garbage.
-    IniFile result(content);
+    IniFile result(content, begin);
     return result.makesSense ? std::make_optional(std::move(result)) : std::nullopt;
 }
 
-std::optional<IniFile> IniFile::readToReplace(const QString &path)
+std::optional<IniFile> IniFile::readToReplace(const QString &path, const QByteArray &begin)
 {
-    std::optional<IniFile> file = read(path);
+    std::optional<IniFile> file = read(path, begin);
     if (!file && moveAside(path))
         file.emplace();
     return file;
@@ -112,29 +112,39 @@ std::unique_ptr<QLockFile> IniFile::lock(const QString &path)
     return lock;
 }
 
-IniFile::IniFile(const QByteArray &content)
+IniFile::IniFile(const QByteArray &content, const QByteArray &begin)
     : utf8(content.startsWith(Utf8Mark))
 {
     IniSyntax::LineReader lines(content, utf8 ? static_cast<int>(sizeof Utf8Mark - 1) : 0);
     bool anyLine = false;
-    bool anySection = false;
+    bool anySense = false;
     QString prefix;
     while (lines.next()) {
         anyLine = true;
         if (lines.first() == '[') {
             prefix = prefixOf(lines.line());
-            anySection = true;
+            anySense = true;
         } else if (lines.hasValue()) {
-            values.insert(prefix + IniSyntax::keyFromFile(lines.key()), lines.value());
+            anySense = true;
+            const QByteArray key = lines.key();
+            // Keys are mostly sorted, and then they go at the end.
+            if (key.startsWith(begin)) {
+                values.insert(values.cend(), prefix + IniSyntax::keyFromFile(key), lines.value());
+            }
         }
     }
-    makesSense = !anyLine || anySection || !values.isEmpty();
+    makesSense = !anyLine || anySense;
 }
 
 std::optional<QString> IniFile::text(const QString &key) const
 {
     const auto found = values.constFind(key);
-    return found != values.cend() ? IniSyntax::textFromFile(*found, utf8) : std::nullopt;
+    return found != values.cend() ? textOf(*found) : std::nullopt;
+}
+
+std::optional<QString> IniFile::textOf(const QByteArray &written) const
+{
+    return IniSyntax::textFromFile(written, utf8);
 }
 
 void IniFile::setText(const QString &key, const QString &text)
