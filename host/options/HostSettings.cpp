@@ -1,5 +1,7 @@
 #include "HostSettings.h"
 
+#include "system/DeadLock.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -100,6 +102,7 @@ void HostSettings::save(const QString &key, const QString &value)
 {
     // An object of its own each time: one that has once failed tells of nothing else afterwards.
     QSettings settings;
+    removeDeadLock(settings);
     settings.setValue(key, value);
     settings.sync();
     setProblem(NotSaved, settings.status() == QSettings::AccessError || !settings.isWritable());

@@ -1,5 +1,7 @@
 #include "RevLimitStore.h"
 
+#include "system/DeadLock.h"
+
 #include <QtCore/QSettings>
 
 #include <utility>
@@ -77,6 +79,7 @@ void RevLimitStore::write()
     if (unwritten.isEmpty())
         return;
     QSettings settings(path, QSettings::IniFormat);
+    removeDeadLock(settings);
     settings.beginGroup(Group);
     for (auto it = unwritten.cbegin(); it != unwritten.cend(); ++it) {
         settings.beginGroup(it.key());

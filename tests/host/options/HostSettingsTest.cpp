@@ -189,6 +189,23 @@ private Q_SLOTS:
         QCOMPARE(copy.readAll(), damaged);
     }
 
+    void aLockThatNobodyHoldsIsNotWaitedFor()
+    {
+        NEEDS_POSIX();
+        const QString lock = settingsFile() + QStringLiteral(".lock");
+        QVERIFY(QDir().mkpath(QFileInfo(lock).absolutePath()));
+        QFile empty(lock);
+        QVERIFY(empty.open(QIODevice::WriteOnly));
+        empty.close();
+        QElapsedTimer time;
+        time.start();
+        makeSettings().setUseMph(true);
+        QVERIFY2(time.elapsed() < 1000, qPrintable(QString::number(time.elapsed())));
+        QVERIFY(makePipe(lock));
+        makeSettings().setUseMph(false);
+        QVERIFY(!makeSettings().useMph());
+    }
+
     void whatCannotBeSavedHoldsForThisRun()
     {
         NEEDS_POSIX();
