@@ -1,8 +1,8 @@
 #include "TelemetryFeeder.h"
 
 #include "IDashboardEngine.h"
-#include "VehicleNames.h"
 #include "TelemetryMonitor.h"
+#include "VehicleNames.h"
 
 #include <chrono>
 #include <utility>

@@ -1,6 +1,6 @@
-#include "commands/SourceFindings.h"
 #include "Stage.h"
 #include "TextFaults.h"
+#include "commands/SourceFindings.h"
 #include "telemetry/demo/DemoLap.h"
 #include "views/DashboardFadeInOut.h"
 

@@ -1,6 +1,6 @@
-#include "commands/SourceFindings.h"
 #include "PictureComparison.h"
 #include "Stage.h"
+#include "commands/SourceFindings.h"
 #include "views/DashboardFadeInOut.h"
 
 #include <QtCore/QHash>

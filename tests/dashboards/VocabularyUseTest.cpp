@@ -1,5 +1,5 @@
-#include "commands/SourceFindings.h"
 #include "Stage.h"
+#include "commands/SourceFindings.h"
 #include "render/TelemetryPublisher.h"
 
 #include <QtTest/QtTest>

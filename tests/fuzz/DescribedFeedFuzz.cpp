@@ -8,8 +8,8 @@
 // decodes any datagram.
 
 // Qt 5.15 keeps an object that a second member of the same name replaces. The stacks that are found
-// end within Qt, so no nearer name than its library's fits. What our own code allocates still counts.
-// NOLINTNEXTLINE(bugprone-reserved-identifier)
+// end within Qt, so no nearer name than its library's fits. What our own code allocates still
+// counts. NOLINTNEXTLINE(bugprone-reserved-identifier)
 extern "C" const char *__lsan_default_suppressions()
 {
     return "leak:libQt5Core.so";

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "telemetry/TelemetrySample.h"
 #include "ByteReader.h"
+#include "telemetry/TelemetrySample.h"
 
 #include <array>
 #include <cstdint>

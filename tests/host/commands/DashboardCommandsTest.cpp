@@ -1,6 +1,6 @@
+#include "ProgramHome.h"
 #include "commands/SourceFindings.h"
 #include "system/MessageThrottle.h"
-#include "ProgramHome.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QUrl>

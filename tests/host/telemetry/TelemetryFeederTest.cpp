@@ -2,8 +2,8 @@
 
 #include "IDashboardEngine.h"
 #include "IDashboardRenderer.h"
-#include "telemetry/VehicleNames.h"
 #include "telemetry/TelemetryMonitor.h"
+#include "telemetry/VehicleNames.h"
 
 #include <QtGui/QImage>
 #include <QtTest/QtTest>

@@ -1,9 +1,9 @@
 #include "DashboardAbstractProfilesManager.h"
 #include "IDashboardEngine.h"
-#include "telemetry/VehicleNames.h"
 #include "ViewBench.h"
 #include "support/LogCapture.h"
 #include "telemetry/TelemetryMonitor.h"
+#include "telemetry/VehicleNames.h"
 #include "ui/GalleryWindow.h"
 
 #include <QtCore/QPointer>

@@ -2,8 +2,8 @@
 
 #include "FakeEngine.h"
 #include "FakeStore.h"
-#include "telemetry/VehicleNames.h"
 #include "support/TemporaryHome.h"
+#include "telemetry/VehicleNames.h"
 #include "ui/GalleryWindow.h"
 #include "ui/Navigation.h"
 

@@ -2,8 +2,8 @@
 
 #include "GaugeLibrary.h"
 #include "TelemetryRecords.h"
-#include "telemetry/VehicleNames.h"
 #include "support/TemporaryHome.h"
+#include "telemetry/VehicleNames.h"
 #include "ui/HostWindow.h"
 #include "ui/Navigation.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "telemetry/feeds/Feed.h"
 #include "FeedDescription.h"
+#include "telemetry/feeds/Feed.h"
 #include "telemetry/feeds/RevLimits.h"
 
 /// A feed that a user describes, for simulators that the host doesn't know.
