@@ -49,7 +49,7 @@ public:
         if (!process.waitForFinished(LongestRunMs) || process.exitStatus() != QProcess::NormalExit)
             return {};
         return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+                QString::fromUtf8(process.readAllStandardError().replace("\r\n", "\n"))};
     }
 
     /// Fades in when the speed changes, as a dashboard's own message may.
@@ -212,14 +212,14 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, arguments);
         const Author author;
-        author.write(QStringLiteral("ä b/preview.png"), "there");
-        author.write(QStringLiteral("ä b/Dash.qml"),
+        author.write(QStringLiteral("a #b/preview.png"), "there");
+        author.write(QStringLiteral("a #b/Dash.qml"),
                      "import QtQuick 2.15\nRectangle { width: 480; height: 272\n"
                      " property int tick: dash_frameCounter1000\n"
                      " onTickChanged: { console.log('hello', 7); console.warn(tick);"
                      " if (tick === 2) console.log('x'.repeat(20000));"
                      " console.assert(false, 'claim') }\n}\n");
-        const QString document = author.folder() + QStringLiteral("/ä b/Dash.qml");
+        const QString document = author.folder() + QStringLiteral("/a #b/Dash.qml");
         arguments += document;
         if (arguments.size() > 2)
             arguments += {QStringLiteral("--frames"), author.folder()};

@@ -199,10 +199,11 @@ private Q_SLOTS:
         empty.close();
         QElapsedTimer time;
         time.start();
-        makeSettings().setUseMph(true);
+        HostSettings settings = makeSettings();
+        settings.setUseMph(true);
         QVERIFY2(time.elapsed() < 1000, qPrintable(QString::number(time.elapsed())));
         QVERIFY(makePipe(lock));
-        makeSettings().setUseMph(false);
+        settings.setUseMph(false);
         QVERIFY(!makeSettings().useMph());
     }
 

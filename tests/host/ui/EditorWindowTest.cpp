@@ -56,10 +56,13 @@ private Q_SLOTS:
     {
         const QString document = bench->makeDocument(Red);
         ViewWindow *window = bench->open(View, document);
-        QVERIFY(window != nullptr);
+        if (window == nullptr)
+            QFAIL("It doesn't open");
         auto *bar =
             window->rootObject()->findChild<QQuickItem *>(QStringLiteral("documentMessages"));
-        QVERIFY(bar != nullptr && !bar->isVisible());
+        if (bar == nullptr)
+            QFAIL("There is no bar");
+        QVERIFY(!bar->isVisible());
         bench->navigation->tellViews(QStringLiteral("/other/Dash.qml"), 1, QStringLiteral("no"));
         QVERIFY(!bar->isVisible());
         for (int i = 0; i <= ViewWindow::MostMessages; ++i)
@@ -307,7 +310,8 @@ private Q_SLOTS:
         const QQuickItem *fields =
             ViewBench::find(window->rootObject(), "text",
                             QStringLiteral("Not available without hardware acceleration"));
-        QVERIFY(fields != nullptr);
+        if (fields == nullptr)
+            QFAIL("It says nothing");
         QVERIFY(fields->property("contentWidth").toReal() <= fields->width());
         QCOMPARE(log.lines, QStringList());
     }

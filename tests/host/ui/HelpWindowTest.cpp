@@ -189,7 +189,7 @@ private Q_SLOTS:
         QVERIFY(scrolled() > 0);
         follow("#the-editor");
         QTest::keyClick(window.get(), Qt::Key_F, Qt::ControlModifier);
-        for (const char letter : QByteArray("gear"))
+        for (const char letter : {'g', 'e', 'a', 'r'})
             QTest::keyClick(window.get(), letter);
         QCOMPARE(selected().toLower(), QStringLiteral("gear"));
         QVERIFY(item("text")->property("selectionStart").toInt() >

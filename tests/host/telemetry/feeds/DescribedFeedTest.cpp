@@ -341,8 +341,8 @@ private Q_SLOTS:
         const auto read = decode(json, payload);
         QVERIFY(read);
         const VehicleTelemetry &vehicle = read->sample.vehicle;
-        QCOMPARE(vehicle.gasPedalPercent + double{vehicle.turnCoordinatorBall} +
-                     double{vehicle.headingDeg},
+        QCOMPARE(vehicle.gasPedalPercent + static_cast<double>(vehicle.turnCoordinatorBall) +
+                     static_cast<double>(vehicle.headingDeg),
                  taken);
         qToLittleEndian(std::numeric_limits<double>::infinity(), payload.data());
         QCOMPARE(quint64(decode(json, payload)->sample.vehicle.availabilityMask), quint64(0));

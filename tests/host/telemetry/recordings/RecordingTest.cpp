@@ -13,8 +13,15 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const FeedSwitch::Sender Game{QHostAddress(QStringLiteral("192.168.1.7")), 50001, 4444};
-const FeedSwitch::Sender Other{QHostAddress(QStringLiteral("2001:db8::8")), 65535, 20777};
+FeedSwitch::Sender game()
+{
+    return {QHostAddress(QStringLiteral("192.168.1.7")), 50001, 4444};
+}
+
+FeedSwitch::Sender other()
+{
+    return {QHostAddress(QStringLiteral("2001:db8::8")), 65535, 20777};
+}
 
 struct Reading
 {
@@ -57,9 +64,9 @@ private Q_SLOTS:
     void aDriveReadsAsItWasTaken()
     {
         const std::vector<Datagram> sent{
-            {5s, Game, "odd"},
-            {5s + 16ms + 1us, Other, {}},
-            {4s, Other, QByteArray(65'507, 'x')},
+            {5s, game(), "odd"},
+            {5s + 16ms + 1us, other(), {}},
+            {4s, other(), QByteArray(65'507, 'x')},
             {5s, {QHostAddress(QStringLiteral("::ffff:10.0.0.1")), 1, 1}, QByteArray(65'507, 'y')},
         };
         const auto begin = std::chrono::system_clock::now().time_since_epoch();
@@ -67,7 +74,7 @@ private Q_SLOTS:
             RecordingWriter writer(path);
             for (const Datagram &datagram : sent)
                 writer.add(datagram);
-            writer.add({6s, Game, QByteArray(65'508, 'z')});
+            writer.add({6s, game(), QByteArray(65'508, 'z')});
             QCOMPARE(writer.progress().dropped, 1);
         }
         const Reading reading = read(path);
@@ -88,11 +95,11 @@ private Q_SLOTS:
 
     void aFileThatIsThereIsOverwrittenOnlyBySomethingBetter()
     {
-        RecordingWriter(path).add({0s, Game, "precious"});
+        RecordingWriter(path).add({0s, game(), "precious"});
         const QByteArray before = contents(path);
         RecordingWriter(path, RecordingWriter::Existing::Overwrite).flush();
         QCOMPARE(contents(path), before);
-        RecordingWriter(path, RecordingWriter::Existing::Overwrite).add({0s, Game, "new"});
+        RecordingWriter(path, RecordingWriter::Existing::Overwrite).add({0s, game(), "new"});
         QCOMPARE(read(path).datagrams.size(), std::size_t(1));
 
         for (const QString &bad : {folder.path(), folder.filePath(QStringLiteral("no/a.pcap"))}) {
@@ -110,7 +117,7 @@ private Q_SLOTS:
         const FullDisk disk(HeadSize + 10 * PacketSize + 50);
         RecordingWriter writer(path);
         for (int i = 0; i < 24; ++i) {
-            writer.add({std::chrono::milliseconds(i), Game, QByteArray(100, 'z')});
+            writer.add({std::chrono::milliseconds(i), game(), QByteArray(100, 'z')});
             if (i == 4)
                 writer.flush();
         }
@@ -118,7 +125,7 @@ private Q_SLOTS:
         writer.flush();
         QVERIFY2(writer.error().contains(path) && writer.error().contains(qt_error_string(EFBIG)),
                  qPrintable(writer.error()));
-        writer.add({1s, Game, "late"});
+        writer.add({1s, game(), "late"});
         QCOMPARE(writer.progress().datagrams, 10);
         QCOMPARE(writer.progress().dropped, 15);
         QCOMPARE(writer.progress().bytes, HeadSize + 10 * PacketSize);
