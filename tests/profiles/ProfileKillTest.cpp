@@ -190,7 +190,7 @@ struct Home : ProfilesFixture
         start();
         QStringList result;
         for (const DashboardProfileHeader &header : store->profileHeaders()) {
-            QStringList vehicles = assignments()[header.name].values();
+            QStringList vehicles = assignments().value(header.name).values();
             vehicles.sort();
             const QString active = header.id == store->activeProfileId() ? "*"_q : QString();
             result += header.name + active + u'(' + vehicles.join(u' ') + u')';

@@ -1,5 +1,6 @@
 #include "GalleryBench.h"
 #include "options/Translations.h"
+#include "support/SystemLimits.h"
 
 #include <QtCore/QDir>
 
@@ -109,6 +110,7 @@ private Q_SLOTS:
 
     void aToolTipGoesWithThePress()
     {
+        NEEDS_POSIX();
         open();
         const QQuickItem *settings = item("objectName", text("settings"));
         QTest::mouseMove(window.get(), middle(settings));
