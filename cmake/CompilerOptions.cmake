@@ -7,9 +7,9 @@ if(MSVC)
     add_compile_options(/WX)
   endif()
 else()
-  # GCC's full -Wshadow also minds constructor arguments named like the field they fill.
-  set(shadow $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>)
-  add_compile_options(-Wall -Wextra -Wpedantic ${shadow} -Wnon-virtual-dtor -Woverloaded-virtual
+  # Arguments may be named like the field they fill; only GCC can tell these from locals.
+  add_compile_options(-Wall -Wextra -Wpedantic $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>
+    -Wnon-virtual-dtor -Woverloaded-virtual
     -Wcast-qual -Wformat=2 -Wundef -Wdouble-promotion)
   if(GAUGE_WERROR)
     add_compile_options(-Werror)

@@ -12,10 +12,9 @@ run_packages=(
   libpcap-dev
   qtwayland5 libgl1-mesa-dri libgl-dev fonts-dejavu-core xvfb xauth imagemagick
 )
-test_packages=(
-  clang clang-format clang-tidy clazy qtdeclarative5-dev-tools binutils git openbox xdotool
-)
-fuzz_packages=(libclang-rt-14-dev)
+test_packages=(openbox xdotool)
+lint_packages=(clang clang-format clang-tidy clazy qtdeclarative5-dev-tools git codespell python3)
+fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 xz-utils)
 # For Qt itself, where no ready-made one is at hand, and for other libraries.
