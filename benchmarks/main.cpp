@@ -1,6 +1,6 @@
 #include "RatioReporter.h"
 
-#include "views/DashboardFadeInOut.h"
+#include "render/DashboardFadeInOut.h"
 
 #include <QtGui/QGuiApplication>
 

@@ -3,8 +3,8 @@
 #include "engine/DashboardEngine.h"
 #include "plugin/INavigationService.h"
 #include "profiles/DashboardProfilesManager.h"
+#include "render/DashboardFadeInOut.h"
 #include "views/DashboardEditorVM.h"
-#include "views/DashboardFadeInOut.h"
 #include "views/DashboardWindowVM.h"
 
 #include <QtCore/QDebug>

@@ -1,6 +1,6 @@
 #include "PictureComparison.h"
 #include "Stage.h"
-#include "views/DashboardFadeInOut.h"
+#include "render/DashboardFadeInOut.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtQuick/QQuickWindow>

@@ -1,8 +1,8 @@
 #include "Stage.h"
 #include "TextFaults.h"
 #include "commands/SourceFindings.h"
+#include "render/DashboardFadeInOut.h"
 #include "telemetry/demo/DemoLap.h"
-#include "views/DashboardFadeInOut.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QFontDatabase>

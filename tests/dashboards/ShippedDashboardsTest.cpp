@@ -1,7 +1,7 @@
 #include "PictureComparison.h"
 #include "Stage.h"
 #include "commands/SourceFindings.h"
-#include "views/DashboardFadeInOut.h"
+#include "render/DashboardFadeInOut.h"
 
 #include <QtCore/QHash>
 #include <QtTest/QtTest>

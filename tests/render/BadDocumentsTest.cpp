@@ -1,7 +1,7 @@
 #include "Documents.h"
 #include "Probe.h"
+#include "render/DashboardFadeInOut.h"
 #include "support/LogCapture.h"
-#include "views/DashboardFadeInOut.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QWindow>

@@ -1,7 +1,7 @@
 #include "Documents.h"
 #include "Probe.h"
+#include "render/DashboardFadeInOut.h"
 #include "support/FakeCounter.h"
-#include "views/DashboardFadeInOut.h"
 
 #include <QtGui/QImage>
 #include <QtGui/QPainter>

@@ -1,6 +1,6 @@
 #include "Documents.h"
 #include "Probe.h"
-#include "views/DashboardFadeInOut.h"
+#include "render/DashboardFadeInOut.h"
 
 #include <QtTest/QtTest>
 

@@ -1,4 +1,4 @@
-#include "views/DashboardFadeInOut.h"
+#include "render/DashboardFadeInOut.h"
 
 #include <QtQml/qqml.h>
 
