@@ -6,8 +6,8 @@
 class SwappingConsumer final : public IDashboardConsumer
 {
 public:
-    static constexpr int Width = 480;
-    static constexpr int Height = 272;
+    static constexpr int Width = DashboardWidth;
+    static constexpr int Height = DashboardHeight;
 
     int frameWidth() override { return Width; }
     int frameHeight() override { return Height; }

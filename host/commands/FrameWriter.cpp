@@ -11,11 +11,10 @@
 namespace {
 
 constexpr qint64 MaximumBytes = 256'000'000; ///< Of frames that wait for their encoding.
-constexpr int BytesPerPixel = 4;
 
 qint64 bytesOf(QSize size)
 {
-    return qint64{size.width()} * size.height() * BytesPerPixel;
+    return static_cast<qint64>(frameBytes(size.width(), size.height()));
 }
 
 /// Enough to keep every writer busy, within the limit of memory.

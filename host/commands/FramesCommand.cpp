@@ -86,7 +86,7 @@ int writeFrames(const FramesCommand &command, const SessionOptions &options,
                        .arg(QDir::toNativeSeparators(command.directory)));
         return 1;
     }
-    const QSize size = command.size.value_or(QSize(480, 272)); // What dashboards are drawn for.
+    const QSize size = command.size.value_or(QSize(DashboardWidth, DashboardHeight));
     FrameWriter writer(command.directory, command.count, size, command.upsideDown);
     const Course course = write(writer, command.count, session, log);
     if (course.stalled)

@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr int BytesPerPixel = 4;
 constexpr int AveragedPublications = 6; ///< More than the engine speed's average, and even.
 
 } // namespace
@@ -23,8 +22,7 @@ OffscreenDashboard::~OffscreenDashboard() = default;
 
 bool OffscreenDashboard::load(const QString &document)
 {
-    return renderer != nullptr &&
-           renderer->load(document, DashboardSize.width(), DashboardSize.height());
+    return renderer != nullptr && renderer->load(document, DashboardWidth, DashboardHeight);
 }
 
 void OffscreenDashboard::publish(const TelemetryState &state)
@@ -77,9 +75,8 @@ QStringList OffscreenDashboard::publishedFields() const
 QImage OffscreenDashboard::picture(QSize size)
 {
     Frame frame;
-    const qsizetype bytes = qsizetype{BytesPerPixel} * size.width() * size.height();
     if (!renderer->renderFrame(frame, size.width(), size.height(), false) ||
-        qsizetype(frame.size()) != bytes)
+        frame.size() != frameBytes(size.width(), size.height()))
         return {};
     return QImage(frame.data(), size.width(), size.height(), size.width() * BytesPerPixel,
                   QImage::Format_RGB32)

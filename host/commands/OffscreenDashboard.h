@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Frame.h"
 #include "telemetry/TelemetrySource.h"
 
 #include <QtCore/QSize>
@@ -12,8 +13,8 @@
 class IDashboardEngine;
 class IDashboardRenderer;
 
-/// What dashboards are drawn for, in pixels.
-constexpr QSize DashboardSize(480, 272);
+/// The size in pixels that dashboards are drawn for.
+constexpr QSize DashboardSize(DashboardWidth, DashboardHeight);
 
 /// A moment as a dashboard may meet it.
 struct TelemetryState

@@ -242,9 +242,8 @@ private:
 
     void lookAtSize(const QString &path, const Tokens &tokens)
     {
-        for (const auto &[side, wanted] :
-             {std::pair(QStringLiteral("width"), DashboardSize.width()),
-              std::pair(QStringLiteral("height"), DashboardSize.height())}) {
+        for (const auto &[side, wanted] : {std::pair(QStringLiteral("width"), DashboardWidth),
+                                           std::pair(QStringLiteral("height"), DashboardHeight)}) {
             const SourceToken *value = rootValue(tokens, side);
             if (value == nullptr) {
                 report(path, 0,

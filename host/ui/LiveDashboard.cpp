@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr QSize DesignSize(480, 272);
+constexpr QSize DashboardSize(DashboardWidth, DashboardHeight);
 
 /// A texture that reads its pixels from the node's own vector: the upload happens later on the
 /// thread that renders, when the item already takes the next frame.
@@ -57,8 +57,8 @@ void LiveDashboard::showWaiting()
     if (engine == nullptr)
         return;
     constexpr int LargestScale = 4;
-    const int scale = std::clamp(
-        (frameSize().width() + DesignSize.width() - 1) / DesignSize.width(), 1, LargestScale);
+    const int scale =
+        std::clamp((frameSize().width() + DashboardWidth - 1) / DashboardWidth, 1, LargestScale);
     const std::unique_ptr<QImage> image = engine->createWaitingImage(scale);
     waiting = image != nullptr ? *image : QImage();
     content = Content::Waiting;
@@ -97,7 +97,7 @@ QSGNode *LiveDashboard::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData * 
                                      QImage::Format_ARGB32_Premultiplied));
     }
     content = Content::Shown;
-    const QSizeF size = QSizeF(DesignSize).scaled(boundingRect().size(), Qt::KeepAspectRatio);
+    const QSizeF size = QSizeF(DashboardSize).scaled(boundingRect().size(), Qt::KeepAspectRatio);
     QRectF box(QPointF(), size);
     box.moveCenter(boundingRect().center());
     node->setRect(box);
@@ -132,7 +132,7 @@ void LiveDashboard::watch(QQuickWindow *place)
 QSize LiveDashboard::frameSize() const
 {
     const qreal ratio = window() != nullptr ? window()->effectiveDevicePixelRatio() : 1.0;
-    return DesignSize.scaled((boundingRect().size() * ratio).toSize(), Qt::KeepAspectRatio);
+    return DashboardSize.scaled((boundingRect().size() * ratio).toSize(), Qt::KeepAspectRatio);
 }
 
 bool LiveDashboard::canBeSeen() const

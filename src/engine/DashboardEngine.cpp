@@ -26,8 +26,6 @@ namespace {
 
 constexpr int TickMs = 40;           ///< At most 25 pictures a second.
 constexpr int MaximumIdleTicks = 50; ///< About two seconds of silence put the engine to sleep.
-constexpr int DesignWidth = 480;     ///< What dashboards are drawn for, in pixels.
-constexpr int DesignHeight = 272;
 constexpr float SteeringSmoothing = 0.2F;
 constexpr quint64 ExpiryMs = 1000;
 
@@ -159,10 +157,10 @@ bool DashboardEngine::hasConsumers()
 std::unique_ptr<QImage> DashboardEngine::createWaitingImage(int scale)
 {
     constexpr int FontPixels = 25;
-    if (scale < 1 || scale > std::numeric_limits<int>::max() / DesignWidth)
+    if (scale < 1 || scale > std::numeric_limits<int>::max() / DashboardWidth)
         return std::make_unique<QImage>(); // Sizes that can't even be told.
     return std::make_unique<QImage>(
-        makeTextImage(QSize(DesignWidth, DesignHeight) * scale, tr("Waiting for game data"),
+        makeTextImage(QSize(DashboardWidth, DashboardHeight) * scale, tr("Waiting for game data"),
                       {FontPixels * scale, Qt::AlignHCenter | Qt::AlignVCenter, false}));
 }
 
@@ -253,7 +251,7 @@ bool DashboardEngine::loadIfPending()
         stopTimer();
         return false;
     }
-    if (!pending || renderer == nullptr || renderer->load(path, DesignWidth, DesignHeight))
+    if (!pending || renderer == nullptr || renderer->load(path, DashboardWidth, DashboardHeight))
         return true;
 
     stopTimer();

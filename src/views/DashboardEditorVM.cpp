@@ -21,8 +21,6 @@
 namespace {
 
 constexpr int TickMs = 40;
-constexpr int DesignWidth = 480;
-constexpr int DesignHeight = 272;
 
 // How long a file is left to its writer after a change. It bounds the reloads of a burst of saves,
 // too.
@@ -319,5 +317,5 @@ void DashboardEditorVM::watchFile()
 void DashboardEditorVM::load()
 {
     if (renderer != nullptr)
-        renderer->load(path, DesignWidth, DesignHeight);
+        renderer->load(path, DashboardWidth, DashboardHeight);
 }

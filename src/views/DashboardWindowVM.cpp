@@ -10,9 +10,8 @@
 
 namespace {
 
-// Three times what dashboards are drawn for.
-constexpr int LargestWidth = 1440;
-constexpr int LargestHeight = 816;
+constexpr int LargestWidth = 3 * DashboardWidth;
+constexpr int LargestHeight = 3 * DashboardHeight;
 
 } // namespace
 

@@ -10,7 +10,7 @@ constexpr QImage::Format PixelFormat = QImage::Format_ARGB32_Premultiplied;
 bool fits(const QImage &image, int width, int height)
 {
     return image.width() == width && image.height() == height && image.format() == PixelFormat &&
-           image.bytesPerLine() == width * 4;
+           image.bytesPerLine() == width * BytesPerPixel;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "views/MessageImageProvider.h"
 
+#include "plugin/Frame.h"
 #include "support/TextImage.h"
 
 #include <algorithm>
@@ -18,8 +19,8 @@ QImage MessageImageProvider::requestImage(const QString & /*id*/, QSize *size,
 {
     constexpr int FontShare = 25;
     constexpr int SmallestFont = 10;
-    const int width = requestedSize.width() > 0 ? requestedSize.width() : 480;
-    const auto height = static_cast<int>(static_cast<qint64>(width) * 272 / 480);
+    const int width = requestedSize.width() > 0 ? requestedSize.width() : DashboardWidth;
+    const auto height = static_cast<int>(qint64{width} * DashboardHeight / DashboardWidth);
     QImage image = makeTextImage(QSize(width, height), message,
                                  {std::max(width / FontShare, SmallestFont),
                                   Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextWordWrap, false});

@@ -6,13 +6,6 @@
 #include <stdexcept>
 #include <utility>
 
-namespace {
-
-constexpr int DesignWidth = 480;
-constexpr int DesignHeight = 272;
-
-} // namespace
-
 PreviewImageProvider::PreviewImageProvider(std::shared_ptr<LentRenderer> lent)
     : QQuickImageProvider(QQmlImageProviderBase::Image)
     , lent(std::move(lent))
@@ -24,14 +17,14 @@ PreviewImageProvider::~PreviewImageProvider() = default;
 QImage PreviewImageProvider::requestImage(const QString & /*id*/, QSize *size,
                                           const QSize &requestedSize)
 {
-    int width = DesignWidth;
-    int height = DesignHeight;
+    int width = DashboardWidth;
+    int height = DashboardHeight;
     if (requestedSize.width() > 0) {
         width = requestedSize.width();
-        height = static_cast<int>(static_cast<float>(width) * 272.0F / 480.0F);
+        height = static_cast<int>(static_cast<float>(width) * DashboardHeight / DashboardWidth);
     }
     if (size != nullptr)
-        *size = QSize(DesignWidth, DesignHeight);
+        *size = QSize(DashboardWidth, DashboardHeight);
 
     // Held while rendering, so that the renderer doesn't end in the middle of it.
     const LockGuard guard(lent->lock);
