@@ -54,7 +54,7 @@ std::uint8_t pedal(int percent)
 
 DashboardEditorVM::DashboardEditorVM(IDashboardEngine *engine, INavigationService *navigation,
                                      QObject *parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , engine(engine)
     , navigation(navigation)
     , renderer(this->engine->createRenderer())
@@ -92,11 +92,6 @@ DashboardEditorVM::~DashboardEditorVM()
     lentRenderer->renderer = nullptr;
 }
 
-QObject *DashboardEditorVM::asQObject()
-{
-    return this;
-}
-
 void DashboardEditorVM::initContext(QQmlContext *context)
 {
     if (context == nullptr || context->engine() == nullptr)
@@ -127,25 +122,6 @@ void DashboardEditorVM::setArgument(void * /*context*/, int /*request*/, const Q
     const QString file = argument.toString();
     if (!file.isEmpty())
         setPath(file);
-}
-
-void DashboardEditorVM::setWindow(QWindow *newWindow)
-{
-    if (window != nullptr)
-        window->disconnect(this);
-    window = newWindow;
-    if (newWindow != nullptr)
-        connect(newWindow, &QWindow::visibleChanged, this, &DashboardEditorVM::followVisibility);
-}
-
-bool DashboardEditorVM::viewFlagA()
-{
-    return false;
-}
-
-bool DashboardEditorVM::viewFlagB()
-{
-    return true;
 }
 
 void DashboardEditorVM::setPath(const QString &newPath)

@@ -1,11 +1,7 @@
 #pragma once
 
-#include "plugin/IViewModel.h"
 #include "views/EditorTelemetry.h"
-
-#include <QtCore/QObject>
-#include <QtCore/QPointer>
-#include <QtGui/QWindow>
+#include "views/ViewModel.h"
 
 #include <memory>
 
@@ -19,7 +15,7 @@ struct LentRenderer;
 /// The editor of a dashboard: a preview of a file that follows the file on disk, in a renderer of
 /// its own and with made-up telemetry. The document pulls: a timer publishes and signals, and the
 /// document's request renders. Everything runs on the GUI thread.
-class DashboardEditorVM : public QObject, public IViewModel
+class DashboardEditorVM : public ViewModel
 {
     Q_OBJECT
     /// The dashboard's file in native separators; empty for none. Kept over the program's end.
@@ -34,13 +30,9 @@ public:
                       QObject *parent = nullptr);
     ~DashboardEditorVM() override;
 
-    QObject *asQObject() override;
     void initContext(QQmlContext *context) override;
     /// `argument` as a text is the path, unless it is empty.
     void setArgument(void *context, int request, const QVariant &argument) override;
-    void setWindow(QWindow *newWindow) override;
-    bool viewFlagA() override;
-    bool viewFlagB() override;
 
     QString currentPath() const { return path; }
     QString fieldNames() const { return dashboardFields; }
@@ -76,14 +68,13 @@ private Q_SLOTS:
     void updateDash();
 
 private:
-    void followVisibility(bool visible);
+    void followVisibility(bool visible) override;
     void followFileSoon();
     void followFile();
     void watchFile();
     void load();
 
     IDashboardEngine *const engine;
-    QPointer<QWindow> window;
     INavigationService *const navigation;
     QFileSystemWatcher *watcher = nullptr;
     std::unique_ptr<IDashboardRenderer> renderer;

@@ -16,7 +16,7 @@ constexpr int LargestHeight = 3 * DashboardHeight;
 } // namespace
 
 DashboardWindowVM::DashboardWindowVM(IDashboardEngine *engine, QObject *parent)
-    : QObject(parent)
+    : ViewModel(parent)
     , engine(engine)
 {
     auto provider = std::make_unique<ImageProvider>(this);
@@ -41,11 +41,6 @@ DashboardWindowVM::~DashboardWindowVM()
         delete imageProvider;
 }
 
-QObject *DashboardWindowVM::asQObject()
-{
-    return this;
-}
-
 void DashboardWindowVM::initContext(QQmlContext *context)
 {
     // A provider can belong to one QML engine only, the first.
@@ -62,26 +57,13 @@ void DashboardWindowVM::setArgument(void * /*context*/, int /*request*/,
 
 void DashboardWindowVM::setWindow(QWindow *newWindow)
 {
-    if (window != nullptr)
-        window->disconnect(this);
-    window = newWindow;
+    ViewModel::setWindow(newWindow);
     followSize();
     if (newWindow == nullptr)
         return;
-    connect(newWindow, &QWindow::visibleChanged, this, &DashboardWindowVM::followVisibility);
     connect(newWindow, &QWindow::widthChanged, this, &DashboardWindowVM::followSize);
     connect(newWindow, &QWindow::heightChanged, this, &DashboardWindowVM::followSize);
     connect(newWindow, &QObject::destroyed, this, &DashboardWindowVM::followSize);
-}
-
-bool DashboardWindowVM::viewFlagA()
-{
-    return false;
-}
-
-bool DashboardWindowVM::viewFlagB()
-{
-    return true;
 }
 
 /// A hidden window costs no rendering.

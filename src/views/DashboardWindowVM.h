@@ -1,13 +1,10 @@
 #pragma once
 
 #include "plugin/IDashboardConsumer.h"
-#include "plugin/IViewModel.h"
 #include "support/Lock.h"
 #include "views/FramePicture.h"
+#include "views/ViewModel.h"
 
-#include <QtCore/QObject>
-#include <QtCore/QPointer>
-#include <QtGui/QWindow>
 #include <QtQuick/QQuickImageProvider>
 
 #include <atomic>
@@ -16,7 +13,7 @@ class IDashboardEngine;
 
 /// The window that shows the live dashboard. It renders nothing: its image provider is a consumer
 /// of the engine, as large as the window, and gets no frames while the window is hidden.
-class DashboardWindowVM : public QObject, public IViewModel
+class DashboardWindowVM : public ViewModel
 {
     Q_OBJECT
 
@@ -28,24 +25,20 @@ public:
     explicit DashboardWindowVM(IDashboardEngine *engine, QObject *parent = nullptr);
     ~DashboardWindowVM() override;
 
-    QObject *asQObject() override;
     void initContext(QQmlContext *context) override;
     void setArgument(void *context, int request, const QVariant &argument) override;
     void setWindow(QWindow *newWindow) override;
-    bool viewFlagA() override;
-    bool viewFlagB() override;
 
 Q_SIGNALS:
     /// A new frame can be asked for. Emitted on the engine's thread.
     void previewChanged();
 
 private:
-    void followVisibility(bool visible);
+    void followVisibility(bool visible) override;
     void followSize();
     void forgetProvider();
 
     IDashboardEngine *const engine;
-    QPointer<QWindow> window;
     ImageProvider *imageProvider = nullptr;
     bool providerHandedOver = false;
 };
