@@ -1,4 +1,4 @@
-#include "support/EngineBench.h"
+#include "support/EngineRig.h"
 #include "support/FakeConsumer.h"
 #include "support/LogCapture.h"
 #include "support/PaintedText.h"
@@ -21,11 +21,11 @@ bool allBytesAre(const Frame &frame, unsigned char value)
 }
 
 /// A bench with a document, ready to deliver.
-class DeliveryBench : public EngineBench
+class DeliveryBench : public EngineRig
 {
 public:
     explicit DeliveryBench(bool hardwareAcceleration = true)
-        : EngineBench(hardwareAcceleration)
+        : EngineRig(hardwareAcceleration)
     {
         engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
     }
@@ -460,7 +460,7 @@ private Q_SLOTS:
 
     void theMessageAwaitsADocument()
     {
-        EngineBench bench(false);
+        EngineRig bench(false);
         FakeConsumer consumer(200, 50);
         bench.engine->addConsumer(&consumer);
         bench.freshTick();

@@ -1,5 +1,5 @@
 #include "support/LogCapture.h"
-#include "support/RunningBench.h"
+#include "support/RunningEngineRig.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileSystemWatcher>
@@ -20,7 +20,7 @@ class DocumentTest : public QObject
 private Q_SLOTS:
     void reloadsWheneverADocumentIsSet()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         const QString load = QStringLiteral("load /no/such/Dash.qml 480x272");
         bench.engine->setDashboardFile(Document);
         bench.tick();
@@ -42,7 +42,7 @@ private Q_SLOTS:
 
     void aFailedLoadIsLoggedOnceAndNotTriedAgain()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         bench.script.loads = false;
         bench.script.errors = QStringList(
             {QStringLiteral("Dash.qml:3 \"x\" is odd"), QStringLiteral("second  line")});
@@ -72,7 +72,7 @@ private Q_SLOTS:
 
     void theTimerStandsBeforeAFailedLoadIsLogged()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         QVERIFY(bench.timer != nullptr);
         bench.script.loads = false;
         bench.script.errors = QStringList(QStringLiteral("odd"));
@@ -89,7 +89,7 @@ private Q_SLOTS:
 
     void holdsNoLockWhileADocumentLoadsAndFinishesWithTheOldOne()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         FakeConsumer another;
         bench.engine->setDashboardFile(QStringLiteral("/first.qml"));
         bench.script.duringLoad = [&] {
@@ -114,7 +114,7 @@ private Q_SLOTS:
         const QTemporaryDir directory;
         const QString path = writeDocument(directory, "Dash.qml");
         for (const bool asleep : {false, true}) {
-            RunningBench bench;
+            RunningEngineRig bench;
             bench.engine->setDashboardFile(path);
             bench.tick();
             QCOMPARE(bench.script.count(QStringLiteral("load")), 1);
@@ -135,7 +135,7 @@ private Q_SLOTS:
         const QTemporaryDir directory;
         const QString first = writeDocument(directory, "First.qml");
         const QString second = writeDocument(directory, "Second.qml");
-        EngineBench bench;
+        EngineRig bench;
         auto *watcher = bench.engine->findChild<QFileSystemWatcher *>();
         QVERIFY(watcher != nullptr);
         bench.engine->setDashboardFile(first);
@@ -152,7 +152,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir directory;
         const QString file = writeDocument(directory, "Dash.qml");
-        EngineBench bench;
+        EngineRig bench;
         auto *watcher = bench.engine->findChild<QFileSystemWatcher *>();
         QVERIFY(watcher != nullptr);
         for (const QString &next : {file, QString()}) {
@@ -173,7 +173,7 @@ private Q_SLOTS:
         const QTemporaryDir directory;
         const QString first = writeDocument(directory, "First.qml");
         const QString second = writeDocument(directory, "Second.qml");
-        EngineBench bench;
+        EngineRig bench;
         FakeConsumer consumer;
         bench.engine->addConsumer(&consumer);
         auto *watcher = bench.engine->findChild<QFileSystemWatcher *>();

@@ -1,6 +1,6 @@
 #include "support/LogCapture.h"
 #include "support/RecordBytes.h"
-#include "support/RunningBench.h"
+#include "support/RunningEngineRig.h"
 
 #include <QtCore/QFileSystemWatcher>
 #include <QtTest/QtTest>
@@ -39,7 +39,7 @@ class EngineTest : public QObject
 private Q_SLOTS:
     void presentsItselfToQt()
     {
-        const EngineBench bench;
+        const EngineRig bench;
         const QMetaObject *meta = bench.engine->metaObject();
         QCOMPARE(meta->className(), "DashboardEngine");
         QCOMPARE(meta->propertyCount(), meta->propertyOffset());
@@ -56,12 +56,12 @@ private Q_SLOTS:
     void makesItsRendererOnlyWithAcceleration()
     {
         const LogCapture log;
-        EngineBench plain(false);
+        EngineRig plain(false);
         QCOMPARE(log.lines, QStringList());
         QVERIFY(plain.engine->createRenderer() == nullptr);
         QCOMPARE(plain.script.made, 0);
 
-        EngineBench accelerated(true);
+        EngineRig accelerated(true);
         QCOMPARE(log.lines, QStringList({QStringLiteral("info: DASH: Creating renderer..."),
                                          QStringLiteral("info: DASH: Renderer created")}));
         QCOMPARE(accelerated.script.made, 1);
@@ -84,7 +84,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, hasFile);
         QFETCH(bool, hasConsumer);
-        EngineBench bench;
+        EngineRig bench;
         FakeConsumer consumer;
         if (hasFile)
             bench.engine->setDashboardFile(Document);
@@ -104,7 +104,7 @@ private Q_SLOTS:
     void publishesTheNewestRecordsWhole()
     {
         for (const bool useMph : {false, true}) {
-            EngineBench bench(true, useMph);
+            EngineRig bench(true, useMph);
             FakeConsumer consumer;
             bench.engine->setDashboardFile(Document);
             bench.engine->addConsumer(&consumer);
@@ -131,7 +131,7 @@ private Q_SLOTS:
 
     void aPausedUpdateIsStoredButWakesNobody()
     {
-        EngineBench bench;
+        EngineRig bench;
         FakeConsumer consumer;
         bench.engine->setDashboardFile(Document);
         bench.engine->addConsumer(&consumer);
@@ -154,7 +154,7 @@ private Q_SLOTS:
 
     void namesAndTunesGoOutWithTheNextTickAndWakeNobody()
     {
-        EngineBench bench;
+        EngineRig bench;
         FakeConsumer consumer;
         const TuneValue value{QStringLiteral("Gain"), 1, 9, 5, true, false, true};
         bench.engine->setMotionProfileName(QStringLiteral("Rough road"));
@@ -193,7 +193,7 @@ private Q_SLOTS:
 
     void holdsNoLockWhileItPublishes()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         bench.script.duringPublish = [&bench] {
             bench.script.duringPublish = nullptr;
             fromAnotherThread([&bench] { bench.update(77); });
@@ -207,7 +207,7 @@ private Q_SLOTS:
 
     void registersConsumers()
     {
-        EngineBench bench;
+        EngineRig bench;
         FakeConsumer consumer;
         FakeConsumer stranger;
         bench.engine->addConsumer(nullptr);
@@ -235,7 +235,7 @@ private Q_SLOTS:
 
     void afterShutdownNothingMovesAnyMore()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         QVERIFY(bench.timer != nullptr);
         bench.ticks(51);
         bench.update();
@@ -255,7 +255,7 @@ private Q_SLOTS:
 
     void diesWithThingsStillQueued()
     {
-        EngineBench bench;
+        EngineRig bench;
         FakeConsumer consumer;
         bench.engine->addConsumer(&consumer);
         fromAnotherThread([&] {
@@ -272,7 +272,7 @@ private Q_SLOTS:
 
     void theTimerDiesBeforeTheRenderer()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         const QPointer<QTimer> timer(bench.timer);
         QVERIFY(timer != nullptr);
         bool outlived = true;

@@ -1,5 +1,5 @@
 #include "support/LogCapture.h"
-#include "support/RunningBench.h"
+#include "support/RunningEngineRig.h"
 
 #include <QtCore/QAbstractEventDispatcher>
 #include <QtTest/QtTest>
@@ -18,7 +18,7 @@ class SleepTest : public QObject
 private Q_SLOTS:
     void wakesOnTheFirstUpdateAndLoadsPublishesAndDeliversInOneTick()
     {
-        EngineBench bench;
+        EngineRig bench;
         FakeConsumer consumer(480, 272);
         bench.engine->addConsumer(&consumer);
         bench.engine->setDashboardFile(Document);
@@ -42,7 +42,7 @@ private Q_SLOTS:
 
     void theTimerStrikesTheTickAndASecondStartLeavesItAlone()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         QVERIFY(bench.timer != nullptr);
         QVERIFY(bench.timer->isActive());
         QVERIFY(!bench.timer->isSingleShot());
@@ -66,7 +66,7 @@ private Q_SLOTS:
     void fallsAsleepAtTheFiftyFirstTickWithoutNews()
     {
         QFETCH(bool, acceleration);
-        RunningBench bench(acceleration);
+        RunningEngineRig bench(acceleration);
         QVERIFY(bench.timer != nullptr);
         const std::size_t delivered = bench.consumer.deliveries.size();
         bench.ticks(50);
@@ -90,7 +90,7 @@ private Q_SLOTS:
 
     void aNewDocumentStartsTheIdleCountOverWithoutStartingTheTimer()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         QVERIFY(bench.timer != nullptr);
         bench.ticks(51);
         bench.engine->setDashboardFile(Document);
@@ -113,7 +113,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, reason);
         const LogCapture log;
-        RunningBench bench;
+        RunningEngineRig bench;
         QVERIFY(bench.timer != nullptr);
         bench.update();
         if (reason == QLatin1String("no document")) {
@@ -149,7 +149,7 @@ private Q_SLOTS:
 
     void withoutConsumersItPublishesWhatIsLeftAndRendersNothing()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         QVERIFY(bench.timer != nullptr);
         bench.engine->removeConsumer(&bench.consumer);
         bench.tick();
@@ -162,7 +162,7 @@ private Q_SLOTS:
 
     void asleepItHasNoTimerAndWakesNobody()
     {
-        RunningBench bench;
+        RunningEngineRig bench;
         QVERIFY(bench.timer != nullptr);
         bench.ticks(51);
         QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance();

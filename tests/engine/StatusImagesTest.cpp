@@ -1,4 +1,4 @@
-#include "support/EngineBench.h"
+#include "support/EngineRig.h"
 #include "support/FakeConsumer.h"
 #include "support/PaintedText.h"
 
@@ -27,7 +27,7 @@ public:
 /// What a consumer of this size gets from an engine without renderers.
 QImage messageImage(int width, int height)
 {
-    EngineBench bench(false);
+    EngineRig bench(false);
     FakeConsumer consumer(width, height);
     bench.engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
     bench.engine->addConsumer(&consumer);
@@ -53,7 +53,7 @@ private Q_SLOTS:
     {
         QFETCH(int, scale);
         for (const bool acceleration : {false, true}) {
-            EngineBench bench(acceleration);
+            EngineRig bench(acceleration);
             if (acceleration)
                 bench.engine->shutdown();
             const std::unique_ptr<QImage> image = bench.engine->createWaitingImage(scale);
@@ -74,7 +74,7 @@ private Q_SLOTS:
     void aScaleThatNoPictureFitsGivesAnEmptyOne()
     {
         QFETCH(int, scale);
-        EngineBench bench;
+        EngineRig bench;
         const std::unique_ptr<QImage> image = bench.engine->createWaitingImage(scale);
         QVERIFY(image != nullptr);
         QVERIFY(image->isNull());
@@ -113,7 +113,7 @@ private Q_SLOTS:
     {
         Shouter shouter;
         QCoreApplication::installTranslator(&shouter);
-        EngineBench bench(false);
+        EngineRig bench(false);
         QCOMPARE(*bench.engine->createWaitingImage(1),
                  paintedText(480, 272, Waiting.toUpper(), 25, 0x84));
         QCOMPARE(messageImage(480, 272), paintedText(480, 272, Message.toUpper(), 19, 0x1084));

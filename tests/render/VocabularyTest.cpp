@@ -1,4 +1,4 @@
-#include "PublisherBench.h"
+#include "PublisherRig.h"
 
 #include <QtTest/QtTest>
 

@@ -1,5 +1,5 @@
 #include "views/DashboardWindowVM.h"
-#include "support/EngineBench.h"
+#include "support/EngineRig.h"
 #include "support/FakeEngine.h"
 
 #include <QtQml/QQmlContext>
@@ -89,7 +89,7 @@ private Q_SLOTS:
 
     void theWaitingPictureStandsUntilAFrameOfTheRightSize()
     {
-        const EngineBench bench;
+        const EngineRig bench;
         bench.engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
         QQmlEngine qml;
         DashboardWindowVM model(bench.engine.get());
@@ -306,7 +306,7 @@ private Q_SLOTS:
     void theWindowMayGoWhileAFrameComes()
     {
         QFETCH(bool, closes);
-        const EngineBench bench;
+        const EngineRig bench;
         bench.engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
         QWindow window;
         window.resize(60, 40);
@@ -391,7 +391,7 @@ private Q_SLOTS:
     {
         enum Step { Show, Hide, Close, DestroyWindow, DestroyModel, DestroyQml };
         std::array<Step, 6> steps{Show, Hide, Close, DestroyWindow, DestroyModel, DestroyQml};
-        const EngineBench bench;
+        const EngineRig bench;
         bench.engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
         int orders = 0;
         do {

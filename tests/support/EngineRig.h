@@ -8,10 +8,10 @@
 #include <QtTest/QSignalSpy>
 
 /// An engine whose clock and renderers belong to the test and whose ticks the test strikes itself.
-class EngineBench
+class EngineRig
 {
 public:
-    explicit EngineBench(bool hardwareAcceleration = true, bool useMph = false)
+    explicit EngineRig(bool hardwareAcceleration = true, bool useMph = false)
         : engine(std::make_unique<DashboardEngine>(
               useMph, hardwareAcceleration,
               EngineSources{[this] { return now; },

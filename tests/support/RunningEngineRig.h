@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/EngineBench.h"
+#include "support/EngineRig.h"
 #include "support/FakeConsumer.h"
 
 #include <QtCore/QTimer>
@@ -26,11 +26,11 @@ public:
 };
 
 /// An engine with a document and a consumer, whose timer is known and runs. Nothing is pending.
-class RunningBench : public EngineBench
+class RunningEngineRig : public EngineRig
 {
 public:
-    explicit RunningBench(bool hardwareAcceleration = true)
-        : EngineBench(hardwareAcceleration)
+    explicit RunningEngineRig(bool hardwareAcceleration = true)
+        : EngineRig(hardwareAcceleration)
     {
         engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
         engine->addConsumer(&consumer);
