@@ -368,12 +368,8 @@ bool DashboardEngine::buildMessage(ConsumerSlot &slot, int width, int height, bo
     if (slot.messageShown && slot.pixels.size() == bytes)
         return false;
 
-    constexpr int FontShare = 25;
-    constexpr int SmallestFont = 10;
-    const QImage image =
-        makeTextImage(QSize(width, height), tr("Dashboard requires hardware acceleration"),
-                      {std::max(width / FontShare, SmallestFont),
-                       Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextWordWrap, upsideDown});
+    const QImage image = makeMessageImage(
+        QSize(width, height), tr("Dashboard requires hardware acceleration"), upsideDown);
     slot.pixels.resize(bytes);
     if (image.isNull())
         std::fill(slot.pixels.begin(), slot.pixels.end(), 0);

@@ -67,16 +67,15 @@ std::set<QString> DashboardRenderer::publishedFields()
 /// stands upright.
 bool DashboardRenderer::paintErrors(Frame &buffer, int width, int height) const
 {
-    constexpr int FontShare = 25;
-    if (offscreen.errors().isEmpty() || width <= FontShare)
+    if (offscreen.errors().isEmpty() || width <= WidthPerFontPixel)
         return false;
 
     QString text;
     for (QString error : offscreen.errors())
         text += error.remove(QStringLiteral("file:///")) + QLatin1Char('\n');
 
-    const QImage image =
-        makeTextImage(QSize(width, height), text, {width / FontShare, Qt::TextWordWrap, false});
+    const QImage image = makeTextImage(QSize(width, height), text,
+                                       {width / WidthPerFontPixel, Qt::TextWordWrap, false});
     if (image.isNull())
         return false;
     buffer.assign(image.constBits(), image.constBits() + image.sizeInBytes());

@@ -3,6 +3,8 @@
 #include <QtGui/QFont>
 #include <QtGui/QPainter>
 
+#include <algorithm>
+
 QImage makeTextImage(QSize size, const QString &text, const TextImageStyle &style)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
@@ -23,4 +25,12 @@ QImage makeTextImage(QSize size, const QString &text, const TextImageStyle &styl
     painter.setFont(font);
     painter.drawText(image.rect(), style.flags, text);
     return image;
+}
+
+QImage makeMessageImage(QSize size, const QString &message, bool upsideDown)
+{
+    constexpr int SmallestFont = 10;
+    return makeTextImage(size, message,
+                         {std::max(size.width() / WidthPerFontPixel, SmallestFont),
+                          Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextWordWrap, upsideDown});
 }

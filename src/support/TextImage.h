@@ -4,14 +4,21 @@
 
 class QString;
 
-/// How a text stands in its picture.
+/// Font and layout of a text in its picture.
 struct TextImageStyle
 {
     int pixelSize = 10;      ///< Font height in pixels.
     int flags = 0;           ///< Alignment and text flags of `QPainter::drawText`.
-    bool upsideDown = false; ///< Turns the text by 180 degrees about the picture's centre.
+    bool upsideDown = false; ///< Rotates the text by 180 degrees about the picture's centre.
 };
 
-/// White text on black in the painter's default font, in the frame's pixel format. Null when the
-/// size can't be had. Any thread on which a `QPainter` may work on a `QImage`.
+/// Width of a picture for each pixel of its font's height, where the font grows with the picture.
+inline constexpr int WidthPerFontPixel = 25;
+
+/// White text on black in the painter's default font, in the frame's pixel format. Null for an
+/// empty size and when memory runs out. Any thread on which a `QPainter` may paint a `QImage`.
 QImage makeTextImage(QSize size, const QString &text, const TextImageStyle &style);
+
+/// The picture of a message in place of a dashboard: centred and wrapped, in a font of 1/25 of the
+/// width, but at least 10 pixels high. Otherwise like `makeTextImage`.
+QImage makeMessageImage(QSize size, const QString &message, bool upsideDown = false);
