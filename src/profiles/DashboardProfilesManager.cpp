@@ -3,19 +3,33 @@
 #include "plugin/IDashboardEngine.h"
 #include "plugin/IRecentVehicleNameProvider.h"
 #include "profiles/DashboardFolders.h"
+#include "profiles/DashboardTransactions.h"
 #include "profiles/RecentProfile.h"
-#include "support/Logging.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
-#include <algorithm>
-#include <tuple>
+#include <utility>
 
 namespace {
 
 constexpr std::int64_t AssignmentPeriodMs = 8000;
+
+DashboardActionResult success()
+{
+    return {true, QString()};
+}
+
+DashboardActionResult failure(QString message)
+{
+    return {false, std::move(message)};
+}
+
+QString native(const QString &path)
+{
+    return QDir::toNativeSeparators(path);
+}
 
 } // namespace
 
@@ -27,54 +41,28 @@ DashboardProfilesManager::DashboardProfilesManager(IDashboardEngine *engine,
     , assignments(vehicleAssignmentsPath())
     , clock(counter)
 {
-    scanDashboards(builtInDashboardsPath(), true);
-    scanDashboards(userDashboardsPath(), false);
-    assignments.load(profiles);
-    // Of two with one name the user's own comes first, for a name means that one.
-    std::sort(profiles.begin(), profiles.end(), [](const auto &one, const auto &other) {
-        return std::tie(one.name, one.builtIn) < std::tie(other.name, other.builtIn);
-    });
+    profiles.scan(builtInDashboardsPath(), true);
+    profiles.scan(userDashboardsPath(), false);
+    assignments.load(profiles.all());
+    profiles.sort();
     ++revisionCount;
     activateFirstProfile();
 }
 
-void DashboardProfilesManager::scanDashboards(const QString &root, bool builtIn)
-{
-    const QFileInfoList entries =
-        QDir(root).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
-    for (const QFileInfo &entry : entries)
-        addProfile(entry.absoluteFilePath(), builtIn);
-}
-
-void DashboardProfilesManager::addProfile(const QString &directory, bool builtIn)
-{
-    if (!isDashboard(directory))
-        return;
-
-    DashboardProfile profile;
-    profile.id = nextId++;
-    profile.name = QFileInfo(directory).fileName();
-    profile.previewPath = previewPath(directory);
-    profile.builtIn = builtIn;
-    profile.qmlPath = documentPath(directory);
-    profile.directory = directory;
-    profiles.push_back(std::move(profile));
-}
-
 void DashboardProfilesManager::activateFirstProfile()
 {
-    if (profiles.empty())
+    if (profiles.all().empty())
         return;
     const DashboardProfile *first = nullptr;
     const QStringList names = recentProfileNames();
     for (const auto sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
         for (const QString &name : names) {
             if (first == nullptr)
-                first = findProfile(name, sensitivity);
+                first = profiles.find(name, sensitivity);
         }
     }
     if (first == nullptr)
-        first = &profiles.front();
+        first = &profiles.all().front();
     activeId = first->id;
     publishDashboard(first->qmlPath);
 }
@@ -92,27 +80,214 @@ DashboardProfileHeader::Id DashboardProfilesManager::activeProfileId() const
 std::vector<DashboardProfileHeader> DashboardProfilesManager::profileHeaders() const
 {
     const LockGuard guard(lock);
-    return {profiles.cbegin(), profiles.cend()};
+    return {profiles.all().cbegin(), profiles.all().cend()};
 }
 
 std::unique_ptr<DashboardProfileHeader> DashboardProfilesManager::profileHeader(Id id) const
 {
     const LockGuard guard(lock);
-    const DashboardProfile *const found = findProfile(id);
+    const DashboardProfile *const found = profiles.find(id);
     return found != nullptr ? std::make_unique<DashboardProfileHeader>(*found) : nullptr;
 }
 
 std::unique_ptr<DashboardProfile> DashboardProfilesManager::profile(Id id) const
 {
     const LockGuard guard(lock);
-    const DashboardProfile *const found = findProfile(id);
+    const DashboardProfile *const found = profiles.find(id);
     return found != nullptr ? std::make_unique<DashboardProfile>(*found) : nullptr;
 }
 
 bool DashboardProfilesManager::profileNameExists(const QString &name) const
 {
     const LockGuard guard(lock);
-    return findProfile(name, Qt::CaseInsensitive) != nullptr;
+    return profiles.find(name, Qt::CaseInsensitive) != nullptr;
+}
+
+DashboardActionResult DashboardProfilesManager::performAction(Id id, int action,
+                                                              const QVariant &parameter)
+{
+    switch (action) {
+    case DashboardProfileAction::Activate:
+        return activateProfile(id);
+    case DashboardProfileAction::Copy:
+        return copyProfile(id, parameter.toString());
+    case DashboardProfileAction::Rename:
+        return renameProfile(id, parameter.toString());
+    case DashboardProfileAction::Remove:
+        return removeProfile(id);
+    default:
+        return failure(tr("Unsupported action: %1").arg(action));
+    }
+}
+
+DashboardActionResult DashboardProfilesManager::activateProfile(Id id)
+{
+    std::set<Id> changed;
+    {
+        const LockGuard guard(lock);
+        if (id == activeId)
+            return success();
+        const DashboardProfile *const profile = profiles.find(id);
+        if (profile == nullptr)
+            return failure(tr("Profile not found"));
+        setRecentProfileName(profile->name);
+        activeId.exchange(id);
+        publishDashboard(profile->qmlPath);
+        lastActivationMs = clock.elapsedMs();
+        changed = profiles.assignVehicle(activeId, vehicleProvider->recentVehicleName());
+        saveAssignments(changed);
+    }
+    Q_EMIT newProfileActivated(id);
+    for (const Id modified : changed)
+        Q_EMIT profileModified(modified);
+    return success();
+}
+
+DashboardActionResult DashboardProfilesManager::copyProfile(Id id, const QString &newName)
+{
+    if (newName.isEmpty())
+        return failure(tr("Name cannot be empty"));
+    if (!isValidProfileName(newName))
+        return failure(tr("Name is not correct"));
+
+    QString source;
+    {
+        const LockGuard guard(lock);
+        const DashboardProfile *const profile = profiles.find(id);
+        if (profile != nullptr) {
+            source = profile->directory;
+            assignments.forget(newName, profiles.all());
+        }
+    }
+    const QString root = userDashboardsPath();
+    const QString target = root + QLatin1Char('/') + newName;
+    switch (DashboardTransactions(root).copy(source, newName)) {
+    case DashboardTransactions::Copied::Done:
+        break;
+    case DashboardTransactions::Copied::Taken:
+        return failure(tr("Dashboard with given name already exists"));
+    case DashboardTransactions::Copied::NotCreated:
+        return failure(tr("Failed to create '%1'").arg(native(target)));
+    case DashboardTransactions::Copied::NoSource:
+        return failure(tr("Dashboard does not exist"));
+    case DashboardTransactions::Copied::NotCopied:
+        return failure(tr("Failed to copy '%1' to '%2'").arg(native(source), native(target)));
+    case DashboardTransactions::Copied::NotValid:
+        return failure(tr("'%1' is not a valid dashboard").arg(newName));
+    }
+    {
+        const LockGuard guard(lock);
+        profiles.add(target, false);
+        ++revisionCount;
+    }
+    Q_EMIT profileListChanged();
+    return success();
+}
+
+DashboardActionResult DashboardProfilesManager::renameProfile(Id id, const QString &newName)
+{
+    if (newName.isEmpty())
+        return failure(tr("Name cannot be empty"));
+    if (!isValidProfileName(newName))
+        return failure(tr("Name is not correct"));
+    {
+        const LockGuard guard(lock);
+        DashboardProfile *const profile = profiles.find(id);
+        if (profile == nullptr)
+            return failure(tr("Dashboard does not exist"));
+        if (profile->builtIn)
+            return failure(tr("Built-in profile cannot be renamed"));
+        assignments.takeOver(profiles.all());
+        assignments.forget(newName, profiles.all());
+        QDir dir(profile->directory);
+        const DashboardTransactions disk(QFileInfo(profile->directory).path());
+        const QString failed =
+            tr("Failed to rename '%1' to '%2'").arg(native(profile->directory), newName);
+        if (!disk.canRename(profile->directory, newName) || !saveBothNames(*profile, newName))
+            return failure(failed);
+        if (!disk.rename(dir, newName)) {
+            saveOldName(*profile);
+            return failure(failed);
+        }
+        // What others have saved meanwhile is under the old name.
+        assignments.takeOver(profiles.all());
+        profile->directory = dir.absolutePath();
+        profile->qmlPath = documentPath(profile->directory);
+        profile->previewPath = previewPath(profile->directory);
+        profile->name = newName;
+        if (id == activeId) {
+            publishDashboard(profile->qmlPath);
+            setRecentProfileName(newName);
+        }
+        ++revisionCount;
+        assignments.save(profiles.all());
+    }
+    Q_EMIT profileListChanged();
+    Q_EMIT profileModified(id);
+    return success();
+}
+
+bool DashboardProfilesManager::saveBothNames(const DashboardProfile &profile,
+                                             const QString &newName)
+{
+    if (!profile.vehicles.isEmpty()) {
+        std::vector<DashboardProfile> both = profiles.all();
+        both.push_back(profile);
+        both.back().name = newName;
+        if (!assignments.save(both))
+            return false;
+    }
+    if (profile.id == activeId)
+        setRecentProfileNames(profile.name, newName);
+    return true;
+}
+
+void DashboardProfilesManager::saveOldName(const DashboardProfile &profile)
+{
+    if (!profile.vehicles.isEmpty())
+        assignments.save(profiles.all());
+    if (profile.id == activeId)
+        setRecentProfileName(profile.name);
+}
+
+DashboardActionResult DashboardProfilesManager::removeProfile(Id id)
+{
+    bool wasActive = false;
+    {
+        const LockGuard guard(lock);
+        const DashboardProfile *const profile = profiles.find(id);
+        if (profile == nullptr)
+            return failure(tr("Dashboard does not exist"));
+        if (profile->builtIn)
+            return failure(tr("Built-in profile cannot be removed"));
+        const DashboardTransactions disk(QFileInfo(profile->directory).path());
+        if (!disk.remove(profile->directory))
+            return failure(tr("Failed to remove '%1'").arg(native(profile->directory)));
+        profiles.remove(id);
+        ++revisionCount;
+        wasActive = id == activeId;
+        if (wasActive)
+            replaceActiveProfile();
+    }
+    Q_EMIT profileListChanged();
+    Q_EMIT profileModified(id);
+    if (wasActive)
+        Q_EMIT newProfileActivated(activeId);
+    return success();
+}
+
+void DashboardProfilesManager::replaceActiveProfile()
+{
+    if (profiles.all().empty()) {
+        activeId.exchange(DashboardProfileHeader::NoId);
+        engine->setDashboardFile(QString());
+        clearRecentProfileName();
+        return;
+    }
+    const DashboardProfile &first = profiles.all().front();
+    activeId.exchange(first.id);
+    publishDashboard(first.qmlPath);
+    setRecentProfileName(first.name);
 }
 
 void DashboardProfilesManager::activateRecentProfileForVehicle(QString vehicleName)
@@ -124,20 +299,21 @@ void DashboardProfilesManager::activateRecentProfileForVehicle(QString vehicleNa
     std::set<Id> changed;
     {
         const LockGuard guard(lock);
-        const DashboardProfile *const active = findProfile(activeId);
+        const DashboardProfile *const active = profiles.find(activeId);
         if (active != nullptr && active->vehicles.contains(vehicleName))
             return;
 
         const bool staysHere = active != nullptr && isAssignmentPeriodOpen();
-        const DashboardProfile *const home = staysHere ? nullptr : findProfileOf(vehicleName);
+        const DashboardProfile *const home =
+            staysHere ? nullptr : profiles.findByVehicle(vehicleName);
         if (home != nullptr) {
             activeId.exchange(home->id);
             publishDashboard(home->qmlPath);
             setRecentProfileName(home->name);
         } else {
-            changed = assignVehicle(activeId, vehicleName);
+            changed = profiles.assignVehicle(activeId, vehicleName);
         }
-        keepAssignments(changed);
+        saveAssignments(changed);
         after = activeId;
     }
     if (after != before)
@@ -146,71 +322,17 @@ void DashboardProfilesManager::activateRecentProfileForVehicle(QString vehicleNa
         Q_EMIT profileModified(id);
 }
 
-std::set<DashboardProfileHeader::Id>
-DashboardProfilesManager::assignVehicle(Id id, const QString &vehicleName)
-{
-    std::set<Id> changed;
-    if (vehicleName.isEmpty())
-        return changed;
-    for (DashboardProfile &profile : profiles) {
-        if (profile.id == id) {
-            if (profile.vehicles.contains(vehicleName))
-                continue;
-            logInfo(QStringLiteral("Dashboard: Assigned vehicle %1 to %2")
-                        .arg(vehicleName, profile.name));
-            profile.vehicles.insert(vehicleName);
-            changed.insert(profile.id);
-        } else if (profile.vehicles.remove(vehicleName)) {
-            logInfo(QStringLiteral("Dashboard: Detached vehicle %1 from %2")
-                        .arg(vehicleName, profile.name));
-            changed.insert(profile.id);
-        }
-    }
-    return changed;
-}
-
-void DashboardProfilesManager::keepAssignments(const std::set<Id> &changed)
+void DashboardProfilesManager::saveAssignments(const std::set<Id> &changed)
 {
     if (changed.empty())
         return;
     ++revisionCount;
-    assignments.save(profiles);
+    assignments.save(profiles.all());
 }
 
 bool DashboardProfilesManager::isAssignmentPeriodOpen() const
 {
     return lastActivationMs != 0 && clock.elapsedMs() - lastActivationMs < AssignmentPeriodMs;
-}
-
-const DashboardProfile *DashboardProfilesManager::findProfile(Id id) const
-{
-    const auto found = std::find_if(profiles.cbegin(), profiles.cend(),
-                                    [&](const auto &profile) { return profile.id == id; });
-    return found != profiles.cend() ? &*found : nullptr;
-}
-
-DashboardProfile *DashboardProfilesManager::findProfile(Id id)
-{
-    const auto found = std::find_if(profiles.begin(), profiles.end(),
-                                    [&](const auto &profile) { return profile.id == id; });
-    return found != profiles.end() ? &*found : nullptr;
-}
-
-const DashboardProfile *DashboardProfilesManager::findProfile(const QString &name,
-                                                              Qt::CaseSensitivity sensitivity) const
-{
-    const auto found = std::find_if(profiles.cbegin(), profiles.cend(), [&](const auto &profile) {
-        return profile.name.compare(name, sensitivity) == 0;
-    });
-    return found != profiles.cend() ? &*found : nullptr;
-}
-
-const DashboardProfile *DashboardProfilesManager::findProfileOf(const QString &vehicleName) const
-{
-    const auto found = std::find_if(profiles.cbegin(), profiles.cend(), [&](const auto &profile) {
-        return profile.vehicles.contains(vehicleName);
-    });
-    return found != profiles.cend() ? &*found : nullptr;
 }
 
 void DashboardProfilesManager::publishDashboard(const QString &path)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plugin/DashboardAbstractProfilesManager.h"
+#include "profiles/ProfileList.h"
 #include "profiles/VehicleAssignments.h"
 #include "support/Lock.h"
 #include "support/Stopwatch.h"
@@ -12,18 +13,19 @@
 class IDashboardEngine;
 class IRecentVehicleNameProvider;
 
-/// The store of dashboards. Reads them from disk once, at construction; what changes there from
-/// outside shows at the next start.
+/// The store: it lists the dashboards, keeps one of them active and gives each vehicle its own.
+/// Reads the disk once, at construction; a later change from outside shows at the next start.
 ///
-/// The lock is held while the engine, the vehicle provider and the files of settings and vehicles
-/// are used, and never while a signal is emitted.
+/// Any thread, once constructed. Holds its lock while it calls the engine and the vehicle provider
+/// or writes settings and vehicles, but neither while it copies a dashboard nor while it emits a
+/// signal.
 class DashboardProfilesManager final : public DashboardAbstractProfilesManager
 {
     Q_OBJECT
 
 public:
-    /// Both services are borrowed and not null; `counter` times the period in which vehicles join
-    /// a profile that was just activated. Sends the active document to `engine`, if there is any.
+    /// Borrows all three, which must outlive the store. `counter` times how long after an
+    /// activation a vehicle joins the active profile. Sends the active document to `engine`.
     DashboardProfilesManager(IDashboardEngine *engine, IRecentVehicleNameProvider *vehicleProvider,
                              const platform::Counter &counter = platform::systemCounter());
 
@@ -41,8 +43,6 @@ public:
 private:
     using Id = DashboardProfileHeader::Id;
 
-    void scanDashboards(const QString &root, bool builtIn);
-    void addProfile(const QString &directory, bool builtIn);
     void activateFirstProfile();
 
     DashboardActionResult activateProfile(Id id);
@@ -50,29 +50,25 @@ private:
     DashboardActionResult renameProfile(Id id, const QString &newName);
     DashboardActionResult removeProfile(Id id);
 
-    // From here on the lock is held by whoever calls.
-    const DashboardProfile *findProfile(Id id) const;
-    DashboardProfile *findProfile(Id id);
-    const DashboardProfile *findProfile(const QString &name, Qt::CaseSensitivity sensitivity) const;
-    const DashboardProfile *findProfileOf(const QString &vehicleName) const;
-    std::set<Id> assignVehicle(Id id, const QString &vehicleName);
-    void keepAssignments(const std::set<Id> &changed);
+    // From here on the caller holds the lock.
     bool isAssignmentPeriodOpen() const;
     void publishDashboard(const QString &path);
     void replaceActiveProfile();
 
-    /// Notes the new name beside the old one, so that nothing is lost with a process that is killed
-    /// before or after the rename. False where that can't be kept.
-    bool keepBothNames(const DashboardProfile &profile, const QString &newName);
-    void keepOldName(const DashboardProfile &profile);
+    /// Counts a revision and saves, if there are any changes.
+    void saveAssignments(const std::set<Id> &changed);
+
+    /// Notes the new name beside the old one, so that a process killed before or after the rename
+    /// loses nothing. False if that can't be saved.
+    bool saveBothNames(const DashboardProfile &profile, const QString &newName);
+    void saveOldName(const DashboardProfile &profile);
 
     IDashboardEngine *engine;
     IRecentVehicleNameProvider *vehicleProvider;
     mutable Lock lock;
-    std::vector<DashboardProfile> profiles;
+    ProfileList profiles;
     VehicleAssignments assignments;
     std::atomic<Id> activeId = DashboardProfileHeader::NoId;
-    std::atomic<std::int32_t> nextId = 0;
     std::atomic<std::int32_t> revisionCount = 0;
     Stopwatch clock;
     std::int64_t lastActivationMs = 0; ///< By `clock`; 0 before the first activation.
