@@ -1,8 +1,8 @@
 // How quickly the gallery opens with many dashboards, and how evenly it scrolls through them.
 
 #include "DashboardAbstractProfilesManager.h"
-#include "GaugeLibrary.h"
 #include "profiles/FindProfile.h"
+#include "session/GaugeLibrary.h"
 #include "support/TemporaryHome.h"
 #include "support/TestFiles.h"
 #include "telemetry/TelemetryFeeder.h"

@@ -1,8 +1,6 @@
 #include "Program.h"
 
-#include "GaugeLibrary.h"
 #include "IDashboardEngine.h"
-#include "Session.h"
 #include "commands/FramesCommand.h"
 #include "commands/LintCommand.h"
 #include "commands/PreviewCommand.h"
@@ -10,6 +8,8 @@
 #include "commands/RecordCommand.h"
 #include "options/Options.h"
 #include "profiles/FindProfile.h"
+#include "session/GaugeLibrary.h"
+#include "session/Session.h"
 #include "system/MessageLog.h"
 #include "system/Terminal.h"
 #include "telemetry/VehicleNames.h"

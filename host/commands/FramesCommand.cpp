@@ -1,7 +1,7 @@
 #include "FramesCommand.h"
 
 #include "FrameWriter.h"
-#include "Session.h"
+#include "session/Session.h"
 #include "system/MessageLog.h"
 #include "system/ProgressBar.h"
 #include "system/Terminal.h"

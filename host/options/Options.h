@@ -1,11 +1,11 @@
 #pragma once
 
-#include "SessionOptions.h"
 #include "commands/FramesCommand.h"
 #include "commands/LintCommand.h"
 #include "commands/PreviewCommand.h"
 #include "commands/ProfileCommand.h"
 #include "commands/RecordCommand.h"
+#include "session/SessionOptions.h"
 #include "ui/WindowSession.h"
 
 #include <QtCore/QString>

@@ -1,7 +1,7 @@
 #include "SettingsWindow.h"
 
 #include "DashboardAbstractProfilesManager.h"
-#include "options/HostSettings.h"
+#include "settings/HostSettings.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QUrl>

@@ -1,5 +1,5 @@
 #include "GalleryBench.h"
-#include "options/Translations.h"
+#include "settings/Translations.h"
 #include "support/SystemLimits.h"
 
 #include <QtCore/QDir>

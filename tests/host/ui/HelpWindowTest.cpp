@@ -1,6 +1,6 @@
 #include "ui/HelpWindow.h"
 
-#include "options/Translations.h"
+#include "settings/Translations.h"
 #include "support/TemporaryHome.h"
 #include "ui/Navigation.h"
 

@@ -1,8 +1,8 @@
 #include "ui/SettingsWindow.h"
 
 #include "DashboardAbstractProfilesManager.h"
-#include "options/HostSettings.h"
-#include "options/Translations.h"
+#include "settings/HostSettings.h"
+#include "settings/Translations.h"
 #include "support/LogCapture.h"
 #include "support/TemporaryHome.h"
 #include "ui/Navigation.h"

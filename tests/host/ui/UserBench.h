@@ -1,7 +1,7 @@
 #pragma once
 
-#include "GaugeLibrary.h"
 #include "TelemetryRecords.h"
+#include "session/GaugeLibrary.h"
 #include "support/TemporaryHome.h"
 #include "telemetry/VehicleNames.h"
 #include "ui/HostWindow.h"

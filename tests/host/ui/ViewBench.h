@@ -1,6 +1,6 @@
 #pragma once
 
-#include "GaugeLibrary.h"
+#include "session/GaugeLibrary.h"
 #include "support/TemporaryHome.h"
 #include "ui/Navigation.h"
 #include "ui/ViewWindow.h"

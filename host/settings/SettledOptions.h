@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SessionOptions.h"
+#include "session/SessionOptions.h"
 
 class HostSettings;
 

@@ -1,4 +1,4 @@
-#include "options/Translations.h"
+#include "settings/Translations.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtTest/QtTest>

@@ -1,5 +1,5 @@
-#include "options/HostSettings.h"
-#include "options/SettledOptions.h"
+#include "settings/HostSettings.h"
+#include "settings/SettledOptions.h"
 #include "support/SystemLimits.h"
 #include "support/TemporaryHome.h"
 
