@@ -1,24 +1,38 @@
 #include "Session.h"
 
 #include "GaugeLibrary.h"
+#include "INavigationService.h"
 #include "profiles/FindProfile.h"
 #include "profiles/VehicleReport.h"
 #include "telemetry/TelemetrySource.h"
 
 #include <utility>
 
-Session::Session(SessionOptions options, const GaugeLibrary &library)
+namespace {
+
+/// For runs without windows.
+class NoNavigation final : public INavigationService
+{
+public:
+    void showView(void *, const QString &, const QVariant &) override {}
+    void registerView(const QString &, const QString &, const ViewModelFactory &) override {}
+};
+
+} // namespace
+
+Session::Session(SessionOptions options, const GaugeLibrary &library,
+                 INavigationService *navigation)
     : engine(library.createEngine(options.useMph.value_or(false), options.hardwareAcceleration))
     , store(library.createProfiles(*engine, vehicles))
     , options(std::move(options))
 {
-    library.init(navigation, *engine);
+    static NoNavigation noNavigation;
+    library.init(navigation != nullptr ? *navigation : noNavigation, *engine);
 }
 
 Session::~Session()
 {
     feeder.reset();
-    navigation.closeViews();
     store.reset();
     engine->shutdown();
 }

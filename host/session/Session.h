@@ -6,22 +6,24 @@
 #include "telemetry/TelemetryFeeder.h"
 #include "telemetry/TelemetryMonitor.h"
 #include "telemetry/VehicleNames.h"
-#include "ui/Navigation.h"
 
 #include <QtCore/QStringList>
 
 #include <memory>
 
 class GaugeLibrary;
+class INavigationService;
 
-/// An engine of the library with all that it needs to live: store, views, telemetry. GUI thread.
+/// An engine of the library with its store and its telemetry. GUI thread.
 class Session
 {
 public:
-    /// `library` is borrowed.
-    Session(SessionOptions options, const GaugeLibrary &library);
+    /// Registers the library's views with `navigation`; without one none can be shown. Both are
+    /// borrowed. Views must be closed before the session ends.
+    Session(SessionOptions options, const GaugeLibrary &library,
+            INavigationService *navigation = nullptr);
 
-    /// Ends from the outside in: telemetry, views, store, engine.
+    /// Ends telemetry first, then the store, then the engine.
     ~Session();
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
@@ -40,7 +42,6 @@ public:
 
     VehicleNames vehicles;
     TelemetryMonitor monitor;
-    Navigation navigation;
     const std::unique_ptr<IDashboardEngine> engine;
     std::unique_ptr<DashboardAbstractProfilesManager> store;
 

@@ -2,6 +2,7 @@
 
 #include "GalleryWindow.h"
 #include "MessageWindow.h"
+#include "Navigation.h"
 #include "ToolWindows.h"
 #include "ViewWindow.h"
 #include "profiles/FindProfile.h"
@@ -37,6 +38,7 @@ public:
     /// All but `options` are borrowed.
     WindowSession(const WindowRequest &request, SessionOptions options, const GaugeLibrary &library,
                   HostSettings &settings, const MessageLog &log);
+    ~WindowSession() override { navigation.closeViews(); }
 
     /// Shows what the options ask for. False if there is nothing to show.
     bool start();
@@ -55,6 +57,7 @@ private:
     const WindowRequest &request;
     const SessionOptions options;
     HostSettings &settings;
+    Navigation navigation;
     Session session;
     ToolWindows tools;
     MessageWindow message;
@@ -67,16 +70,16 @@ WindowSession::WindowSession(const WindowRequest &request, SessionOptions option
     : request(request)
     , options(std::move(options))
     , settings(settings)
-    , session(this->options, library)
-    , tools(settings, *session.store, session.navigation)
-    , message(session.navigation)
+    , session(this->options, library, &navigation)
+    , tools(settings, *session.store, navigation)
+    , message(navigation)
 {
     settings.sessionStarted();
     connect(&tools, &ToolWindows::restartRequested, this,
             [] { QCoreApplication::exit(RestartCode); });
     connect(&tools, &ToolWindows::failed, &message, &MessageWindow::tell);
-    connect(&session.navigation, &Navigation::failed, &message, &MessageWindow::tell);
-    connect(&log, &MessageLog::documentSaid, &session.navigation, &Navigation::tellViews,
+    connect(&navigation, &Navigation::failed, &message, &MessageWindow::tell);
+    connect(&log, &MessageLog::documentSaid, &navigation, &Navigation::tellViews,
             Qt::QueuedConnection);
 }
 
@@ -107,15 +110,15 @@ void WindowSession::resume(const QVariantMap &views)
     session.chooseDashboard();
     show();
     for (auto view = views.begin(); view != views.end(); ++view)
-        session.navigation.showView(view.key(), view.value());
+        navigation.showView(view.key(), view.value());
 }
 
 QVariantMap WindowSession::openViews() const
 {
     QVariantMap views;
-    const QStringList names = session.navigation.openViews();
+    const QStringList names = navigation.openViews();
     for (const QString &name : names)
-        views.insert(name, session.navigation.window(name)->argument());
+        views.insert(name, navigation.window(name)->argument());
     return views;
 }
 
@@ -136,7 +139,7 @@ void WindowSession::show()
 {
     if (request.view.isEmpty()) {
         gallery =
-            std::make_unique<GalleryWindow>(session.navigation, *session.engine, *session.store,
+            std::make_unique<GalleryWindow>(navigation, *session.engine, *session.store,
                                             session.vehicles, session.monitor, telemetryTitle());
         connect(&settings, &HostSettings::languageChanged, gallery.get(),
                 [this] { gallery->setTelemetrySource(telemetryTitle()); });
@@ -145,8 +148,8 @@ void WindowSession::show()
         const QString path = request.path;
         const QVariant argument =
             path.isEmpty() ? QVariant() : QVariant(QDir::current().absoluteFilePath(path));
-        session.navigation.showView(request.view, argument);
-        HostWindow *window = session.navigation.window(request.view);
+        navigation.showView(request.view, argument);
+        HostWindow *window = navigation.window(request.view);
         if (window != nullptr && request.size) {
             QRect place(QPoint(), *request.size);
             place.moveCenter(window->geometry().center());
