@@ -14,7 +14,7 @@
 #include "system/Terminal.h"
 #include "telemetry/VehicleNames.h"
 #include "telemetry/feeds/UdpListener.h"
-#include "ui/WindowSession.h"
+#include "ui/RunWindows.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>

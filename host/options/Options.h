@@ -6,7 +6,7 @@
 #include "commands/ProfileCommand.h"
 #include "commands/RecordCommand.h"
 #include "session/SessionOptions.h"
-#include "ui/WindowSession.h"
+#include "ui/WindowRequest.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>

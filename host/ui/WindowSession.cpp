@@ -1,68 +1,23 @@
 #include "WindowSession.h"
 
 #include "GalleryWindow.h"
-#include "MessageWindow.h"
-#include "Navigation.h"
-#include "ToolWindows.h"
 #include "ViewWindow.h"
+#include "WindowRequest.h"
 #include "profiles/FindProfile.h"
 #include "profiles/VehicleReport.h"
-#include "session/Session.h"
 #include "settings/HostSettings.h"
-#include "settings/SettledOptions.h"
-#include "settings/Translations.h"
 #include "system/MessageLog.h"
 #include "system/Terminal.h"
-#include "system/Termination.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QTimer>
-#include <QtCore/QVariant>
 #include <QtGui/QGuiApplication>
 
 #include <chrono>
-#include <memory>
 #include <utility>
 
 using namespace std::chrono_literals;
-
-namespace {
-
-constexpr int RestartCode = 64; ///< Of the event loop, never of the program.
-
-/// Windows around one engine.
-class WindowSession final : public QObject
-{
-public:
-    /// All but `options` are borrowed.
-    WindowSession(const WindowRequest &request, SessionOptions options, const GaugeLibrary &library,
-                  HostSettings &settings, const MessageLog &log);
-    ~WindowSession() override { navigation.closeViews(); }
-
-    /// Shows what the options ask for. False if there is nothing to show.
-    bool start();
-
-    /// Shows what they ask for, and the views that were open before.
-    void resume(const QVariantMap &views);
-
-    /// The views on screen: their arguments by their names.
-    QVariantMap openViews() const;
-
-private:
-    bool activateStartupDashboard();
-    void show();
-    QString telemetryTitle() const;
-
-    const WindowRequest &request;
-    const SessionOptions options;
-    HostSettings &settings;
-    Navigation navigation;
-    Session session;
-    ToolWindows tools;
-    MessageWindow message;
-    std::unique_ptr<GalleryWindow> gallery;
-};
 
 WindowSession::WindowSession(const WindowRequest &request, SessionOptions options,
                              const GaugeLibrary &library, HostSettings &settings,
@@ -81,6 +36,11 @@ WindowSession::WindowSession(const WindowRequest &request, SessionOptions option
     connect(&navigation, &Navigation::failed, &message, &MessageWindow::tell);
     connect(&log, &MessageLog::documentSaid, &navigation, &Navigation::tellViews,
             Qt::QueuedConnection);
+}
+
+WindowSession::~WindowSession()
+{
+    navigation.closeViews();
 }
 
 bool WindowSession::start()
@@ -122,7 +82,7 @@ QVariantMap WindowSession::openViews() const
     return views;
 }
 
-/// False if there is none in the settings, or if it is active already.
+/// Returns false if the settings name none, or if it is active already.
 bool WindowSession::activateStartupDashboard()
 {
     QStringList names;
@@ -170,43 +130,4 @@ QString WindowSession::telemetryTitle() const
     if (options.telemetry.isFile())
         return QFileInfo(options.telemetry.source).fileName();
     return settings.titleOf(options.telemetry.source);
-}
-
-/// In the order in which the settings offer them.
-std::vector<TelemetrySourceChoice> telemetryChoices()
-{
-    return {
-        {QStringLiteral("demo"), QT_TRANSLATE_NOOP("TelemetrySources", "Demo lap")},
-        {QStringLiteral("auto"), QT_TRANSLATE_NOOP("TelemetrySources", "Any game that sends")},
-        {QStringLiteral("outgauge"), QT_TRANSLATE_NOOP("TelemetrySources", "OutGauge")},
-        {QStringLiteral("data-out"), QT_TRANSLATE_NOOP("TelemetrySources", "Data Out")},
-        {QStringLiteral("ego"), QT_TRANSLATE_NOOP("TelemetrySources", "EGO extradata")},
-    };
-}
-
-} // namespace
-
-int runWindows(const WindowRequest &request, const SessionOptions &options,
-               const GaugeLibrary &library, const MessageLog &log)
-{
-    const Termination termination;
-    Translations translations;
-    HostSettings settings(telemetryChoices());
-    translations.use(settings.language());
-    QObject::connect(&settings, &HostSettings::languageChanged, &settings,
-                     [&] { translations.use(settings.language()); });
-
-    SettledOptions settled(options, settings);
-    auto windows = std::make_unique<WindowSession>(request, settled.take(), library, settings, log);
-    if (!windows->start())
-        return 1;
-    int code = QGuiApplication::exec();
-    while (code == RestartCode && !Termination::requested()) {
-        const QVariantMap views = windows->openViews();
-        windows.reset();
-        windows = std::make_unique<WindowSession>(request, settled.take(), library, settings, log);
-        windows->resume(views);
-        code = QGuiApplication::exec();
-    }
-    return code;
 }
