@@ -4,7 +4,7 @@
 <context>
     <name>CodeEditor</name>
     <message>
-        <source>There is no file &apos;%1&apos; to edit.</source>
+        <source>The file &apos;%1&apos; does not exist.</source>
         <translation>Es gibt keine Datei „%1“ zum Bearbeiten.</translation>
     </message>
     <message>
@@ -235,11 +235,11 @@
 <context>
     <name>DocumentMessages</name>
     <message>
-        <source>Message of the dashboard: %1</source>
+        <source>Dashboard message: %1</source>
         <translation>Meldung des Dashboards: %1</translation>
     </message>
     <message>
-        <source>Show all messages of this dashboard</source>
+        <source>Show all messages from this dashboard</source>
         <translation>Alle Meldungen dieses Dashboards zeigen</translation>
     </message>
 </context>
@@ -250,7 +250,7 @@
         <translation>Nach oben</translation>
     </message>
     <message>
-        <source>Go to the folder above (Backspace)</source>
+        <source>Parent folder (Backspace)</source>
         <translation>In den übergeordneten Ordner (Rücktaste)</translation>
     </message>
     <message>
@@ -258,7 +258,7 @@
         <translation>Pfad</translation>
     </message>
     <message>
-        <source>Nothing to choose here</source>
+        <source>No matching files here</source>
         <translation>Hier gibt es nichts auszuwählen</translation>
     </message>
     <message>
@@ -282,7 +282,7 @@
         <translation>Benutzerordner</translation>
     </message>
     <message>
-        <source>There is no file “%1”.</source>
+        <source>The file “%1” does not exist.</source>
         <translation>Es gibt keine Datei „%1“.</translation>
     </message>
 </context>
@@ -301,7 +301,7 @@
         <translation>Das hat nicht geklappt</translation>
     </message>
     <message>
-        <source>It came with the program. Make a copy to change it.</source>
+        <source>Built-in dashboards can&apos;t be changed. Make a copy to change it.</source>
         <translation>Es gehört zum Programm. Eine Kopie davon lässt sich ändern.</translation>
     </message>
     <message>
@@ -320,15 +320,15 @@
 <context>
     <name>GalleryHeader</name>
     <message>
-        <source>Live picture of %1. Opens the dashboard&apos;s window.</source>
+        <source>Live picture of %1. Opens the dashboard window.</source>
         <translation>Live-Bild von %1. Öffnet das Fenster des Dashboards.</translation>
     </message>
     <message>
-        <source>No dashboard is on</source>
+        <source>No active dashboard</source>
         <translation>Kein Dashboard ist aktiv</translation>
     </message>
     <message>
-        <source>Open the dashboard&apos;s window</source>
+        <source>Open the dashboard window</source>
         <translation>Fenster des Dashboards öffnen</translation>
     </message>
     <message>
@@ -352,7 +352,7 @@
         <translation>Eigenes</translation>
     </message>
     <message>
-        <source>goes with no vehicle yet</source>
+        <source>no vehicles assigned yet</source>
         <translation>noch keinem Fahrzeug zugeordnet</translation>
     </message>
     <message>
@@ -368,7 +368,7 @@
         <translation>Fenster öffnen</translation>
     </message>
     <message>
-        <source>Show the dashboard in a window of its own</source>
+        <source>Show the dashboard in its own window</source>
         <translation>Das Dashboard in einem eigenen Fenster zeigen</translation>
     </message>
     <message>
@@ -388,7 +388,7 @@
         <translation>Fahrzeuge</translation>
     </message>
     <message>
-        <source>Show the vehicles that this dashboard goes with</source>
+        <source>Show the vehicles assigned to this dashboard</source>
         <translation>Die Fahrzeuge zeigen, denen dieses Dashboard zugeordnet ist</translation>
     </message>
     <message>
@@ -450,14 +450,14 @@
         <translation>Neu aus Vorlage</translation>
     </message>
     <message>
-        <source>Make a dashboard of your own from the template (Ctrl+N)</source>
+        <source>Create your own dashboard from the template (Ctrl+N)</source>
         <translation>Aus der Vorlage ein eigenes Dashboard machen (Strg+N)</translation>
     </message>
 </context>
 <context>
     <name>HelpPage</name>
     <message>
-        <source>There is no help about this.</source>
+        <source>There is no help on this topic.</source>
         <translation>Dazu gibt es keine Hilfe.</translation>
     </message>
 </context>
@@ -468,7 +468,7 @@
         <translation>Suchen (Strg+F)</translation>
     </message>
     <message>
-        <source>Find in the page</source>
+        <source>Find on this page</source>
         <translation>Auf der Seite suchen</translation>
     </message>
     <message>
@@ -540,7 +540,7 @@
 <context>
     <name>NameDialog</name>
     <message>
-        <source>This dashboard is no longer there.</source>
+        <source>This dashboard no longer exists.</source>
         <translation>Dieses Dashboard gibt es nicht mehr.</translation>
     </message>
     <message>
@@ -568,11 +568,11 @@
         <translation>Kopieren</translation>
     </message>
     <message>
-        <source>A new dashboard of your own, made from the template.</source>
+        <source>Your own dashboard, created from the template.</source>
         <translation>Ein neues, eigenes Dashboard nach der Vorlage.</translation>
     </message>
     <message>
-        <source>Built-in dashboards stay as they came. Your changes go into a copy.</source>
+        <source>Built-in dashboards can&apos;t be changed. Your changes go into a copy.</source>
         <translation>Mitgelieferte Dashboards bleiben, wie sie sind. Ihre Änderungen kommen in eine Kopie.</translation>
     </message>
     <message>
@@ -584,7 +584,7 @@
         <translation>Name des Dashboards</translation>
     </message>
     <message>
-        <source>New dashboard from the template</source>
+        <source>New dashboard from template</source>
         <translation>Neues Dashboard aus der Vorlage</translation>
     </message>
 </context>
@@ -614,11 +614,11 @@
         <translation>Bitte einen Namen eingeben.</translation>
     </message>
     <message>
-        <source>This is its name already.</source>
+        <source>This is already its name.</source>
         <translation>So heißt es schon.</translation>
     </message>
     <message>
-        <source>There is a dashboard with this name already.</source>
+        <source>A dashboard with this name already exists.</source>
         <translation>Ein Dashboard mit diesem Namen gibt es schon.</translation>
     </message>
 </context>
@@ -680,15 +680,15 @@
         <translation>Es gibt noch keine Dashboards</translation>
     </message>
     <message>
-        <source>The search looks at the names of dashboards and of vehicles. Escape in the search field shows all again.</source>
+        <source>The search covers the names of dashboards and vehicles. Press Escape in the search field to show all.</source>
         <translation>Gesucht wird in den Namen von Dashboards und Fahrzeugen. Esc im Suchfeld zeigt wieder alle.</translation>
     </message>
     <message>
-        <source>Start one of your own with “New from template”, or put the folder of a dashboard into Orvalentix/Halvorin/Dashboards in your documents and start the program again.</source>
+        <source>Create one with “New from template”, or put a dashboard&apos;s folder into Orvalentix/Halvorin/Dashboards in your documents and restart the program.</source>
         <translation>Legen Sie mit „Neu aus Vorlage“ ein eigenes an, oder legen Sie den Ordner eines Dashboards in Ihren Dokumenten unter Orvalentix/Halvorin/Dashboards ab und starten Sie das Programm neu.</translation>
     </message>
     <message>
-        <source>Put the folder of a dashboard into Orvalentix/Halvorin/Dashboards in your documents and start the program again.</source>
+        <source>Put a dashboard&apos;s folder into Orvalentix/Halvorin/Dashboards in your documents and restart the program.</source>
         <translation>Legen Sie den Ordner eines Dashboards in Ihren Dokumenten unter Orvalentix/Halvorin/Dashboards ab und starten Sie das Programm neu.</translation>
     </message>
 </context>
@@ -703,7 +703,7 @@
         <translation>Eingabe</translation>
     </message>
     <message>
-        <source>It is the active one.</source>
+        <source>Already active.</source>
         <translation>Es ist schon aktiv.</translation>
     </message>
     <message>
@@ -758,11 +758,11 @@
         <translation>Entfernen</translation>
     </message>
     <message>
-        <source>Its folder is deleted with all that is in it, which can&apos;t be undone:</source>
+        <source>This deletes its folder and everything in it, which can&apos;t be undone:</source>
         <translation>Sein Ordner wird mit allem darin gelöscht. Das lässt sich nicht rückgängig machen:</translation>
     </message>
     <message>
-        <source>Vehicles that then go with no dashboard: %1</source>
+        <source>Vehicles that will have no dashboard: %1</source>
         <translation>Fahrzeuge, die dann keinem Dashboard zugeordnet sind: %1</translation>
     </message>
     <message>
@@ -770,7 +770,7 @@
         <translation>und %1 weitere</translation>
     </message>
     <message>
-        <source>It is the active dashboard; another one takes its place.</source>
+        <source>This is the active dashboard; another one becomes active.</source>
         <translation>Es ist das aktive Dashboard; ein anderes tritt an seine Stelle.</translation>
     </message>
 </context>
@@ -796,7 +796,7 @@
         <translation>Meilen pro Stunde (mph)</translation>
     </message>
     <message>
-        <source>Telemetry from</source>
+        <source>Telemetry source</source>
         <translation>Telemetrie von</translation>
     </message>
     <message>
@@ -808,7 +808,7 @@
         <translation>Sprache</translation>
     </message>
     <message>
-        <source>As the system</source>
+        <source>System default</source>
         <translation>Wie das System</translation>
     </message>
     <message>
@@ -828,11 +828,11 @@
         <translation>Einstellungen</translation>
     </message>
     <message>
-        <source>The one used last</source>
+        <source>Last used</source>
         <translation>Das zuletzt verwendete</translation>
     </message>
     <message>
-        <source>%1 (no longer there)</source>
+        <source>%1 (no longer exists)</source>
         <translation>%1 (nicht mehr da)</translation>
     </message>
 </context>
@@ -897,11 +897,11 @@
         <translation>Schließen</translation>
     </message>
     <message>
-        <source>When one of these is driven, this dashboard comes on.</source>
+        <source>When you drive one of these, this dashboard is activated.</source>
         <translation>Wird eines davon gefahren, erscheint dieses Dashboard.</translation>
     </message>
     <message>
-        <source>It goes with no vehicle yet. A vehicle joins the dashboard that is active when it is driven for the first time, or that you activate while driving.</source>
+        <source>No vehicles are assigned yet. A vehicle is assigned to the dashboard that is active when you first drive it, or that you activate while driving it.</source>
         <translation>Es ist noch keinem Fahrzeug zugeordnet. Ein Fahrzeug kommt zu dem Dashboard, das bei seiner ersten Fahrt aktiv ist oder das Sie während der Fahrt aktivieren.</translation>
     </message>
 </context>

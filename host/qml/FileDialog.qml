@@ -45,7 +45,7 @@ Rectangle {
 
     function choose(address) {
         if (!qt_window.accept(address))
-            problem = qsTr("There is no file \u201c%1\u201d.").arg(qt_window.nativePath(address))
+            problem = qsTr("The file \u201c%1\u201d does not exist.").arg(qt_window.nativePath(address))
     }
 
     function goUp() {
@@ -107,7 +107,7 @@ Rectangle {
             id: upButton
 
             text: qsTr("Up")
-            toolTip: qsTr("Go to the folder above (Backspace)")
+            toolTip: qsTr("Parent folder (Backspace)")
             enabled: files.parentFolder.toString() !== ""
             onClicked: root.goUp()
         }
@@ -211,7 +211,7 @@ Rectangle {
                 anchors.centerIn: parent
                 visible: files.status === FolderListModel.Ready && files.count === 0
                 color: ux.textDarkColor
-                text: qsTr("Nothing to choose here")
+                text: qsTr("No matching files here")
             }
         }
     }

@@ -92,7 +92,7 @@ Rectangle {
             width: parent.width - 2 * ux.spacing
             color: missing ? ux.dangerColor : ux.textLightColor
             placeholderText: qsTr("Find (Ctrl+F)")
-            Accessible.name: qsTr("Find in the page")
+            Accessible.name: qsTr("Find on this page")
             onTextEdited: {
                 // What is being typed is found where the search began, not behind itself.
                 text.cursorPosition = text.selectionStart

@@ -47,14 +47,14 @@ Rectangle {
         }
 
         Caption {
-            text: qsTr("Telemetry from")
+            text: qsTr("Telemetry source")
         }
 
         Choice {
             objectName: "telemetry"
             model: qt_window.telemetrySources
             selectedValue: host_settings.telemetrySource
-            Accessible.name: qsTr("Telemetry from")
+            Accessible.name: qsTr("Telemetry source")
             onChosen: host_settings.telemetrySource = value
         }
 
@@ -77,7 +77,7 @@ Rectangle {
         Choice {
             objectName: "language"
             // Each language's own name, for who has got lost in another one.
-            model: [{ text: qsTr("As the system"), value: "" },
+            model: [{ text: qsTr("System default"), value: "" },
                     { text: "Deutsch", value: "de" },
                     { text: "English", value: "en" }]
             selectedValue: host_settings.language

@@ -78,7 +78,7 @@ void CodeEditor::open(const QVariant &argument)
     const QString path = map.value(QStringLiteral("path")).toString();
     const QFileInfo info(path);
     if (path.isEmpty() || !info.exists()) {
-        Q_EMIT failed(tr("There is no file '%1' to edit.").arg(QDir::toNativeSeparators(path)));
+        Q_EMIT failed(tr("The file '%1' does not exist.").arg(QDir::toNativeSeparators(path)));
         return;
     }
     // An absolute name can't be taken for an option.

@@ -43,7 +43,7 @@ bool HelpPage::show(const QString &topic, const QString &language, QQuickTextDoc
     QTextCursor whole(document);
     whole.beginEditBlock();
     document->setMarkdown(opened ? QString::fromUtf8(file.readAll())
-                                 : tr("There is no help about this."),
+                                 : tr("There is no help on this topic."),
                           QTextDocument::MarkdownDialectGitHub);
     whole.endEditBlock();
     MarkdownStyle(*theme, QFileInfo(file).path(), width).apply(*document);

@@ -86,8 +86,8 @@ QString ProfileActions::nameProblem(const QString &name, const QString &oldName)
         return tr("Enter a name.");
     const bool otherCapitals = name.compare(oldName, Qt::CaseInsensitive) == 0 && name != oldName;
     if (!otherCapitals && store.profileNameExists(name))
-        return name == oldName ? tr("This is its name already.")
-                               : tr("There is a dashboard with this name already.");
+        return name == oldName ? tr("This is already its name.")
+                               : tr("A dashboard with this name already exists.");
     return {};
 }
 

@@ -40,7 +40,7 @@ SettingsWindow::~SettingsWindow()
 
 QVariantList SettingsWindow::dashboards() const
 {
-    QVariantList choices{choice(tr("The one used last"), {})};
+    QVariantList choices{choice(tr("Last used"), {})};
     const std::vector<DashboardProfileHeader> headers = store.profileHeaders();
     for (const DashboardProfileHeader &header : headers)
         choices += choice(header.name, header.name);
@@ -49,7 +49,7 @@ QVariantList SettingsWindow::dashboards() const
                        std::any_of(headers.begin(), headers.end(),
                                    [&chosen](const auto &header) { return header.name == chosen; });
     if (!known)
-        choices += choice(tr("%1 (no longer there)").arg(chosen), chosen);
+        choices += choice(tr("%1 (no longer exists)").arg(chosen), chosen);
     return choices;
 }
 

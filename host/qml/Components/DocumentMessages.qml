@@ -15,7 +15,7 @@ T.AbstractButton {
     visible: messages.length > 0
     hoverEnabled: true
     text: messages.length > 0 ? messages[messages.length - 1] : ""
-    Accessible.name: qsTr("Message of the dashboard: %1").arg(text)
+    Accessible.name: qsTr("Dashboard message: %1").arg(text)
     onClicked: list.open()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
@@ -42,7 +42,7 @@ T.AbstractButton {
     ToolTip {
         hovered: root.hovered
         pressed: root.down
-        text: qsTr("Show all messages of this dashboard")
+        text: qsTr("Show all messages from this dashboard")
     }
 
     Connections {

@@ -30,9 +30,9 @@ FocusScope {
         color: "black"
         activeFocusOnTab: root.any
         Accessible.role: Accessible.Button
-        Accessible.name: root.any ? qsTr("Live picture of %1. Opens the dashboard's window.")
+        Accessible.name: root.any ? qsTr("Live picture of %1. Opens the dashboard window.")
                                     .arg(root.profile.name)
-                                  : qsTr("No dashboard is on")
+                                  : qsTr("No active dashboard")
         Accessible.onPressAction: root.actions.openWindow()
         Keys.onReturnPressed: root.actions.openWindow()
         Keys.onEnterPressed: root.actions.openWindow()
@@ -49,7 +49,7 @@ FocusScope {
         HLVN.Label {
             anchors.centerIn: parent
             visible: !root.any
-            text: qsTr("No dashboard is on")
+            text: qsTr("No active dashboard")
             color: ux.textDarkColor
         }
 
@@ -73,7 +73,7 @@ FocusScope {
         HLVN.ToolTip {
             hovered: liveArea.containsMouse
             pressed: liveArea.pressed
-            text: qsTr("Open the dashboard's window")
+            text: qsTr("Open the dashboard window")
         }
     }
 
@@ -123,7 +123,7 @@ FocusScope {
             color: ux.textDarkColor
             text: !root.any ? ""
                             : (root.profile.builtIn ? qsTr("Built-in") : qsTr("Yours")) + "  \u00b7  "
-                              + (root.profile.vehicles.length === 0 ? qsTr("goes with no vehicle yet")
+                              + (root.profile.vehicles.length === 0 ? qsTr("no vehicles assigned yet")
                                  : root.profile.vehicles.length === 1 ? qsTr("goes with 1 vehicle")
                                  : qsTr("goes with %1 vehicles").arg(root.profile.vehicles.length))
         }
@@ -141,7 +141,7 @@ FocusScope {
                 text: qsTr("Open window")
                 primary: true
                 enabled: root.any
-                toolTip: qsTr("Show the dashboard in a window of its own")
+                toolTip: qsTr("Show the dashboard in its own window")
                 onClicked: root.actions.openWindow()
             }
 
@@ -158,7 +158,7 @@ FocusScope {
             HLVN.RoundedButton {
                 text: qsTr("Vehicles")
                 visible: root.any
-                toolTip: qsTr("Show the vehicles that this dashboard goes with")
+                toolTip: qsTr("Show the vehicles assigned to this dashboard")
                 onClicked: root.actions.showVehicles(root.profile.profileId)
             }
         }

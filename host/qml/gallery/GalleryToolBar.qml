@@ -64,7 +64,7 @@ FocusScope {
             visible: gallery_model.templateId >= 0
             enabled: !gallery_actions.busy
             text: qsTr("New from template")
-            toolTip: qsTr("Make a dashboard of your own from the template (Ctrl+N)")
+            toolTip: qsTr("Create your own dashboard from the template (Ctrl+N)")
             onClicked: root.actions.makeNew()
         }
     }

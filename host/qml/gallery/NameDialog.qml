@@ -13,7 +13,7 @@ HLVN.Dialog {
     property bool gone: false
     property string proposed
     readonly property bool fromTemplate: edits && profile.profileId === gallery_model.templateId
-    readonly property string problem: gone ? qsTr("This dashboard is no longer there.")
+    readonly property string problem: gone ? qsTr("This dashboard no longer exists.")
                                            : gallery_actions.nameProblem(field.text.trim(),
                                                                          renames ? profile.name : "")
 
@@ -53,7 +53,7 @@ HLVN.Dialog {
 
     objectName: "nameDialog"
     title: renames ? qsTr("Rename \u201c%1\u201d").arg(profile.name)
-         : fromTemplate ? qsTr("New dashboard from the template")
+         : fromTemplate ? qsTr("New dashboard from template")
          : edits ? qsTr("Name your copy")
          : qsTr("Copy \u201c%1\u201d").arg(profile.name)
     busyText: waiting ? gallery_actions.busyText : ""
@@ -72,8 +72,8 @@ HLVN.Dialog {
             color: ux.textDarkColor
             visible: root.edits && text !== ""
             text: root.fromTemplate
-                  ? qsTr("A new dashboard of your own, made from the template.")
-                  : qsTr("Built-in dashboards stay as they came. Your changes go into a copy.")
+                  ? qsTr("Your own dashboard, created from the template.")
+                  : qsTr("Built-in dashboards can't be changed. Your changes go into a copy.")
         }
 
         HLVN.TextField {

@@ -137,10 +137,10 @@ FocusScope {
             wrapMode: Text.Wrap
             color: ux.textDarkColor
             text: gallery_model.total > 0
-                  ? qsTr("The search looks at the names of dashboards and of vehicles. Escape in the search field shows all again.")
+                  ? qsTr("The search covers the names of dashboards and vehicles. Press Escape in the search field to show all.")
                   : gallery_model.templateId >= 0
-                    ? qsTr("Start one of your own with \u201cNew from template\u201d, or put the folder of a dashboard into Orvalentix/Halvorin/Dashboards in your documents and start the program again.")
-                    : qsTr("Put the folder of a dashboard into Orvalentix/Halvorin/Dashboards in your documents and start the program again.")
+                    ? qsTr("Create one with \u201cNew from template\u201d, or put a dashboard's folder into Orvalentix/Halvorin/Dashboards in your documents and restart the program.")
+                    : qsTr("Put a dashboard's folder into Orvalentix/Halvorin/Dashboards in your documents and restart the program.")
         }
     }
 

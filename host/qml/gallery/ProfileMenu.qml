@@ -14,7 +14,7 @@ HLVN.Menu {
         text: qsTr("Activate")
         shortcut: qsTr("Enter")
         enabled: !root.profile.active
-        reason: qsTr("It is the active one.")
+        reason: qsTr("Already active.")
         onTriggered: gallery_actions.activate(root.profile.profileId)
     }
 

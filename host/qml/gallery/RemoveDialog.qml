@@ -37,17 +37,17 @@ HLVN.Dialog {
             wrapMode: Text.Wrap
             lineHeight: 1.2
             text: {
-                let lines = [qsTr("Its folder is deleted with all that is in it, which can't be undone:"),
+                let lines = [qsTr("This deletes its folder and everything in it, which can't be undone:"),
                              root.profile.folder, ""]
                 const vehicles = root.profile.vehicles
                 if (vehicles.length > 0) {
                     const more = vehicles.length - 3
-                    lines.push(qsTr("Vehicles that then go with no dashboard: %1")
+                    lines.push(qsTr("Vehicles that will have no dashboard: %1")
                                .arg(vehicles.slice(0, 3).join(", "))
                                + (more > 0 ? " " + qsTr("and %1 more").arg(more) : ""))
                 }
                 if (root.profile.active)
-                    lines.push(qsTr("It is the active dashboard; another one takes its place."))
+                    lines.push(qsTr("This is the active dashboard; another one becomes active."))
                 return lines.join("\n").trim()
             }
         }

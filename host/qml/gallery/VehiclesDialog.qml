@@ -26,8 +26,8 @@ HLVN.Dialog {
             wrapMode: Text.Wrap
             color: ux.textDarkColor
             text: root.profile.vehicles.length > 0
-                  ? qsTr("When one of these is driven, this dashboard comes on.")
-                  : qsTr("It goes with no vehicle yet. A vehicle joins the dashboard that is active when it is driven for the first time, or that you activate while driving.")
+                  ? qsTr("When you drive one of these, this dashboard is activated.")
+                  : qsTr("No vehicles are assigned yet. A vehicle is assigned to the dashboard that is active when you first drive it, or that you activate while driving it.")
         }
 
         ListView {
