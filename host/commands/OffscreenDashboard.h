@@ -1,36 +1,19 @@
 #pragma once
 
 #include "Frame.h"
-#include "telemetry/TelemetrySource.h"
+#include "TelemetryState.h"
 
 #include <QtCore/QSize>
 #include <QtCore/QStringList>
 #include <QtGui/QImage>
 
 #include <memory>
-#include <vector>
 
 class IDashboardEngine;
 class IDashboardRenderer;
 
 /// The size in pixels that dashboards are drawn for.
 constexpr QSize DashboardSize(DashboardWidth, DashboardHeight);
-
-/// A moment as a dashboard may meet it.
-struct TelemetryState
-{
-    QString name; ///< In words, for reports.
-    TelemetrySample sample;
-    bool useMph = false;
-    bool showMarkers = false;
-};
-
-/// The moment of the demo lap that previews show: at full speed in a lap, with every value known.
-TelemetryState previewState();
-
-/// The preview's moment, and what differs from it in one thing each: unknown values, units, pause,
-/// markers, and values at and beyond every limit.
-std::vector<TelemetryState> telemetryStates();
 
 /// A dashboard on a renderer of its own, driven by publications alone: no clock, no thread.
 /// Engine's thread.

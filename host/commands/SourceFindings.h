@@ -2,7 +2,6 @@
 
 #include <QtCore/QSet>
 #include <QtCore/QString>
-#include <QtCore/QStringList>
 
 #include <vector>
 
@@ -13,19 +12,6 @@ struct Finding
     int line = 0; ///< From 1; 0 says nothing of a place.
     QString text;
 };
-
-/// A word, a string or a mark of a QML or JavaScript source.
-struct SourceToken
-{
-    enum class Kind { Word, String, Mark };
-
-    Kind kind = Kind::Mark;
-    QString text; ///< Of a string what is between its quotes, as it stands there.
-    int line = 1;
-};
-
-/// Splits a source, comments left out. Anything at all may be given.
-std::vector<SourceToken> sourceTokens(const QString &source);
 
 /// What can be told of a dashboard without running it, from the sources and files in its folder:
 /// names that aren't published, files that are missing or lie elsewhere, things that move without a

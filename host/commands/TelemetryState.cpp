@@ -1,4 +1,5 @@
-#include "OffscreenDashboard.h"
+#include "TelemetryState.h"
+
 #include "telemetry/demo/DemoLap.h"
 
 #include <algorithm>

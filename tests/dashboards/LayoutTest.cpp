@@ -1,6 +1,6 @@
 #include "Stage.h"
 #include "TextFaults.h"
-#include "commands/SourceFindings.h"
+#include "commands/SourceTokens.h"
 #include "render/DashboardFadeInOut.h"
 #include "telemetry/demo/DemoLap.h"
 

@@ -1,6 +1,6 @@
 #include "PictureComparison.h"
 #include "Stage.h"
-#include "commands/SourceFindings.h"
+#include "commands/SourceTokens.h"
 #include "render/DashboardFadeInOut.h"
 
 #include <QtCore/QHash>

@@ -1,5 +1,5 @@
 #include "Stage.h"
-#include "commands/SourceFindings.h"
+#include "commands/SourceTokens.h"
 #include "render/TelemetryPublisher.h"
 
 #include <QtTest/QtTest>
