@@ -12,28 +12,8 @@
 #include <QtCore/QJsonObject>
 
 #include <algorithm>
-#include <array>
 
 namespace {
-
-using Verb = ProfileCommand::Verb;
-
-struct VerbForm
-{
-    const char *name;
-    Verb verb;
-    int operands;
-    const char *usage;
-};
-
-constexpr std::array<VerbForm, 6> ProfileVerbs{{
-    {"list", Verb::List, 0, "profiles list [--json]"},
-    {"activate", Verb::Activate, 1, "profiles activate NAME|ID"},
-    {"copy", Verb::Copy, 2, "profiles copy NAME|ID NEW"},
-    {"rename", Verb::Rename, 2, "profiles rename NAME|ID NEW"},
-    {"remove", Verb::Remove, 1, "profiles remove NAME|ID"},
-    {"vehicles", Verb::Vehicles, 0, "profiles vehicles"},
-}};
 
 QStringList sorted(const QSet<QString> &names)
 {
@@ -144,39 +124,13 @@ int runVehicle(DashboardAbstractProfilesManager &store, const StoreOpener &openS
 
 } // namespace
 
-std::optional<ProfileCommand> ProfileCommand::parse(const QStringList &words, QString &error)
-{
-    const QString subject = words.value(0);
-    if (subject == QLatin1String("vehicle")) {
-        if (words.size() == 2 && !words.at(1).isEmpty())
-            return ProfileCommand{Verb::Vehicle, words.mid(1)};
-        error = QStringLiteral("It is: vehicle NAME.");
-        return std::nullopt;
-    }
-    if (subject != QLatin1String("profiles")) {
-        error = QStringLiteral("Unexpected argument '%1'.").arg(subject);
-        return std::nullopt;
-    }
-    for (const VerbForm &form : ProfileVerbs) {
-        if (words.value(1) != QLatin1String(form.name))
-            continue;
-        if (words.size() == 2 + form.operands)
-            return ProfileCommand{form.verb, words.mid(2)};
-        error = QStringLiteral("It is: %1.").arg(QLatin1String(form.usage));
-        return std::nullopt;
-    }
-    error = QStringLiteral("'profiles' takes list, activate, copy, rename, remove or vehicles, not "
-                           "'%1'.")
-                .arg(words.value(1));
-    return std::nullopt;
-}
-
 int runProfileCommand(const ProfileCommand &command, const StoreOpener &openStore,
                       VehicleNames &vehicles)
 {
     const QStringList &operands = command.operands;
     const auto opened = openStore();
     DashboardAbstractProfilesManager &store = *opened;
+    using Verb = ProfileCommand::Verb;
     switch (command.verb) {
     case Verb::List:
         if (command.json)

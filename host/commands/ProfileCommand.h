@@ -1,11 +1,9 @@
 #pragma once
 
-#include <QtCore/QString>
 #include <QtCore/QStringList>
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 class DashboardAbstractProfilesManager;
 class VehicleNames;
@@ -18,10 +16,6 @@ struct ProfileCommand
     Verb verb = Verb::List;
     QStringList operands; ///< As many as the verb takes.
     bool json = false;    ///< `List` only.
-
-    /// Reads "profiles VERB OPERANDS" or "vehicle NAME". Nothing if the words make no command;
-    /// `error` then says why in one line.
-    static std::optional<ProfileCommand> parse(const QStringList &words, QString &error);
 };
 
 /// Opens the store as it is on disk.

@@ -59,17 +59,6 @@ double waitForEnd(const RecordingWriter &writer, double seconds)
 
 } // namespace
 
-std::optional<RecordCommand> RecordCommand::parse(const QStringList &words, QString &error)
-{
-    if (words.size() == 2 && !words.at(1).isEmpty()) {
-        RecordCommand command;
-        command.path = words.at(1);
-        return command;
-    }
-    error = QStringLiteral("It is: record FILE.");
-    return std::nullopt;
-}
-
 int recordDrive(const RecordCommand &command,
                 const std::function<std::unique_ptr<UdpListener>(UdpListener::Tap)> &listen)
 {

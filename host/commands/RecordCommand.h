@@ -3,11 +3,9 @@
 #include "telemetry/feeds/UdpListener.h"
 
 #include <QtCore/QString>
-#include <QtCore/QStringList>
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 /// What the command line asks to be recorded.
 struct RecordCommand
@@ -15,10 +13,6 @@ struct RecordCommand
     QString path;
     bool overwrite = false;
     double seconds = 0; ///< How long to record; 0 is until the user ends it.
-
-    /// Reads "record FILE". Nothing if the words make no command; `error` then says why in one
-    /// line.
-    static std::optional<RecordCommand> parse(const QStringList &words, QString &error);
 };
 
 /// Records what comes in until the system asks for the end, the time is up or an error happens, and

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "telemetry/feeds/KnownFeeds.h"
+
 #include <QtCore/QCommandLineOption>
-#include <QtCore/QCommandLineParser>
 #include <QtCore/QList>
 #include <QtCore/QString>
 
@@ -47,10 +48,10 @@ struct DeclaredOptions
         QStringLiteral("file|name|id")};
     QCommandLineOption telemetry{
         QStringLiteral("telemetry"),
-        QStringLiteral(
-            "Where telemetry comes from: demo, a lap of a simulated car (the default); "
-            "auto, whatever game sends; or one feed alone: outgauge, data-out, ego; or a "
-            "file: a recorded drive, or the JSON description of a feed."),
+        QStringLiteral("Where telemetry comes from: demo, a lap of a simulated car (the default); "
+                       "auto, whatever game sends; or one feed alone: %1; or a "
+                       "file: a recorded drive, or the JSON description of a feed.")
+            .arg(knownFeedOptions().join(QStringLiteral(", "))),
         QStringLiteral("source")};
     QCommandLineOption listen{
         QStringLiteral("listen"),
@@ -124,6 +125,3 @@ struct DeclaredOptions
                 help,      version};
     }
 };
-
-/// The whole text of `--help`.
-QString helpText(const QCommandLineParser &parser);

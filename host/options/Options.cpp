@@ -1,5 +1,6 @@
 #include "Options.h"
 
+#include "CommandSyntax.h"
 #include "DeclaredOptions.h"
 #include "telemetry/demo/DemoCars.h"
 #include "telemetry/recordings/Playback.h"
@@ -47,64 +48,24 @@ std::optional<int> parseCount(const QString &text, int largest)
 // Each of these reads a part of the command line into `options`. The result says what is wrong, or
 // is empty.
 
-/// "preview" and "lint".
-QString readLookOver(const QStringList &words, Options &options)
-{
-    const bool previews = words.constFirst() == QLatin1String("preview");
-    if (words.size() != 2 || words.at(1).isEmpty()) {
-        return previews ? QStringLiteral("It is: preview NAME|ID|FILE [--output FILE].")
-                        : QStringLiteral("It is: lint NAME|ID|FILE.");
-    }
-    options.mode = previews ? Options::Mode::Preview : Options::Mode::Lint;
-    (previews ? options.preview.dashboard : options.lint.dashboard) = words.at(1);
-    return {};
-}
-
-QString readProfileCommand(const QStringList &words, Options &options)
-{
-    QString error;
-    const std::optional<ProfileCommand> command = ProfileCommand::parse(words, error);
-    if (!command)
-        return error;
-    options.mode = Options::Mode::Profile;
-    options.profile = *command;
-    return {};
-}
-
-QString readRecordCommand(const QStringList &words, Options &options)
-{
-    QString error;
-    const std::optional<RecordCommand> command = RecordCommand::parse(words, error);
-    if (!command)
-        return error;
-    options.mode = Options::Mode::Record;
-    options.record = *command;
-    return {};
-}
-
 QString readCommand(const QCommandLineParser &parser, const DeclaredOptions &declared,
                     Options &options)
 {
     const QStringList words = parser.positionalArguments();
     if (words.isEmpty())
         return {};
-    const QString &verb = words.constFirst();
-    const bool looksOver = verb == QLatin1String("preview") || verb == QLatin1String("lint");
-    const bool records = verb == QLatin1String("record");
-    QString error = looksOver ? readLookOver(words, options)
-                    : records ? readRecordCommand(words, options)
-                              : readProfileCommand(words, options);
+    const QString error = readCommandWords(words, options);
     if (!error.isEmpty())
         return error;
     std::vector<const QCommandLineOption *> forbidden = declared.picture();
-    if (!records) {
+    if (options.mode != Options::Mode::Record) {
         const auto sources = declared.sources();
         forbidden.insert(forbidden.end(), sources.begin(), sources.end());
     }
     for (const QCommandLineOption *option : forbidden) {
         if (parser.isSet(*option)) {
             return QStringLiteral("--%1 doesn't go with '%2'.")
-                .arg(option->names().constFirst(), verb);
+                .arg(option->names().constFirst(), words.constFirst());
         }
     }
     options.profile.json = parser.isSet(declared.json);
@@ -355,7 +316,7 @@ ParsedOptions parseOptions(const QStringList &arguments)
     if (!parser.parse(arguments))
         return failure(parser.errorText());
     if (parser.isSet(declared.help))
-        return {ParsedOptions::Outcome::Print, {}, helpText(parser)};
+        return {ParsedOptions::Outcome::Print, {}, parser.helpText() + commandsHelp()};
     if (parser.isSet(declared.version)) {
         return {
             ParsedOptions::Outcome::Print, {}, QStringLiteral("gauge-host " GAUGE_VERSION "\n")};
