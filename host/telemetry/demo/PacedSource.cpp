@@ -12,20 +12,11 @@ PacedSource::PacedSource(std::unique_ptr<TimedTelemetry> telemetry, double start
 {
 }
 
-PacedSource::~PacedSource()
-{
-    {
-        const std::lock_guard guard(mutex);
-        stopping = true;
-    }
-    stopRequested.notify_all();
-    if (thread.joinable())
-        thread.join();
-}
+PacedSource::~PacedSource() = default;
 
 void PacedSource::start(TelemetrySink &sink)
 {
-    thread = std::thread([this, &sink] { run(sink); });
+    thread.start("telemetry", [this, &sink] { run(sink); });
 }
 
 void PacedSource::run(TelemetrySink &sink)
@@ -35,15 +26,11 @@ void PacedSource::run(TelemetrySink &sink)
     const Clock::time_point start = Clock::now();
     Clock::time_point next = start;
 
-    std::unique_lock lock(mutex);
-    while (!stopping) {
-        lock.unlock();
+    do {
         const std::chrono::duration<double> elapsed = Clock::now() - start;
         const double moment = startAt + elapsed.count();
         sink.update(telemetry->sampleAt(moment), telemetry->vehicleNameAt(moment));
         // After a hold-up the rhythm starts over: a burst of old moments would help nobody.
         next = std::max(next + std::chrono::duration_cast<Clock::duration>(Period), Clock::now());
-        lock.lock();
-        stopRequested.wait_until(lock, next, [this] { return stopping; });
-    }
+    } while (thread.waitUntil(next));
 }

@@ -1,11 +1,9 @@
 #pragma once
 
+#include "telemetry/StoppableThread.h"
 #include "telemetry/TelemetrySource.h"
 
-#include <condition_variable>
 #include <memory>
-#include <mutex>
-#include <thread>
 
 class TimedTelemetry;
 
@@ -24,8 +22,5 @@ private:
 
     std::unique_ptr<TimedTelemetry> telemetry;
     const double startAt;
-    std::mutex mutex;
-    std::condition_variable stopRequested;
-    bool stopping = false;
-    std::thread thread;
+    StoppableThread thread; ///< Last, as it uses the others until it has stopped.
 };

@@ -2,8 +2,6 @@
 
 #include "FeedSwitch.h"
 
-#include <QtCore/QEventLoop>
-#include <QtCore/QThread>
 #include <QtCore/QTimer>
 #include <QtNetwork/QNetworkInterface>
 #include <QtNetwork/QUdpSocket>
@@ -173,21 +171,13 @@ UdpListener::UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Setting
 {
     std::promise<Opened> promise;
     std::future<Opened> future = promise.get_future();
-    thread.reset(QThread::create([this, &feeds, &settings, &promise] {
+    thread.start("telemetry", [this, &feeds, &settings, &promise] {
         run(std::move(feeds), settings, std::move(promise));
-    }));
-    thread->setObjectName(QStringLiteral("telemetry"));
-    thread->start();
+    });
     Opened opened = future.get();
     openPorts = std::move(opened.ports);
     openAddresses = std::move(opened.addresses);
     problems = std::move(opened.errors);
-}
-
-UdpListener::~UdpListener()
-{
-    thread->quit();
-    thread->wait();
 }
 
 void UdpListener::start(TelemetrySink &sink)
@@ -226,5 +216,5 @@ void UdpListener::run(std::vector<std::unique_ptr<Feed>> feeds, const Settings &
     result.errors.removeDuplicates();
     opened.set_value(std::move(result));
     // Behind this line the constructor's arguments may be gone.
-    QEventLoop().exec();
+    thread.serveUntilStopped();
 }

@@ -2,6 +2,7 @@
 
 #include "Datagram.h"
 #include "Feed.h"
+#include "telemetry/StoppableThread.h"
 #include "telemetry/TelemetrySource.h"
 
 #include <QtCore/QStringList>
@@ -12,8 +13,6 @@
 #include <future>
 #include <memory>
 #include <vector>
-
-class QThread;
 
 /// Listens for the telemetry of games on UDP ports, on a thread of its own. What comes faster than
 /// it can be handed on is skipped in favour of the newest.
@@ -33,7 +32,6 @@ public:
 
     /// Opens the ports.
     UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Settings &settings);
-    ~UdpListener() override;
 
     /// Whether any port is open.
     bool isListening() const { return !openPorts.empty(); }
@@ -64,5 +62,5 @@ private:
     std::vector<quint16> openPorts;
     std::vector<QHostAddress> openAddresses;
     QStringList problems;
-    std::unique_ptr<QThread> thread;
+    StoppableThread thread;
 };

@@ -1,12 +1,10 @@
 #pragma once
 
 #include "DrivePlayer.h"
+#include "telemetry/StoppableThread.h"
 #include "telemetry/TelemetrySource.h"
 
-#include <condition_variable>
 #include <memory>
-#include <mutex>
-#include <thread>
 #include <vector>
 
 /// Plays a drive from a file as if its game was running, on a thread of its own.
@@ -15,7 +13,6 @@ class PlaybackSource final : public TelemetrySource
 public:
     PlaybackSource(std::unique_ptr<DatagramReader> reader, std::vector<std::unique_ptr<Feed>> feeds,
                    const Playback::Settings &settings);
-    ~PlaybackSource() override;
 
     void start(TelemetrySink &sink) override;
 
@@ -23,8 +20,5 @@ private:
     void run(TelemetrySink &sink);
 
     DrivePlayer player;
-    std::mutex mutex;
-    std::condition_variable stopRequested;
-    bool stopping = false;
-    std::thread thread;
+    StoppableThread thread; ///< Last, as it uses the player until it has stopped.
 };

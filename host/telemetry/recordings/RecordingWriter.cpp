@@ -15,19 +15,17 @@ RecordingWriter::RecordingWriter(const QString &path, Existing existing)
     : file(path)
     , shownPath(QDir::toNativeSeparators(path))
 {
-    if (open(existing))
-        thread = std::thread([this] { run(); });
+    if (!open(existing))
+        return;
+    thread.start("recording", [this] {
+        while (thread.waitUntil(std::chrono::steady_clock::now() + FlushPeriod))
+            writeOut();
+    });
 }
 
 RecordingWriter::~RecordingWriter()
 {
-    {
-        const std::lock_guard guard(mutex);
-        closing = true;
-    }
-    wake.notify_all();
-    if (thread.joinable())
-        thread.join();
+    thread.stop();
     writeOut();
     if (file.isOpen() && !wasThere && counts.datagrams == 0)
         file.remove();
@@ -88,17 +86,6 @@ QString RecordingWriter::error() const
 {
     const std::lock_guard guard(mutex);
     return errorText;
-}
-
-void RecordingWriter::run()
-{
-    std::unique_lock lock(mutex);
-    while (!closing) {
-        wake.wait_for(lock, FlushPeriod, [this] { return closing; });
-        lock.unlock();
-        writeOut();
-        lock.lock();
-    }
 }
 
 void RecordingWriter::writeOut()

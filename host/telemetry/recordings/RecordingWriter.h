@@ -1,15 +1,14 @@
 #pragma once
 
+#include "telemetry/StoppableThread.h"
 #include "telemetry/feeds/Datagram.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QFile>
 #include <QtCore/QString>
 
-#include <condition_variable>
 #include <mutex>
 #include <optional>
-#include <thread>
 
 /// Writes a drive's datagrams into a pcap file, whatever its name. `add` only puts them into
 /// memory; a thread of the writer's own brings them to the disk twice a second, so that a slow disk
@@ -53,7 +52,6 @@ private:
     static constexpr int LargestBacklog = 32 * 1024 * 1024; ///< Bytes in memory.
 
     bool open(Existing existing);
-    void run();
     void writeOut();
     QString writeAll(const QByteArray &bytes);
 
@@ -66,11 +64,9 @@ private:
     bool wasThere = false;
 
     mutable std::mutex mutex;
-    std::condition_variable wake;
     QByteArray backlog; ///< Whole packets that aren't in the file yet.
     std::optional<std::chrono::nanoseconds> sinceEpoch; ///< From a datagram's time to the clock's.
     Progress counts;
     QString errorText;
-    bool closing = false;
-    std::thread thread;
+    StoppableThread thread;
 };
