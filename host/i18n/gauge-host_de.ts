@@ -846,18 +846,6 @@
         <source>Any game that sends</source>
         <translation>Jedes Spiel, das sendet</translation>
     </message>
-    <message>
-        <source>OutGauge</source>
-        <translation>OutGauge</translation>
-    </message>
-    <message>
-        <source>Data Out</source>
-        <translation>Data Out</translation>
-    </message>
-    <message>
-        <source>EGO extradata</source>
-        <translation>EGO extradata</translation>
-    </message>
 </context>
 <context>
     <name>TelemetryStatus</name>

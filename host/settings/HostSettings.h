@@ -1,5 +1,7 @@
 #pragma once
 
+#include "telemetry/TelemetrySourceChoices.h"
+
 #include <QtCore/QFlags>
 #include <QtCore/QObject>
 #include <QtCore/QString>
@@ -8,13 +10,6 @@
 #include <vector>
 
 class QSettings;
-
-/// A source of telemetry that the settings offer.
-struct TelemetrySourceChoice
-{
-    QString name;      ///< As `--telemetry` takes it.
-    const char *title; ///< English, marked with QT_TRANSLATE_NOOP("TelemetrySources", ...).
-};
 
 /// What the user has set, kept in the program's QSettings; organisation and application must be
 /// set before. A value that can't be read counts as its default, and `problem` says so. What can't

@@ -1,5 +1,6 @@
 #include "TelemetryRequest.h"
 
+#include "TelemetrySourceChoices.h"
 #include "system/Terminal.h"
 #include "telemetry/demo/DemoCars.h"
 #include "telemetry/demo/PacedSource.h"
@@ -20,7 +21,6 @@ namespace {
 constexpr std::uint32_t DemoSeed = 64;
 
 const QLatin1String Demo("demo");
-const QLatin1String Auto("auto");
 
 bool isDescription(const QString &path)
 {
@@ -44,9 +44,15 @@ std::vector<std::unique_ptr<Feed>> feedsOf(const TelemetryRequest &request, QStr
     }
     if (isDescription(request.source))
         return feeds;
-    const bool isOne = knownFeedOptions().contains(request.source);
-    for (auto &known : makeFeeds(isOne ? request.source : QString()))
-        feeds.push_back(std::move(known));
+    const std::vector<KnownFeed> &known = knownFeeds();
+    const auto isWanted = [&request](const KnownFeed &feed) {
+        return request.source == QLatin1String(feed.option);
+    };
+    const bool isOne = std::any_of(known.begin(), known.end(), isWanted);
+    for (const KnownFeed &feed : known) {
+        if (!isOne || isWanted(feed))
+            feeds.push_back(feed.make());
+    }
     return feeds;
 }
 
@@ -115,7 +121,10 @@ std::unique_ptr<TelemetrySource> play(const TelemetryRequest &request, QStringLi
 
 QStringList TelemetryRequest::names()
 {
-    return QStringList{Demo, Auto} + knownFeedOptions();
+    QStringList names;
+    for (const TelemetrySourceChoice &choice : telemetrySourceChoices())
+        names += choice.name;
+    return names;
 }
 
 bool TelemetryRequest::isFile() const

@@ -6,35 +6,19 @@
 #include "settings/SettledOptions.h"
 #include "settings/Translations.h"
 #include "system/Termination.h"
+#include "telemetry/TelemetrySourceChoices.h"
 
 #include <QtCore/QVariantMap>
 #include <QtGui/QGuiApplication>
 
 #include <memory>
-#include <vector>
-
-namespace {
-
-/// In the order in which the settings offer them.
-std::vector<TelemetrySourceChoice> telemetryChoices()
-{
-    return {
-        {QStringLiteral("demo"), QT_TRANSLATE_NOOP("TelemetrySources", "Demo lap")},
-        {QStringLiteral("auto"), QT_TRANSLATE_NOOP("TelemetrySources", "Any game that sends")},
-        {QStringLiteral("outgauge"), QT_TRANSLATE_NOOP("TelemetrySources", "OutGauge")},
-        {QStringLiteral("data-out"), QT_TRANSLATE_NOOP("TelemetrySources", "Data Out")},
-        {QStringLiteral("ego"), QT_TRANSLATE_NOOP("TelemetrySources", "EGO extradata")},
-    };
-}
-
-} // namespace
 
 int runWindows(const WindowRequest &request, const SessionOptions &options,
                const GaugeLibrary &library, const MessageLog &log)
 {
     const Termination termination;
     Translations translations;
-    HostSettings settings(telemetryChoices());
+    HostSettings settings(telemetrySourceChoices());
     translations.use(settings.language());
     QObject::connect(&settings, &HostSettings::languageChanged, &settings,
                      [&] { translations.use(settings.language()); });

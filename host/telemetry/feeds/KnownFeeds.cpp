@@ -7,44 +7,26 @@
 
 namespace {
 
-struct KnownFeed
+std::unique_ptr<Feed> makeOutGauge()
 {
-    QString option;
-    std::unique_ptr<Feed> (*make)();
-};
+    return std::make_unique<OutGaugeFeed>(
+        std::make_unique<RevLimitStore>(RevLimitStore::usualPath()));
+}
 
-/// Every feed that the host understands. A new one is added here.
-std::vector<KnownFeed> knownFeeds()
+template<typename KindOfFeed> std::unique_ptr<Feed> make()
 {
-    return {
-        {QStringLiteral("outgauge"),
-         []() -> std::unique_ptr<Feed> {
-             return std::make_unique<OutGaugeFeed>(
-                 std::make_unique<RevLimitStore>(RevLimitStore::usualPath()));
-         }},
-        {QStringLiteral("data-out"),
-         []() -> std::unique_ptr<Feed> { return std::make_unique<DataOutFeed>(); }},
-        {QStringLiteral("ego"),
-         []() -> std::unique_ptr<Feed> { return std::make_unique<EgoFeed>(); }},
-    };
+    return std::make_unique<KindOfFeed>();
 }
 
 } // namespace
 
-QStringList knownFeedOptions()
+const std::vector<KnownFeed> &knownFeeds()
 {
-    QStringList options;
-    for (const KnownFeed &known : knownFeeds())
-        options += known.option;
-    return options;
-}
-
-std::vector<std::unique_ptr<Feed>> makeFeeds(const QString &option)
-{
-    std::vector<std::unique_ptr<Feed>> feeds;
-    for (const KnownFeed &known : knownFeeds()) {
-        if (option.isEmpty() || option == known.option)
-            feeds.push_back(known.make());
-    }
+    // A new one is added here; options, settings and help list what stands here.
+    static const std::vector<KnownFeed> feeds{
+        {"outgauge", "OutGauge", &makeOutGauge},
+        {"data-out", "Data Out", &make<DataOutFeed>},
+        {"ego", "EGO extradata", &make<EgoFeed>},
+    };
     return feeds;
 }

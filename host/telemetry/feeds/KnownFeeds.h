@@ -2,14 +2,16 @@
 
 #include "Feed.h"
 
-#include <QtCore/QStringList>
-
 #include <memory>
 #include <vector>
 
-/// What options call the feeds that the host understands.
-QStringList knownFeedOptions();
+/// A feed that the host understands by itself.
+struct KnownFeed
+{
+    const char *option; ///< As `--telemetry` takes it.
+    const char *title;  ///< As the settings show it. Not translated.
+    std::unique_ptr<Feed> (*make)();
+};
 
-/// The feed that an option names, or all of them, in the order in which they are to be tried, if it
-/// is empty.
-std::vector<std::unique_ptr<Feed>> makeFeeds(const QString &option = {});
+/// All of them, in the order in which they are tried. Any thread.
+const std::vector<KnownFeed> &knownFeeds();
