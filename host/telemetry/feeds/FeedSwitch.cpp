@@ -10,12 +10,12 @@
 
 namespace {
 
-QString nameOf(const FeedSwitch::Sender &sender)
+QString nameOf(const Datagram::Sender &sender)
 {
     return QStringLiteral("%1, port %2").arg(sender.address.toString()).arg(sender.port);
 }
 
-bool isSame(const FeedSwitch::Sender &one, const FeedSwitch::Sender &other)
+bool isSame(const Datagram::Sender &one, const Datagram::Sender &other)
 {
     return one.port == other.port && one.toPort == other.toPort && one.address == other.address;
 }
@@ -27,7 +27,7 @@ FeedSwitch::FeedSwitch(std::vector<std::unique_ptr<Feed>> feeds)
 {
 }
 
-bool FeedSwitch::offer(const QByteArray &datagram, const Sender &sender, TimePoint now)
+bool FeedSwitch::offer(const QByteArray &datagram, const Datagram::Sender &sender, TimePoint now)
 {
     Feed *const feed = formatOf(datagram);
     if (feed == nullptr) {
@@ -97,12 +97,12 @@ bool FeedSwitch::isSilent(TimePoint now) const
     return format == nullptr || now - lastHeard >= SilenceLimits::Paused;
 }
 
-bool FeedSwitch::isLikeDriver(const Sender &sender, const Feed *feed) const
+bool FeedSwitch::isLikeDriver(const Datagram::Sender &sender, const Feed *feed) const
 {
     return feed == format && sender.toPort == driver.toPort && sender.address == driver.address;
 }
 
-bool FeedSwitch::mayDrive(const Sender &sender, const Feed *feed, TimePoint now)
+bool FeedSwitch::mayDrive(const Datagram::Sender &sender, const Feed *feed, TimePoint now)
 {
     if (isSilent(now))
         return true;
@@ -119,7 +119,7 @@ bool FeedSwitch::mayDrive(const Sender &sender, const Feed *feed, TimePoint now)
     return ports == Ports::Changing;
 }
 
-void FeedSwitch::handOver(const Sender &sender, Feed *feed, TimePoint now)
+void FeedSwitch::handOver(const Datagram::Sender &sender, Feed *feed, TimePoint now)
 {
     const bool isSameGame =
         isLikeDriver(sender, feed) && (ports == Ports::Changing || isSilent(now));
@@ -138,7 +138,7 @@ void FeedSwitch::handOver(const Sender &sender, Feed *feed, TimePoint now)
     format = feed;
 }
 
-void FeedSwitch::tellOfUnknown(const QByteArray &datagram, const Sender &sender)
+void FeedSwitch::tellOfUnknown(const QByteArray &datagram, const Datagram::Sender &sender)
 {
     // A driver tries one format after another, and some games send several at once.
     constexpr int MostTold = 8;
@@ -152,7 +152,7 @@ void FeedSwitch::tellOfUnknown(const QByteArray &datagram, const Sender &sender)
                                 .arg(nameOf(sender));
 }
 
-void FeedSwitch::tellOfOther(const Sender &sender, const Feed *feed)
+void FeedSwitch::tellOfOther(const Datagram::Sender &sender, const Feed *feed)
 {
     if (std::exchange(toldOfOther, true))
         return;

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Datagram.h"
 #include "Feed.h"
 
 #include <QtCore/QSet>
-#include <QtNetwork/QHostAddress>
 
 #include <chrono>
 #include <memory>
@@ -17,14 +17,6 @@ class FeedSwitch
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    /// Where a datagram comes from and where it went.
-    struct Sender
-    {
-        QHostAddress address;
-        quint16 port = 0;
-        quint16 toPort = 0;
-    };
-
     enum class Silence {
         None,
         Paused, ///< Reported once, when nothing has come for `SilenceLimits::Paused`.
@@ -34,7 +26,7 @@ public:
     explicit FeedSwitch(std::vector<std::unique_ptr<Feed>> feeds);
 
     /// Takes a datagram; true if it counts. Only the last one that counts is kept.
-    bool offer(const QByteArray &datagram, const Sender &sender, TimePoint now);
+    bool offer(const QByteArray &datagram, const Datagram::Sender &sender, TimePoint now);
 
     /// The sample of the last datagram that counted, once.
     std::optional<FeedSample> takeNewest();
@@ -55,14 +47,14 @@ private:
 
     Feed *formatOf(const QByteArray &datagram) const;
     bool isSilent(TimePoint now) const;
-    bool isLikeDriver(const Sender &sender, const Feed *feed) const;
-    bool mayDrive(const Sender &sender, const Feed *feed, TimePoint now);
-    void handOver(const Sender &sender, Feed *feed, TimePoint now);
-    void tellOfUnknown(const QByteArray &datagram, const Sender &sender);
-    void tellOfOther(const Sender &sender, const Feed *feed);
+    bool isLikeDriver(const Datagram::Sender &sender, const Feed *feed) const;
+    bool mayDrive(const Datagram::Sender &sender, const Feed *feed, TimePoint now);
+    void handOver(const Datagram::Sender &sender, Feed *feed, TimePoint now);
+    void tellOfUnknown(const QByteArray &datagram, const Datagram::Sender &sender);
+    void tellOfOther(const Datagram::Sender &sender, const Feed *feed);
 
     const std::vector<std::unique_ptr<Feed>> feeds;
-    Sender driver;
+    Datagram::Sender driver;
     Feed *format = nullptr; ///< Of the driver; null until the first one.
     TimePoint lastHeard;
     Ports ports = Ports::Unknown;

@@ -113,7 +113,7 @@ public:
 private:
     void read(QUdpSocket &socket)
     {
-        FeedSwitch::Sender sender;
+        Datagram::Sender sender;
         sender.toPort = socket.localPort();
         const Clock::time_point begin = Clock::now();
         Clock::time_point now = begin;

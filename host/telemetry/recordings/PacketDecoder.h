@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/feeds/FeedSwitch.h"
+#include "telemetry/feeds/Datagram.h"
 
 #include <QtCore/QByteArray>
 
@@ -24,7 +24,7 @@ struct CapturedPacket
     };
 
     Kind kind = Kind::Other;
-    FeedSwitch::Sender sender; ///< `Udp` only, like the payload.
+    Datagram::Sender sender; ///< `Udp` only, like the payload.
     QByteArray payload;
 };
 

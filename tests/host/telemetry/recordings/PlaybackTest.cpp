@@ -303,8 +303,8 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("a.pcap"));
-        const FeedSwitch::Sender first{QHostAddress(QHostAddress::LocalHost), 5000, 4444};
-        const FeedSwitch::Sender second{QHostAddress(QHostAddress::LocalHostIPv6), 5000, 4444};
+        const Datagram::Sender first{QHostAddress(QHostAddress::LocalHost), 5000, 4444};
+        const Datagram::Sender second{QHostAddress(QHostAddress::LocalHostIPv6), 5000, 4444};
         {
             RecordingWriter writer(path);
             for (int i = 0; i < 6; ++i) {

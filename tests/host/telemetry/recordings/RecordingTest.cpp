@@ -13,12 +13,12 @@ using namespace std::chrono_literals;
 
 namespace {
 
-FeedSwitch::Sender game()
+Datagram::Sender game()
 {
     return {QHostAddress(QStringLiteral("192.168.1.7")), 50001, 4444};
 }
 
-FeedSwitch::Sender other()
+Datagram::Sender other()
 {
     return {QHostAddress(QStringLiteral("2001:db8::8")), 65535, 20777};
 }
