@@ -1,6 +1,6 @@
 #include "UdpListener.h"
 
-#include "FeedSwitch.h"
+#include "GameSelector.h"
 
 #include <QtCore/QTimer>
 #include <QtNetwork/QNetworkInterface>
@@ -141,7 +141,7 @@ private:
     void checkSilence()
     {
         TelemetrySink *const sink = taker;
-        if (drive.check(Clock::now()) == FeedSwitch::Silence::Paused && sink != nullptr)
+        if (drive.check(Clock::now()) == GameSelector::Silence::Paused && sink != nullptr)
             sink->fallSilent();
         watchSilence();
     }
@@ -149,14 +149,14 @@ private:
     /// The timer isn't moved by each datagram; when it comes too early it is set anew.
     void watchSilence()
     {
-        const std::optional<FeedSwitch::TimePoint> due = drive.nextCheck();
+        const std::optional<GameSelector::TimePoint> due = drive.nextCheck();
         if (!due)
             return;
         const auto wait = std::chrono::ceil<std::chrono::milliseconds>(*due - Clock::now());
         silence.start(std::max(wait, std::chrono::milliseconds(0)));
     }
 
-    FeedSwitch drive;
+    GameSelector drive;
     const std::function<void(const Datagram &)> tap;
     const Clock::time_point start = Clock::now();
     const std::atomic<TelemetrySink *> &taker;

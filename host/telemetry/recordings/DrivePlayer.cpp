@@ -21,10 +21,10 @@ constexpr std::chrono::milliseconds ShortestWait(2);
 /// Well within what counts as a pause to whoever goes by the clock on the wall.
 constexpr std::chrono::milliseconds LongestWait = SilenceLimits::Paused / 2;
 
-FeedSwitch::TimePoint onTheDrivesClock(Nanoseconds place)
+GameSelector::TimePoint onTheDrivesClock(Nanoseconds place)
 {
-    return FeedSwitch::TimePoint(
-        std::chrono::duration_cast<FeedSwitch::TimePoint::duration>(place));
+    return GameSelector::TimePoint(
+        std::chrono::duration_cast<GameSelector::TimePoint::duration>(place));
 }
 
 QString shown(Nanoseconds length)
@@ -71,7 +71,7 @@ bool DrivePlayer::takeDue(Nanoseconds elapsed)
         const std::optional<Datagram> datagram = playback.take(elapsed);
         if (!datagram)
             return true;
-        const FeedSwitch::TimePoint time = onTheDrivesClock(datagram->time);
+        const GameSelector::TimePoint time = onTheDrivesClock(datagram->time);
         hear(time);
         if (!drive.offer(datagram->payload, datagram->sender, time))
             continue;
@@ -87,11 +87,11 @@ bool DrivePlayer::takeDue(Nanoseconds elapsed)
 }
 
 /// Notices silence up to a moment, as a listener does between two datagrams.
-void DrivePlayer::hear(FeedSwitch::TimePoint time)
+void DrivePlayer::hear(GameSelector::TimePoint time)
 {
-    FeedSwitch::Silence heard = FeedSwitch::Silence::None;
-    while ((heard = drive.check(time)) != FeedSwitch::Silence::None) {
-        if (heard == FeedSwitch::Silence::Paused && silence == Silence::None)
+    GameSelector::Silence heard = GameSelector::Silence::None;
+    while ((heard = drive.check(time)) != GameSelector::Silence::None) {
+        if (heard == GameSelector::Silence::Paused && silence == Silence::None)
             silence = Silence::Noticed;
     }
 }
@@ -107,7 +107,7 @@ std::optional<Nanoseconds> DrivePlayer::nextRepetition() const
 std::optional<Nanoseconds> DrivePlayer::nextMoment(Nanoseconds elapsed)
 {
     std::optional<Nanoseconds> next = playback.nextDue();
-    if (const std::optional<FeedSwitch::TimePoint> check = drive.nextCheck()) {
+    if (const std::optional<GameSelector::TimePoint> check = drive.nextCheck()) {
         const Nanoseconds moment = playback.elapsedAt(check->time_since_epoch());
         next = next ? std::min(*next, moment) : moment;
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Playback.h"
-#include "telemetry/feeds/FeedSwitch.h"
+#include "telemetry/feeds/GameSelector.h"
 
 #include <memory>
 #include <optional>
@@ -30,13 +30,13 @@ private:
     enum class Silence { None, Noticed, Told };
 
     bool takeDue(Nanoseconds elapsed);
-    void hear(FeedSwitch::TimePoint time);
+    void hear(GameSelector::TimePoint time);
     std::optional<Nanoseconds> nextRepetition() const;
     std::optional<Nanoseconds> nextMoment(Nanoseconds elapsed);
     void tell();
 
     Playback playback;
-    FeedSwitch drive;
+    GameSelector drive;
     const bool isSlow; ///< Slower than the drive's own pace.
     std::optional<FeedSample> newest;
     bool isNews = false;       ///< `newest` hasn't been handed on.

@@ -2,7 +2,7 @@
 
 #include "telemetry/feeds/DataOutFeed.h"
 #include "telemetry/feeds/EgoFeed.h"
-#include "telemetry/feeds/FeedSwitch.h"
+#include "telemetry/feeds/GameSelector.h"
 #include "telemetry/feeds/OutGaugeFeed.h"
 #include "telemetry/feeds/RevLimitStore.h"
 
@@ -27,8 +27,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         std::make_unique<RevLimitStore>(QStringLiteral("/dev/null/cars.ini"))));
     feeds.push_back(std::make_unique<DataOutFeed>());
     feeds.push_back(std::make_unique<EgoFeed>());
-    FeedSwitch drive(std::move(feeds));
-    FeedSwitch::TimePoint now{std::chrono::hours(1)};
+    GameSelector drive(std::move(feeds));
+    GameSelector::TimePoint now{std::chrono::hours(1)};
 
     constexpr std::size_t Header = 4;
     while (size >= Header) {

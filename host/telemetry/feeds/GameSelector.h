@@ -12,7 +12,7 @@
 
 /// Decides whose telemetry counts, and in which format it is. The game that began keeps the wheel
 /// until it is silent for half a second. One thread at a time; time comes in as an argument.
-class FeedSwitch
+class GameSelector
 {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
@@ -23,7 +23,7 @@ public:
         Lost,   ///< Reported once, when nothing has come for `SilenceLimits::Lost`.
     };
 
-    explicit FeedSwitch(std::vector<std::unique_ptr<Feed>> feeds);
+    explicit GameSelector(std::vector<std::unique_ptr<Feed>> feeds);
 
     /// Takes a datagram; true if it counts. Only the last one that counts is kept.
     bool offer(const QByteArray &datagram, const Datagram::Sender &sender, TimePoint now);

@@ -1,4 +1,4 @@
-#include "FeedSwitch.h"
+#include "GameSelector.h"
 
 #include "telemetry/SilenceLimits.h"
 
@@ -22,12 +22,12 @@ bool isSame(const Datagram::Sender &one, const Datagram::Sender &other)
 
 } // namespace
 
-FeedSwitch::FeedSwitch(std::vector<std::unique_ptr<Feed>> feeds)
+GameSelector::GameSelector(std::vector<std::unique_ptr<Feed>> feeds)
     : feeds(std::move(feeds))
 {
 }
 
-bool FeedSwitch::offer(const QByteArray &datagram, const Datagram::Sender &sender, TimePoint now)
+bool GameSelector::offer(const QByteArray &datagram, const Datagram::Sender &sender, TimePoint now)
 {
     Feed *const feed = formatOf(datagram);
     if (feed == nullptr) {
@@ -52,14 +52,14 @@ bool FeedSwitch::offer(const QByteArray &datagram, const Datagram::Sender &sende
     return true;
 }
 
-std::optional<FeedSample> FeedSwitch::takeNewest()
+std::optional<FeedSample> GameSelector::takeNewest()
 {
     if (!std::exchange(hasNewest, false))
         return std::nullopt;
     return format->decode(newest, lastHeard);
 }
 
-FeedSwitch::Silence FeedSwitch::check(TimePoint now)
+GameSelector::Silence GameSelector::check(TimePoint now)
 {
     const std::optional<TimePoint> due = nextCheck();
     if (!due || now < *due)
@@ -74,7 +74,7 @@ FeedSwitch::Silence FeedSwitch::check(TimePoint now)
     return told = Silence::Lost;
 }
 
-std::optional<FeedSwitch::TimePoint> FeedSwitch::nextCheck() const
+std::optional<GameSelector::TimePoint> GameSelector::nextCheck() const
 {
     if (format == nullptr || told == Silence::Lost)
         return std::nullopt;
@@ -82,7 +82,7 @@ std::optional<FeedSwitch::TimePoint> FeedSwitch::nextCheck() const
                                               : TimePoint::duration(SilenceLimits::Lost));
 }
 
-Feed *FeedSwitch::formatOf(const QByteArray &datagram) const
+Feed *GameSelector::formatOf(const QByteArray &datagram) const
 {
     if (format != nullptr && format->accepts(datagram))
         return format;
@@ -92,17 +92,17 @@ Feed *FeedSwitch::formatOf(const QByteArray &datagram) const
     return found == feeds.end() ? nullptr : found->get();
 }
 
-bool FeedSwitch::isSilent(TimePoint now) const
+bool GameSelector::isSilent(TimePoint now) const
 {
     return format == nullptr || now - lastHeard >= SilenceLimits::Paused;
 }
 
-bool FeedSwitch::isLikeDriver(const Datagram::Sender &sender, const Feed *feed) const
+bool GameSelector::isLikeDriver(const Datagram::Sender &sender, const Feed *feed) const
 {
     return feed == format && sender.toPort == driver.toPort && sender.address == driver.address;
 }
 
-bool FeedSwitch::mayDrive(const Datagram::Sender &sender, const Feed *feed, TimePoint now)
+bool GameSelector::mayDrive(const Datagram::Sender &sender, const Feed *feed, TimePoint now)
 {
     if (isSilent(now))
         return true;
@@ -119,7 +119,7 @@ bool FeedSwitch::mayDrive(const Datagram::Sender &sender, const Feed *feed, Time
     return ports == Ports::Changing;
 }
 
-void FeedSwitch::handOver(const Datagram::Sender &sender, Feed *feed, TimePoint now)
+void GameSelector::handOver(const Datagram::Sender &sender, Feed *feed, TimePoint now)
 {
     const bool isSameGame =
         isLikeDriver(sender, feed) && (ports == Ports::Changing || isSilent(now));
@@ -138,7 +138,7 @@ void FeedSwitch::handOver(const Datagram::Sender &sender, Feed *feed, TimePoint 
     format = feed;
 }
 
-void FeedSwitch::tellOfUnknown(const QByteArray &datagram, const Datagram::Sender &sender)
+void GameSelector::tellOfUnknown(const QByteArray &datagram, const Datagram::Sender &sender)
 {
     // A driver tries one format after another, and some games send several at once.
     constexpr int MostTold = 8;
@@ -152,7 +152,7 @@ void FeedSwitch::tellOfUnknown(const QByteArray &datagram, const Datagram::Sende
                                 .arg(nameOf(sender));
 }
 
-void FeedSwitch::tellOfOther(const Datagram::Sender &sender, const Feed *feed)
+void GameSelector::tellOfOther(const Datagram::Sender &sender, const Feed *feed)
 {
     if (std::exchange(toldOfOther, true))
         return;

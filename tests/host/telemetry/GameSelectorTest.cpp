@@ -4,12 +4,12 @@
 #include "telemetry/SilenceLimits.h"
 #include "telemetry/feeds/DataOutFeed.h"
 #include "telemetry/feeds/EgoFeed.h"
-#include "telemetry/feeds/FeedSwitch.h"
+#include "telemetry/feeds/GameSelector.h"
 
 #include <QtTest/QtTest>
 
 using namespace std::chrono_literals;
-using Silence = FeedSwitch::Silence;
+using Silence = GameSelector::Silence;
 
 namespace {
 
@@ -20,13 +20,13 @@ const Packet Race = Senders::dataOut();
 /// A switch between two formats, with a clock that stands still unless it is moved.
 struct Bench
 {
-    FeedSwitch drive{[] {
+    GameSelector drive{[] {
         std::vector<std::unique_ptr<Feed>> feeds;
         feeds.push_back(std::make_unique<DataOutFeed>());
         feeds.push_back(std::make_unique<EgoFeed>());
         return feeds;
     }()};
-    FeedSwitch::TimePoint now{1h};
+    GameSelector::TimePoint now{1h};
     LogCapture log;
 
     bool send(const QByteArray &datagram, quint16 from, quint16 to = 20777)
@@ -40,7 +40,7 @@ struct Bench
 
 } // namespace
 
-class FeedSwitchTest : public QObject
+class GameSelectorTest : public QObject
 {
     Q_OBJECT
 
@@ -107,10 +107,10 @@ private Q_SLOTS:
         Bench bench;
         QVERIFY(!bench.drive.nextCheck());
         QCOMPARE(bench.drive.check(bench.now), Silence::None);
-        const FeedSwitch::TimePoint start = bench.now;
+        const GameSelector::TimePoint start = bench.now;
         for (int round = 0; round < 2; ++round) {
             bench.send(Race, 1000);
-            const FeedSwitch::TimePoint heard = bench.now;
+            const GameSelector::TimePoint heard = bench.now;
             QCOMPARE(*bench.drive.nextCheck(), heard + 500ms);
             QCOMPARE(bench.drive.check(heard + 499ms), Silence::None);
             QCOMPARE(bench.drive.check(heard + 500ms), Silence::Paused);
@@ -170,5 +170,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(FeedSwitchTest)
-#include "FeedSwitchTest.moc"
+QTEST_GUILESS_MAIN(GameSelectorTest)
+#include "GameSelectorTest.moc"
