@@ -1,7 +1,7 @@
 #include "VehicleReport.h"
 
 #include "DashboardAbstractProfilesManager.h"
-#include "telemetry/feeds/FormerNames.h"
+#include "telemetry/feeds/FormerVehicleNames.h"
 
 #include <algorithm>
 
@@ -17,7 +17,7 @@ bool isAssigned(const DashboardAbstractProfilesManager &store, const QString &ve
 void reportVehicle(DashboardAbstractProfilesManager &store, const QString &name)
 {
     if (!isAssigned(store, name)) {
-        const QStringList formers = formerNames(name);
+        const QStringList formers = formerVehicleNames(name);
         const auto known =
             std::find_if(formers.begin(), formers.end(),
                          [&store](const QString &former) { return isAssigned(store, former); });

@@ -4,7 +4,7 @@
 
 #include "telemetry/feeds/DataOutFeed.h"
 #include "telemetry/feeds/EgoFeed.h"
-#include "telemetry/feeds/FormerNames.h"
+#include "telemetry/feeds/FormerVehicleNames.h"
 #include "telemetry/feeds/OutGaugeFeed.h"
 #include "telemetry/feeds/RevLimitStore.h"
 
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QCOMPARE(nameIn(DataOutFeed(), Senders::dataOut(311, 0)), QString());
         QCOMPARE(nameIn(EgoFeed(), Senders::ego()), QStringLiteral("EGO car 8000-1450-5"));
         QCOMPARE(nameIn(EgoFeed(), Senders::ego(38)), QString());
-        QCOMPARE(formerNames(QStringLiteral("OutGauge 563412")),
+        QCOMPARE(formerVehicleNames(QStringLiteral("OutGauge 563412")),
                  QStringList{QStringLiteral("OutGauge 123456")});
     }
 

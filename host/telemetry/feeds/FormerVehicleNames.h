@@ -4,4 +4,4 @@
 
 /// The names that earlier versions of the host may have given to the vehicle that is called
 /// `vehicle` now. A driver's dashboard may be remembered under any of them.
-QStringList formerNames(const QString &vehicle);
+QStringList formerVehicleNames(const QString &vehicle);

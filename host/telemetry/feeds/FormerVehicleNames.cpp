@@ -1,4 +1,4 @@
-#include "FormerNames.h"
+#include "FormerVehicleNames.h"
 
 #include <QtCore/QRegularExpression>
 
@@ -45,7 +45,7 @@ QStringList formerModNames(const QString &number)
 
 } // namespace
 
-QStringList formerNames(const QString &vehicle)
+QStringList formerVehicleNames(const QString &vehicle)
 {
     static const QRegularExpression ego(
         QStringLiteral("^EGO car ([0-9]{1,6})-([0-9]{1,6})-([0-9]+)$"));
