@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Feed.h"
-#include "MovedFields.h"
+#include "FilledFields.h"
 
 /// Data Out, with what takes more than one datagram to know: the fields that a game fills, and what
 /// to show while the driver is in a menu.
@@ -17,7 +17,7 @@ public:
 private:
     FeedSample last;
     qint32 car = 0;
-    MovedFields moved{Available::Position | Available::CurrentTime | Available::LastTime |
+    FilledFields moved{Available::Position | Available::CurrentTime | Available::LastTime |
                       Available::BestTime | Available::FuelLevel | Available::TyreTemp |
                       Available::TyreWear};
 };

@@ -2,7 +2,7 @@
 
 #include "EgoExtradata.h"
 #include "Feed.h"
-#include "MovedFields.h"
+#include "FilledFields.h"
 #include "RevLimits.h"
 
 /// EGO extradata, with what takes more than one datagram to know: the fields that a game fills, and
@@ -34,5 +34,5 @@ private:
     RevLimitLearner learner;
     float lastClock = 0;
     QString vehicle;
-    MovedFields moved{~std::uint64_t{0}};
+    FilledFields moved{~std::uint64_t{0}};
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Feed.h"
-#include "MovedFields.h"
+#include "FilledFields.h"
 #include "RevLimits.h"
 
 #include <memory>
@@ -29,7 +29,7 @@ private:
     std::unique_ptr<RevLimitStore> store;
     RevLimitLearner learner;
     RevLimits kept;
-    MovedFields moved{Available::FuelLevel}; ///< Servers can keep the fuel of cars to themselves.
+    FilledFields moved{Available::FuelLevel}; ///< Servers can keep the fuel of cars to themselves.
     QString car;
     bool hasCar = false;
     QString vehicle;

@@ -1,4 +1,4 @@
-#include "MovedFields.h"
+#include "FilledFields.h"
 
 namespace {
 
@@ -35,7 +35,7 @@ std::uint64_t fieldsWithContent(const VehicleTelemetry &vehicle)
 
 } // namespace
 
-void MovedFields::judge(VehicleTelemetry &vehicle)
+void FilledFields::judge(VehicleTelemetry &vehicle)
 {
     moved |= fieldsWithContent(vehicle);
     vehicle.availabilityMask &= moved | ~judged;

@@ -6,11 +6,11 @@
 
 /// Finds out which fields a game really fills: one that has never been anything but 0 since the
 /// start counts as unavailable.
-class MovedFields
+class FilledFields
 {
 public:
     /// `judged` are the bits of availability that this is asked of; others are left alone.
-    explicit MovedFields(std::uint64_t judged)
+    explicit FilledFields(std::uint64_t judged)
         : judged(judged)
     {
     }
