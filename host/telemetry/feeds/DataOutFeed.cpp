@@ -1,7 +1,7 @@
 #include "DataOutFeed.h"
 
 #include "DataOut.h"
-#include "UsualLimits.h"
+#include "DefaultDisplayLimits.h"
 
 bool DataOutFeed::accepts(const QByteArray &payload) const
 {
@@ -16,7 +16,7 @@ std::optional<FeedSample> DataOutFeed::decode(const QByteArray &payload, TimePoi
     if (reading->sample.paused) {
         // Menus send zeros: the dashboard keeps what it showed.
         last.sample.paused = true;
-        last.sample.limits = usualLimits();
+        last.sample.limits = defaultDisplayLimits();
         return last;
     }
     if (reading->car != car) {
@@ -25,7 +25,7 @@ std::optional<FeedSample> DataOutFeed::decode(const QByteArray &payload, TimePoi
         last.vehicle = car != 0 ? QStringLiteral("Data Out car %1").arg(car) : QString();
     }
     last.sample = reading->sample;
-    last.sample.limits = usualLimits();
+    last.sample.limits = defaultDisplayLimits();
     VehicleTelemetry &vehicle = last.sample.vehicle;
     moved.judge(vehicle);
     // A first lap is a 0 that counts, but roaming freely has no laps, times nor places.

@@ -1,6 +1,6 @@
 #include "EgoFeed.h"
 
-#include "UsualLimits.h"
+#include "DefaultDisplayLimits.h"
 
 bool EgoFeed::accepts(const QByteArray &payload) const
 {
@@ -25,7 +25,7 @@ std::optional<FeedSample> EgoFeed::decode(const QByteArray &payload, TimePoint t
         }
     }
     FeedSample sample{reading->sample, vehicle};
-    sample.sample.limits = usualLimits();
+    sample.sample.limits = defaultDisplayLimits();
     moved.judge(sample.sample.vehicle);
     if (engine.maxRpm == 0)
         learnMaximum(sample.sample.vehicle, reading->clock, time);

@@ -2,7 +2,7 @@
 
 #include "OutGauge.h"
 #include "RevLimitStore.h"
-#include "UsualLimits.h"
+#include "DefaultDisplayLimits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -65,7 +65,7 @@ void OutGaugeFeed::changeCar(const QString &code)
 
 DisplayLimits OutGaugeFeed::limits() const
 {
-    DisplayLimits limits = usualLimits();
+    DisplayLimits limits = defaultDisplayLimits();
     const std::uint32_t maximum = kept.maximum();
     if (maximum == 0)
         return limits;

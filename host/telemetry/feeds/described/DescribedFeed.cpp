@@ -1,6 +1,6 @@
 #include "DescribedFeed.h"
 
-#include "telemetry/feeds/UsualLimits.h"
+#include "telemetry/feeds/DefaultDisplayLimits.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QtEndian>
@@ -67,7 +67,7 @@ std::optional<FeedSample> DescribedFeed::decode(const QByteArray &payload, TimeP
     if (!accepts(payload))
         return std::nullopt;
     FeedSample result;
-    result.sample.limits = usualLimits();
+    result.sample.limits = defaultDisplayLimits();
     for (const FeedDescription::Field &field : description.fields) {
         if (field.available && read(payload, *field.available).value_or(0) == 0)
             continue;

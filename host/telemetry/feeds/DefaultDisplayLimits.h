@@ -4,7 +4,7 @@
 
 /// Display limits for games that send none: a steering wheel of 900 degrees from lock to lock, and
 /// the zones of an ordinary rev counter.
-inline DisplayLimits usualLimits()
+inline DisplayLimits defaultDisplayLimits()
 {
     DisplayLimits limits{};
     limits.steeringScale = 4.5F;
