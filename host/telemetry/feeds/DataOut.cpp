@@ -1,6 +1,6 @@
 #include "DataOut.h"
 
-#include "Quantities.h"
+#include "Conversions.h"
 
 #include <cmath>
 
@@ -8,8 +8,8 @@ namespace DataOut {
 
 namespace {
 
-using Quantities::Corners;
-using Quantities::WheelOrder;
+using Conversions::Corners;
+using Conversions::WheelOrder;
 
 constexpr int SledLength = 232;
 constexpr int DashLength = 311;
@@ -68,25 +68,25 @@ std::uint8_t pedal(quint8 position)
 
 void fillMotion(VehicleTelemetry &vehicle, const ByteReader &bytes)
 {
-    vehicle.rpm = Quantities::rpm(bytes.real(Sled::Rpm)).value_or(0);
-    vehicle.maxRpm = Quantities::rpm(bytes.real(Sled::MaxRpm)).value_or(0);
-    vehicle.swayG = Quantities::gravities(bytes.real(Sled::AccelerationX)).value_or(0.0F);
-    vehicle.heaveG = Quantities::gravities(bytes.real(Sled::AccelerationY)).value_or(0.0F);
-    vehicle.surgeG = Quantities::gravities(bytes.real(Sled::AccelerationZ)).value_or(0.0F);
-    vehicle.headingDeg = Quantities::heading(bytes.real(Sled::Yaw)).value_or(0.0F);
+    vehicle.rpm = Conversions::rpm(bytes.real(Sled::Rpm)).value_or(0);
+    vehicle.maxRpm = Conversions::rpm(bytes.real(Sled::MaxRpm)).value_or(0);
+    vehicle.swayG = Conversions::gravities(bytes.real(Sled::AccelerationX)).value_or(0.0F);
+    vehicle.heaveG = Conversions::gravities(bytes.real(Sled::AccelerationY)).value_or(0.0F);
+    vehicle.surgeG = Conversions::gravities(bytes.real(Sled::AccelerationZ)).value_or(0.0F);
+    vehicle.headingDeg = Conversions::heading(bytes.real(Sled::Yaw)).value_or(0.0F);
     // In the game it grows as the nose goes down.
-    vehicle.pitchDeg = Quantities::degrees(-bytes.real(Sled::Pitch)).value_or(0.0F);
-    vehicle.rollDeg = Quantities::degrees(bytes.real(Sled::Roll)).value_or(0.0F);
+    vehicle.pitchDeg = Conversions::degrees(-bytes.real(Sled::Pitch)).value_or(0.0F);
+    vehicle.rollDeg = Conversions::degrees(bytes.real(Sled::Roll)).value_or(0.0F);
     const float velocity = std::hypot(bytes.real(Sled::VelocityX), bytes.real(Sled::VelocityX + 4),
                                       bytes.real(Sled::VelocityX + 8));
-    vehicle.groundSpeedKmh = Quantities::kmh(velocity).value_or(0.0F);
+    vehicle.groundSpeedKmh = Conversions::kmh(velocity).value_or(0.0F);
     vehicle.speedKmh = vehicle.groundSpeedKmh;
 }
 
 void fillSlip(ExtendedTelemetry &extended, const ByteReader &bytes)
 {
-    const Corners ratios = Quantities::corners(bytes, Sled::SlipRatios, WheelOrder::FrontFirst);
-    const Corners angles = Quantities::corners(bytes, Sled::SlipAngles, WheelOrder::FrontFirst);
+    const Corners ratios = Conversions::corners(bytes, Sled::SlipRatios, WheelOrder::FrontFirst);
+    const Corners angles = Conversions::corners(bytes, Sled::SlipAngles, WheelOrder::FrontFirst);
     const auto slips = [](float value) {
         constexpr float Most = 1e6F;
         return std::abs(value) > 1 && std::abs(value) < Most;
@@ -99,13 +99,13 @@ void fillSlip(ExtendedTelemetry &extended, const ByteReader &bytes)
 
 void fillDash(VehicleTelemetry &vehicle, const ByteReader &bytes, int start)
 {
-    using Quantities::take;
+    using Conversions::take;
     const auto real = [&](int offset) { return bytes.real(start + offset); };
     const auto byte = [&](int offset) { return bytes.at<quint8>(start + offset); };
-    vehicle.speedKmh = Quantities::kmh(real(Dash::Speed)).value_or(0.0F);
+    vehicle.speedKmh = Conversions::kmh(real(Dash::Speed)).value_or(0.0F);
     vehicle.gear = gear(byte(Dash::Gear));
     const float steer = static_cast<float>(bytes.at<qint8>(start + Dash::Steer)) / 127;
-    vehicle.steeringPercent = Quantities::signedPercent(steer).value_or(0);
+    vehicle.steeringPercent = Conversions::signedPercent(steer).value_or(0);
     vehicle.gasPedalPercent = pedal(byte(Dash::Throttle));
     vehicle.brakePedalPercent = pedal(byte(Dash::Brake));
     vehicle.clutchPedalPercent = pedal(byte(Dash::Clutch));
@@ -114,17 +114,17 @@ void fillDash(VehicleTelemetry &vehicle, const ByteReader &bytes, int start)
     vehicle.availabilityMask |= Available::Pedals | Available::Position | Available::CompletedLaps;
 
     vehicle.fuelLevelPercent =
-        take(vehicle, Available::FuelLevel, Quantities::percent(real(Dash::Fuel)));
+        take(vehicle, Available::FuelLevel, Conversions::percent(real(Dash::Fuel)));
     vehicle.bestTimeMs =
-        take(vehicle, Available::BestTime, Quantities::milliseconds(real(Dash::BestLap)));
+        take(vehicle, Available::BestTime, Conversions::milliseconds(real(Dash::BestLap)));
     vehicle.lastTimeMs =
-        take(vehicle, Available::LastTime, Quantities::milliseconds(real(Dash::LastLap)));
+        take(vehicle, Available::LastTime, Conversions::milliseconds(real(Dash::LastLap)));
     vehicle.currentTimeMs =
-        take(vehicle, Available::CurrentTime, Quantities::milliseconds(real(Dash::CurrentLap)));
+        take(vehicle, Available::CurrentTime, Conversions::milliseconds(real(Dash::CurrentLap)));
 
     const Corners fahrenheit =
-        Quantities::corners(bytes, start + Dash::TyreTemperatures, WheelOrder::FrontFirst);
-    if (const auto hot = Quantities::within(fahrenheit, -200, 5000)) {
+        Conversions::corners(bytes, start + Dash::TyreTemperatures, WheelOrder::FrontFirst);
+    if (const auto hot = Conversions::within(fahrenheit, -200, 5000)) {
         vehicle.availabilityMask |= Available::TyreTemp;
         for (std::size_t i = 0; i < hot->size(); ++i)
             vehicle.tyreTempC[i] = static_cast<std::int32_t>(std::lround(((*hot)[i] - 32) / 1.8F));
@@ -133,10 +133,10 @@ void fillDash(VehicleTelemetry &vehicle, const ByteReader &bytes, int start)
 
 void fillTyreWear(VehicleTelemetry &vehicle, const ByteReader &bytes)
 {
-    const Corners wear = Quantities::corners(bytes, TyreWearAt, WheelOrder::FrontFirst);
+    const Corners wear = Conversions::corners(bytes, TyreWearAt, WheelOrder::FrontFirst);
     std::array<std::uint8_t, 4> percents{};
     for (std::size_t i = 0; i < wear.size(); ++i) {
-        const auto percent = Quantities::percent(wear[i]);
+        const auto percent = Conversions::percent(wear[i]);
         if (!percent)
             return;
         percents[i] = *percent;
@@ -157,7 +157,7 @@ bool accepts(const QByteArray &datagram)
     const ByteReader bytes(datagram);
     return bytes.at<quint32>(Sled::RaceOn) <= 1 && bytes.at<quint32>(Sled::DriveTrain) <= 2 &&
            bytes.at<quint32>(Sled::CarClass) <= 100 &&
-           Quantities::areEnough(Quantities::measurements(bytes, Sled::MaxRpm, Measured), Measured);
+           Conversions::areEnough(Conversions::measurements(bytes, Sled::MaxRpm, Measured), Measured);
 }
 
 std::optional<Reading> decode(const QByteArray &datagram)

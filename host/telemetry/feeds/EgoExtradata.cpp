@@ -1,6 +1,6 @@
 #include "EgoExtradata.h"
 
-#include "Quantities.h"
+#include "Conversions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,8 +9,8 @@ namespace EgoExtradata {
 
 namespace {
 
-using Quantities::Corners;
-using Quantities::WheelOrder;
+using Conversions::Corners;
+using Conversions::WheelOrder;
 
 // In numbers of four bytes.
 constexpr int ShortCount = 38;
@@ -66,7 +66,7 @@ public:
 
     Corners corners(int place) const
     {
-        return Quantities::corners(bytes, 4 * place, WheelOrder::RearFirst);
+        return Conversions::corners(bytes, 4 * place, WheelOrder::RearFirst);
     }
 
 private:
@@ -88,20 +88,20 @@ Kind kindOf(const QByteArray &datagram)
     constexpr float SlowestFormula = 2000;
     const bool isRally =
         count == FormulaCount &&
-        Quantities::within(Numbers(datagram)[Place::MaxEngineSpeed], 1, SlowestFormula);
+        Conversions::within(Numbers(datagram)[Place::MaxEngineSpeed], 1, SlowestFormula);
     return {count, count == FormulaCount && !isRally};
 }
 
 std::optional<std::uint32_t> engineSpeed(float number, const Kind &kind)
 {
     constexpr float RpmPerRadianPerSecond = 9.549297F;
-    return Quantities::rpm(kind.isFormula ? number : number * RpmPerRadianPerSecond);
+    return Conversions::rpm(kind.isFormula ? number : number * RpmPerRadianPerSecond);
 }
 
 std::int8_t rallyGear(float code)
 {
     constexpr long Reverse = 10;
-    const auto known = Quantities::within(code, -1, Reverse);
+    const auto known = Conversions::within(code, -1, Reverse);
     const long number = known ? std::lround(*known) : 0;
     return static_cast<std::int8_t>(number == Reverse ? -1 : number);
 }
@@ -109,7 +109,7 @@ std::int8_t rallyGear(float code)
 /// Reverse is 0, neutral 1, the first gear 2.
 std::int8_t formulaGear(float code)
 {
-    const auto known = Quantities::within(code, 0, 10);
+    const auto known = Conversions::within(code, 0, 10);
     return static_cast<std::int8_t>(known ? std::lround(*known) - 1 : 0);
 }
 
@@ -118,30 +118,30 @@ void fillAttitude(VehicleTelemetry &vehicle, const Numbers &numbers)
 {
     // From -1 to 1, but for what calculating adds.
     const auto part = [&](int place) {
-        const auto known = Quantities::within(numbers[place], -1.01F, 1.01F);
+        const auto known = Conversions::within(numbers[place], -1.01F, 1.01F);
         return known ? std::optional(std::clamp(*known, -1.0F, 1.0F)) : std::nullopt;
     };
     if (const auto up = part(Place::Forward + 1))
-        vehicle.pitchDeg = Quantities::degrees(std::asin(*up)).value_or(0.0F);
+        vehicle.pitchDeg = Conversions::degrees(std::asin(*up)).value_or(0.0F);
     if (const auto up = part(Place::Right + 1))
-        vehicle.rollDeg = Quantities::degrees(std::asin(-*up)).value_or(0.0F);
+        vehicle.rollDeg = Conversions::degrees(std::asin(-*up)).value_or(0.0F);
     const auto x = part(Place::Forward);
     const auto z = part(Place::Forward + 2);
     if (x && z)
-        vehicle.headingDeg = Quantities::heading(std::atan2(-*x, *z)).value_or(0.0F);
+        vehicle.headingDeg = Conversions::heading(std::atan2(-*x, *z)).value_or(0.0F);
 }
 
 void fillMotion(VehicleTelemetry &vehicle, const Numbers &numbers, const Kind &kind)
 {
-    using Quantities::percent;
-    vehicle.speedKmh = Quantities::kmh(numbers[Place::Speed]).value_or(0.0F);
+    using Conversions::percent;
+    vehicle.speedKmh = Conversions::kmh(numbers[Place::Speed]).value_or(0.0F);
     vehicle.groundSpeedKmh = vehicle.speedKmh;
-    vehicle.steeringPercent = Quantities::signedPercent(numbers[Place::Steering]).value_or(0);
+    vehicle.steeringPercent = Conversions::signedPercent(numbers[Place::Steering]).value_or(0);
     vehicle.gear =
         kind.isFormula ? formulaGear(numbers[Place::Gear]) : rallyGear(numbers[Place::Gear]);
     vehicle.rpm = engineSpeed(numbers[Place::EngineSpeed], kind).value_or(0);
-    vehicle.swayG = Quantities::within(-numbers[Place::LateralG], -1000, 1000).value_or(0.0F);
-    vehicle.surgeG = Quantities::within(numbers[Place::LongitudinalG], -1000, 1000).value_or(0.0F);
+    vehicle.swayG = Conversions::within(-numbers[Place::LateralG], -1000, 1000).value_or(0.0F);
+    vehicle.surgeG = Conversions::within(numbers[Place::LongitudinalG], -1000, 1000).value_or(0.0F);
     const auto throttle = percent(numbers[Place::Throttle]);
     const auto brake = percent(numbers[Place::Brake]);
     const auto clutch = percent(numbers[Place::Clutch]);
@@ -158,12 +158,12 @@ void fillCorners(VehicleTelemetry &vehicle, const Numbers &numbers)
 {
     constexpr float KpaPerPsi = 6.894757F;
     if (const auto hot =
-            Quantities::within(numbers.corners(Place::BrakeTemperatures), -100, 5000)) {
+            Conversions::within(numbers.corners(Place::BrakeTemperatures), -100, 5000)) {
         vehicle.availabilityMask |= Available::BrakeTemp;
         for (std::size_t i = 0; i < hot->size(); ++i)
             vehicle.brakeTempC[i] = static_cast<std::int32_t>(std::lround((*hot)[i]));
     }
-    if (const auto psi = Quantities::within(numbers.corners(Place::TyrePressures), 0, 1000)) {
+    if (const auto psi = Conversions::within(numbers.corners(Place::TyrePressures), 0, 1000)) {
         vehicle.availabilityMask |= Available::TyrePressure;
         for (std::size_t i = 0; i < psi->size(); ++i)
             vehicle.tyrePressureKpa[i] =
@@ -174,8 +174,8 @@ void fillCorners(VehicleTelemetry &vehicle, const Numbers &numbers)
 /// What only the longer datagrams hold.
 void fillRace(VehicleTelemetry &vehicle, const Numbers &numbers, const Kind &kind)
 {
-    using Quantities::count;
-    using Quantities::take;
+    using Conversions::count;
+    using Conversions::take;
     const auto step = [](float number) -> std::optional<std::uint8_t> {
         const auto whole = count(number);
         return whole && *whole <= 255 ? std::optional(static_cast<std::uint8_t>(*whole))
@@ -184,16 +184,16 @@ void fillRace(VehicleTelemetry &vehicle, const Numbers &numbers, const Kind &kin
     vehicle.position = take(vehicle, Available::Position, count(numbers[Place::Position]));
     vehicle.numberOfLaps = take(vehicle, Available::NumberOfLaps, count(numbers[Place::TotalLaps]));
     vehicle.lastTimeMs =
-        take(vehicle, Available::LastTime, Quantities::milliseconds(numbers[Place::LastLap]));
+        take(vehicle, Available::LastTime, Conversions::milliseconds(numbers[Place::LastLap]));
     vehicle.absLevel = take(vehicle, Available::AbsLevel, step(numbers[Place::Abs]));
     vehicle.tractionControlLevel =
         take(vehicle, Available::TractionControlLevel, step(numbers[Place::TractionControl]));
     constexpr float LargestTank = 10'000;
-    const auto fuel = Quantities::within(numbers[Place::Fuel], 0, LargestTank);
-    const auto capacity = Quantities::within(numbers[Place::FuelCapacity], 0.01F, LargestTank);
+    const auto fuel = Conversions::within(numbers[Place::Fuel], 0, LargestTank);
+    const auto capacity = Conversions::within(numbers[Place::FuelCapacity], 0.01F, LargestTank);
     if (fuel && capacity) {
         vehicle.fuelLevelPercent =
-            take(vehicle, Available::FuelLevel, Quantities::percent(*fuel / *capacity));
+            take(vehicle, Available::FuelLevel, Conversions::percent(*fuel / *capacity));
     }
     vehicle.maxRpm = engineSpeed(numbers[Place::MaxEngineSpeed], kind).value_or(0);
     vehicle.statusFlags |= numbers[Place::Drs] == 1 ? Status::DrsEngaged : 0;
@@ -214,7 +214,7 @@ bool accepts(const QByteArray &datagram)
     const int length = datagram.size();
     if (length != 4 * ShortCount && length != 4 * LongCount && length != 4 * FormulaCount)
         return false;
-    return Quantities::areEnough(Quantities::measurements(ByteReader(datagram), 0, length / 4),
+    return Conversions::areEnough(Conversions::measurements(ByteReader(datagram), 0, length / 4),
                                  length / 4);
 }
 
@@ -222,7 +222,7 @@ std::optional<Reading> decode(const QByteArray &datagram)
 {
     if (!accepts(datagram))
         return std::nullopt;
-    using Quantities::take;
+    using Conversions::take;
     const Kind kind = kindOf(datagram);
     const Numbers numbers(datagram);
     Reading reading;
@@ -230,15 +230,15 @@ std::optional<Reading> decode(const QByteArray &datagram)
     reading.clock = numbers[Place::Clock];
     fillMotion(vehicle, numbers, kind);
     vehicle.currentTimeMs =
-        take(vehicle, Available::CurrentTime, Quantities::milliseconds(numbers[Place::LapTime]));
+        take(vehicle, Available::CurrentTime, Conversions::milliseconds(numbers[Place::LapTime]));
     const bool countsLaps = kind.count > ShortCount && !kind.isFormula;
     vehicle.completedLaps =
         take(vehicle, Available::CompletedLaps,
-             Quantities::count(numbers[countsLaps ? Place::CompletedLaps : Place::Lap]));
+             Conversions::count(numbers[countsLaps ? Place::CompletedLaps : Place::Lap]));
     if (kind.count > ShortCount) {
         fillRace(vehicle, numbers, kind);
         reading.idleRpm = engineSpeed(numbers[Place::IdleEngineSpeed], kind).value_or(0);
-        reading.gears = Quantities::count(numbers[Place::Gears]).value_or(0);
+        reading.gears = Conversions::count(numbers[Place::Gears]).value_or(0);
     }
     if (kind.isFormula)
         fillFormula(vehicle, numbers);

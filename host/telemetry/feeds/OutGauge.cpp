@@ -1,6 +1,6 @@
 #include "OutGauge.h"
 
-#include "Quantities.h"
+#include "Conversions.h"
 
 #include <algorithm>
 
@@ -82,26 +82,26 @@ bool accepts(const QByteArray &datagram)
     if (datagram.size() != Length && datagram.size() != LengthWithId)
         return false;
     const ByteReader bytes(datagram);
-    const int found = Quantities::measurements(bytes, SpeedAt, MeasuredFirst) +
-                      Quantities::measurements(bytes, ThrottleAt, MeasuredLater);
+    const int found = Conversions::measurements(bytes, SpeedAt, MeasuredFirst) +
+                      Conversions::measurements(bytes, ThrottleAt, MeasuredLater);
     return isCar(datagram.mid(CarAt, CarLength)) && !datagram.startsWith(OutSimHeader) &&
-           Quantities::areEnough(found, MeasuredFirst + MeasuredLater);
+           Conversions::areEnough(found, MeasuredFirst + MeasuredLater);
 }
 
 std::optional<Reading> decode(const QByteArray &datagram)
 {
     if (!accepts(datagram))
         return std::nullopt;
-    using Quantities::percent;
-    using Quantities::take;
+    using Conversions::percent;
+    using Conversions::take;
     const ByteReader bytes(datagram);
     Reading reading;
     VehicleTelemetry &vehicle = reading.sample.vehicle;
 
     vehicle.gear = gearOf(bytes.at<quint8>(GearAt));
-    vehicle.speedKmh = Quantities::kmh(bytes.real(SpeedAt)).value_or(0.0F);
+    vehicle.speedKmh = Conversions::kmh(bytes.real(SpeedAt)).value_or(0.0F);
     vehicle.groundSpeedKmh = vehicle.speedKmh;
-    vehicle.rpm = Quantities::rpm(bytes.real(RpmAt)).value_or(0);
+    vehicle.rpm = Conversions::rpm(bytes.real(RpmAt)).value_or(0);
     vehicle.fuelLevelPercent = take(vehicle, Available::FuelLevel, percent(bytes.real(FuelAt)));
 
     const auto throttle = percent(bytes.real(ThrottleAt));

@@ -9,7 +9,7 @@
 
 /// From what games send to what records hold. A number that is not finite, or beyond what the
 /// quantity can be, is no number: the results are empty then, and nothing is converted.
-namespace Quantities {
+namespace Conversions {
 
 /// `value` if it lies within the limits.
 std::optional<float> within(float value, float low, float high);
@@ -63,4 +63,4 @@ Value take(VehicleTelemetry &vehicle, std::uint64_t bit, const std::optional<Val
     return value.value_or(Value{});
 }
 
-} // namespace Quantities
+} // namespace Conversions

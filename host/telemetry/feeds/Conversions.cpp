@@ -1,9 +1,9 @@
-#include "Quantities.h"
+#include "Conversions.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace Quantities {
+namespace Conversions {
 
 namespace {
 
@@ -112,4 +112,4 @@ int measurements(const ByteReader &bytes, int offset, int count)
     return likely;
 }
 
-} // namespace Quantities
+} // namespace Conversions
