@@ -6,7 +6,7 @@
 #include "telemetry/demo/PacedSource.h"
 #include "telemetry/feeds/KnownFeeds.h"
 #include "telemetry/feeds/described/DescribedFeed.h"
-#include "telemetry/recordings/DriveFile.h"
+#include "telemetry/recordings/OpenDrive.h"
 #include "telemetry/recordings/PlaybackSource.h"
 
 #include <QtCore/QFileInfo>

@@ -1,6 +1,6 @@
 #include "ProgramHome.h"
 #include "support/SystemLimits.h"
-#include "telemetry/recordings/DriveFile.h"
+#include "telemetry/recordings/OpenDrive.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/recordings/DriveFile.h"
+#include "telemetry/recordings/OpenDrive.h"
 
 #include <QtCore/QDebug>
 

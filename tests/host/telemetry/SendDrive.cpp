@@ -1,4 +1,4 @@
-#include "telemetry/recordings/DriveFile.h"
+#include "telemetry/recordings/OpenDrive.h"
 #include "telemetry/recordings/Playback.h"
 
 #include <QtCore/QCommandLineParser>

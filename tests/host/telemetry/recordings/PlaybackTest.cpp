@@ -1,6 +1,6 @@
 #include "telemetry/SilenceLimits.h"
 #include "telemetry/TelemetrySource.h"
-#include "telemetry/recordings/DriveFile.h"
+#include "telemetry/recordings/OpenDrive.h"
 #include "telemetry/recordings/PlaybackSource.h"
 #include "telemetry/recordings/RecordingWriter.h"
 

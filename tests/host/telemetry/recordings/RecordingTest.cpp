@@ -1,5 +1,5 @@
 #include "support/SystemLimits.h"
-#include "telemetry/recordings/DriveFile.h"
+#include "telemetry/recordings/OpenDrive.h"
 #include "telemetry/recordings/RecordingWriter.h"
 
 #include <QtCore/QDir>

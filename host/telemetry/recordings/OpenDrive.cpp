@@ -1,4 +1,4 @@
-#include "DriveFile.h"
+#include "OpenDrive.h"
 
 #include "CaptureReader.h"
 
