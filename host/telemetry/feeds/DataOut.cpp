@@ -157,7 +157,8 @@ bool accepts(const QByteArray &datagram)
     const ByteReader bytes(datagram);
     return bytes.at<quint32>(Sled::RaceOn) <= 1 && bytes.at<quint32>(Sled::DriveTrain) <= 2 &&
            bytes.at<quint32>(Sled::CarClass) <= 100 &&
-           Conversions::areEnough(Conversions::measurements(bytes, Sled::MaxRpm, Measured), Measured);
+           Conversions::areEnough(Conversions::measurements(bytes, Sled::MaxRpm, Measured),
+                                  Measured);
 }
 
 std::optional<Reading> decode(const QByteArray &datagram)

@@ -215,7 +215,7 @@ bool accepts(const QByteArray &datagram)
     if (length != 4 * ShortCount && length != 4 * LongCount && length != 4 * FormulaCount)
         return false;
     return Conversions::areEnough(Conversions::measurements(ByteReader(datagram), 0, length / 4),
-                                 length / 4);
+                                  length / 4);
 }
 
 std::optional<Reading> decode(const QByteArray &datagram)

@@ -1,8 +1,8 @@
 #include "OutGaugeFeed.h"
 
+#include "DefaultDisplayLimits.h"
 #include "OutGauge.h"
 #include "RevLimitStore.h"
-#include "DefaultDisplayLimits.h"
 
 #include <algorithm>
 #include <cmath>
