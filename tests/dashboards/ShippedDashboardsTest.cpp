@@ -3,6 +3,7 @@
 #include "commands/SourceTokens.h"
 #include "render/DashboardFadeInOut.h"
 
+#include <QtCore/QDirIterator>
 #include <QtCore/QHash>
 #include <QtTest/QtTest>
 
@@ -59,16 +60,16 @@ TelemetryState stateOf(const char *name)
     return *found;
 }
 
-/// The names that a dashboard's own documents read.
+/// The names that a dashboard's documents read.
 QSet<QString> namesIn(const QString &dashboard)
 {
-    const QDir folder(builtDashboards().filePath(dashboard));
-    const QStringList files = folder.entryList({QStringLiteral("*.qml")});
     QSet<QString> names;
-    for (const QString &name : files) {
-        QFile file(folder.filePath(name));
+    QDirIterator files(builtDashboards().filePath(dashboard), {QStringLiteral("*.qml")},
+                       QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
         if (!file.open(QIODevice::ReadOnly))
-            qFatal("%s: %s", qPrintable(name), qPrintable(file.errorString()));
+            qFatal("%s: %s", qPrintable(file.fileName()), qPrintable(file.errorString()));
         for (const SourceToken &token : sourceTokens(QString::fromUtf8(file.readAll())))
             names.insert(token.text);
     }

@@ -2,6 +2,7 @@
 #include "commands/SourceTokens.h"
 #include "render/TelemetryPublisher.h"
 
+#include <QtCore/QDirIterator>
 #include <QtTest/QtTest>
 
 class VocabularyUseTest : public QObject
@@ -20,10 +21,10 @@ private Q_SLOTS:
 
         const QStringList dashboards = dashboardNames();
         for (const QString &dashboard : dashboards) {
-            const QDir folder(builtDashboards().filePath(dashboard));
-            const QStringList documents = folder.entryList({QStringLiteral("*.qml")});
-            for (const QString &document : documents) {
-                QFile file(folder.filePath(document));
+            QDirIterator files(builtDashboards().filePath(dashboard), {QStringLiteral("*.qml")},
+                               QDir::Files, QDirIterator::Subdirectories);
+            while (files.hasNext()) {
+                QFile file(files.next());
                 QVERIFY(file.open(QIODevice::ReadOnly));
                 for (const SourceToken &token : sourceTokens(QString::fromUtf8(file.readAll())))
                     unused.remove(token.text);

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // What helps the driver: its setting, and whether it acts just now.
 Column {

@@ -1,7 +1,6 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Numbers.js" as Numbers
-import "Gauges/Theme.js" as Theme
+import "Numbers.js" as Numbers
+import "Theme.js" as Theme
 
 // What is set up at a standstill: the motion profile and the value tuned last, how the vehicle
 // stands, and the limits that the source gives.

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // A line of a table: what it is at the left, how much at the right, a hairline below.
 //   label, text

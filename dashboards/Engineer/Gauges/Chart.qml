@@ -1,5 +1,5 @@
 import QtQuick 2.15
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Chart paper with its grid.
 //   columns, rows   how many fields it has

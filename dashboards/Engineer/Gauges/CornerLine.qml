@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // One quantity at the four wheels, in the order FL, FR, RL, RR.
 //   label, unit

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Accelerations in the plane with the trail that they leave, as the driver is thrown: braking up, a
 // right turn to the left. The scale grows with the largest one, and stays.

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Lap times as they are read and as they are counted.
 // What no clock says is no time.

@@ -1,5 +1,4 @@
 import QtQuick 2.15
-import "Gauges"
 
 // The pen at the right edge of a chart, where the value is just now.
 //   chart   the item beside which it moves

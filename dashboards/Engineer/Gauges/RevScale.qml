@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Engine speed as a share of its limit, over the thresholds as marks on the scale.
 //   share        dash_rpmPercent, which is 1 at the limit

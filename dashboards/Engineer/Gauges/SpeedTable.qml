@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Speed in every unit, and the gear as it is shown and as it is counted.
 // What no sensor says is no value.

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // A line of a table with a value in each of several columns of one width.
 //   label, texts, known   one of each for a column; `known` may be left out

@@ -1,7 +1,6 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Numbers.js" as Numbers
-import "Gauges/Theme.js" as Theme
+import "Numbers.js" as Numbers
+import "Theme.js" as Theme
 
 // The recorder: accelerations with their trail, pedals and steering over the last six seconds.
 //

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Airspeed on a scale that is fine where light aircraft fly and reaches to where jets do.
 //   speed   in `unit`, from 0; beyond the scale the hand rests at its end

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Altitude with a hand for hundreds, one for thousands and a mark at the rim for tens of thousands.
 //   feet

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Plates for the flags that are out, two in a row once there are several.
 //   yellow, blue, black, blackAndWhite   dash_sessionFlag*

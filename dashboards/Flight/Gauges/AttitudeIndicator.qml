@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // The horizon as seen from the seat: it sinks as the nose rises, and turns against the bank.
 //   pitch, roll   degrees, up and right positive; what is no number shows level flight

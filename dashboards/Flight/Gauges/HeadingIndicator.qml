@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // A compass card that turns under the lubber line, with a fixed aeroplane.
 //   heading   degrees, clockwise from north

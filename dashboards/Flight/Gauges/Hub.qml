@@ -1,5 +1,5 @@
 import QtQuick 2.15
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // What hands are fixed to, in the middle of a face.
 Rectangle {

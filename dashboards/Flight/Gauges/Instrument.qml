@@ -1,5 +1,5 @@
 import QtQuick 2.15
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // A round face in its square case with a screw in each corner. What is put inside lies on the face.
 Item {

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Marks and numerals around the middle of the parent, each at its angle in degrees clockwise from
 // the top.

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Height above the ground, fine near it. Above the scale the hand is off and the window tells all.
 //   feet

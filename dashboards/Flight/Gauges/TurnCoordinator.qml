@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // The rate of turn that the bank makes at this speed, as the tilt of an aeroplane seen from behind,
 // and the ball in its tube. A wing at a lower mark is a full circle in two minutes.

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // Takes the place of the page while the speed limiter is on: in the pit lane only the speed counts.
 //   speed   in the driver's unit

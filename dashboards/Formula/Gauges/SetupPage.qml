@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // What the driver has just turned, for a while after each turn. Names are in capitals: the font's
 // ligatures of small letters, in "soft" say, end in glyphs that Qt can't load.

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // The wheels: temperatures of tyres and brakes lead while driving, pressures and wear at a standstill.
 //   standing   whether the car stands

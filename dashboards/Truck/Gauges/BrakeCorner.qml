@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // A wheel that fills with the heat of its brake, and the figure towards the vehicle's middle.
 //   temp       °C

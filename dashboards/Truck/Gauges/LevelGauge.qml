@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // A level: its name and figure over a bar, and zones under the bar.
 //   caption, text, unit, valueColor

@@ -1,6 +1,5 @@
 import QtQuick 2.15
-import "Gauges"
-import "Gauges/Theme.js" as Theme
+import "Theme.js" as Theme
 
 // A ring that fills with speed, open at the bottom, with room for figures inside.
 //   value, majorStep, majorCount   in the scale's unit; the scale begins at 0
