@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/feeds/KnownFeeds.h"
+#include "telemetry/TelemetryRequest.h"
 
 #include <QtCore/QCommandLineOption>
 #include <QtCore/QList>
@@ -17,111 +17,113 @@ struct DeclaredOptions
                                QStringLiteral("Show the version.")};
     QCommandLineOption window{
         QStringLiteral("window"),
-        QStringLiteral("Show the live dashboard alone; the same as --view DashboardWindow.")};
+        QStringLiteral("Show only the live dashboard; the same as --view DashboardWindow.")};
     QCommandLineOption view{
         QStringLiteral("view"),
-        QStringLiteral("Show one view alone: DashboardWindow or DashboardEditor."),
+        QStringLiteral("Show only one view: DashboardWindow or DashboardEditor."),
         QStringLiteral("name")};
     QCommandLineOption path{QStringLiteral("path"),
                             QStringLiteral("With --view DashboardEditor: the QML file to edit."),
                             QStringLiteral("file")};
     QCommandLineOption frames{
         QStringLiteral("frames"),
-        QStringLiteral("Write the frames as PNG files into <dir>, which is made if missing."),
+        QStringLiteral("Write frames as PNG files into <dir>, which is created if missing."),
         QStringLiteral("dir")};
-    QCommandLineOption count{QStringLiteral("count"),
-                             QStringLiteral("Frames to write, 1 to 1000000 (default: 250)."),
-                             QStringLiteral("n")};
+    QCommandLineOption count{
+        QStringLiteral("count"),
+        QStringLiteral("Number of frames to write, 1 to 1000000 (default: 250)."),
+        QStringLiteral("n")};
     QCommandLineOption size{
         QStringLiteral("size"),
-        QStringLiteral("Size in pixels, 2x2 to 16384x16384: of the frames (default: 480x272), or "
-                       "of the view's window (default: as it was left)."),
+        QStringLiteral("Size in pixels, 2x2 to 16384x16384, of the frames (default: 480x272) or of "
+                       "the view's window (default: its last size)."),
         QStringLiteral("WxH")};
     QCommandLineOption upsideDown{QStringLiteral("upside-down"),
                                   QStringLiteral("Turn the frames by 180 degrees.")};
     QCommandLineOption dashboard{
         QStringLiteral("dashboard"),
         QStringLiteral(
-            "Show this one, whatever vehicle is driven: a QML file, or the name or id of "
-            "a dashboard. Without it the collection decides. Goes with --window, which it implies, "
-            "and --frames."),
+            "Show this dashboard whatever vehicle is driven: a QML file, or a dashboard's name or "
+            "id. By default the vehicle decides. Implies --window unless --frames is given."),
         QStringLiteral("file|name|id")};
     QCommandLineOption telemetry{
         QStringLiteral("telemetry"),
-        QStringLiteral("Where telemetry comes from: demo, a lap of a simulated car (the default); "
-                       "auto, whatever game sends; or one feed alone: %1; or a "
-                       "file: a recorded drive, or the JSON description of a feed.")
-            .arg(knownFeedOptions().join(QStringLiteral(", "))),
+        QStringLiteral("Telemetry source: %1; or a file, which is a recorded drive or the JSON "
+                       "description of a feed. demo, the default, is a lap of a simulated car; "
+                       "auto is any game that sends; the others are one feed each.")
+            .arg(TelemetryRequest::names().join(QStringLiteral(", "))),
         QStringLiteral("source")};
     QCommandLineOption listen{
         QStringLiteral("listen"),
-        QStringLiteral("Hear games on this address of the computer, such as 0.0.0.0 for all of "
-                       "IPv4, or in this multicast group, and so from other computers (default: "
-                       "from this one only)."),
+        QStringLiteral(
+            "Listen for games on this address of the computer, such as 0.0.0.0 for all IPv4 "
+            "addresses, or in this multicast group. By default only this computer can send."),
         QStringLiteral("address")};
-    QCommandLineOption port{
-        QStringLiteral("port"),
-        QStringLiteral("Hear games on this UDP port alone, 1 to 65535 (default: the usual ones)."),
-        QStringLiteral("n")};
+    QCommandLineOption port{QStringLiteral("port"),
+                            QStringLiteral("Listen for games on this UDP port only, 1 to 65535 "
+                                           "(default: each feed's usual ports)."),
+                            QStringLiteral("n")};
     QCommandLineOption feed{
         QStringLiteral("feed"),
-        QStringLiteral("Understand the feed that this JSON file describes, too. May be repeated."),
+        QStringLiteral("Also decode the feed that this JSON file describes. May be repeated."),
         QStringLiteral("file")};
-    QCommandLineOption speed{QStringLiteral("speed"),
-                             QStringLiteral("Play a drive at this many times its own pace, 0.1 to "
-                                            "100 (default: 1)."),
-                             QStringLiteral("n")};
+    QCommandLineOption speed{
+        QStringLiteral("speed"),
+        QStringLiteral("Play a recorded drive this many times as fast, 0.1 to 100 (default: 1)."),
+        QStringLiteral("n")};
     QCommandLineOption loop{QStringLiteral("loop"),
-                            QStringLiteral("Play a drive again and again.")};
+                            QStringLiteral("Repeat a recorded drive for ever.")};
     QCommandLineOption duration{QStringLiteral("duration"),
-                                QStringLiteral("With 'record': end after this many seconds."),
+                                QStringLiteral("With 'record': stop after this many seconds."),
                                 QStringLiteral("seconds")};
     QCommandLineOption force{QStringLiteral("force"),
-                             QStringLiteral("With 'record': overwrite a file that is there.")};
+                             QStringLiteral("With 'record': overwrite an existing file.")};
     QCommandLineOption demoCars{
         QStringLiteral("demo-cars"),
-        QStringLiteral("Cars that the demo drives in turn, 20 seconds each, 1 to 3 (default: 1)."),
+        QStringLiteral(
+            "Number of cars that the demo drives in turn, 20 seconds each, 1 to 3 (default: 1)."),
         QStringLiteral("n")};
-    QCommandLineOption startAt{QStringLiteral("start-at"),
-                               QStringLiteral("Begin this many seconds into the telemetry "
-                                              "(default: 180 in the demo, in its third lap; 0 in "
-                                              "a recorded drive)."),
-                               QStringLiteral("seconds")};
+    QCommandLineOption startAt{
+        QStringLiteral("start-at"),
+        QStringLiteral("Start this many seconds into the telemetry (default: 180 in the demo, in "
+                       "its third lap; 0 in a recorded drive)."),
+        QStringLiteral("seconds")};
     QCommandLineOption mph{
         QStringLiteral("mph"),
-        QStringLiteral("Ask dashboards for miles per hour (default: as set; km/h for frames).")};
-    QCommandLineOption kmh{QStringLiteral("kmh"),
-                           QStringLiteral("Ask dashboards for kilometres per hour.")};
+        QStringLiteral("Show miles per hour (default: as set; km/h for frames).")};
+    QCommandLineOption kmh{QStringLiteral("kmh"), QStringLiteral("Show kilometres per hour.")};
     QCommandLineOption noAcceleration{
         QStringLiteral("no-acceleration"),
-        QStringLiteral("Run without OpenGL: consumers get a message instead of dashboards.")};
+        QStringLiteral("Run without OpenGL: a message is shown instead of dashboards.")};
     QCommandLineOption json{QStringLiteral("json"),
                             QStringLiteral("With 'profiles list': print JSON.")};
-    QCommandLineOption output{QStringLiteral("output"),
-                              QStringLiteral("With 'preview': the PNG file to write (default: "
-                                             "preview.png beside the dashboard)."),
-                              QStringLiteral("file")};
+    QCommandLineOption output{
+        QStringLiteral("output"),
+        QStringLiteral(
+            "With 'preview': the PNG file to write (default: preview.png beside the dashboard)."),
+        QStringLiteral("file")};
     QCommandLineOption verbose{QStringLiteral("verbose"),
                                QStringLiteral("Print the library's progress messages.")};
 
-    /// What a recording can't use.
+    /// About windows, frames and the demo; no command takes these.
     std::vector<const QCommandLineOption *> picture() const
     {
         return {&window,    &view, &path, &frames,   &count,   &size,          &upsideDown,
                 &dashboard, &mph,  &kmh,  &demoCars, &startAt, &noAcceleration};
     }
 
-    /// Where telemetry comes from.
+    /// About telemetry from games; of the commands only 'record' takes these.
     std::vector<const QCommandLineOption *> sources() const
     {
         return {&telemetry, &listen, &port, &feed};
     }
 
+    /// In the order of the help.
     QList<QCommandLineOption> all() const
     {
-        return {window,    view,   path,  frames, count,  size,    upsideDown, dashboard,
-                telemetry, listen, port,  feed,   speed,  loop,    demoCars,   startAt,
-                mph,       kmh,    force, json,   output, verbose, duration,   noAcceleration,
-                help,      version};
+        return {window,     view,           path,    dashboard, size,  frames,   count,
+                upsideDown, telemetry,      listen,  port,      feed,  startAt,  speed,
+                loop,       demoCars,       mph,     kmh,       force, duration, json,
+                output,     noAcceleration, verbose, version,   help};
     }
 };
