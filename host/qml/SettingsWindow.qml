@@ -76,10 +76,7 @@ Rectangle {
 
         Choice {
             objectName: "language"
-            // Each language's own name, for who has got lost in another one.
-            model: [{ text: qsTr("System default"), value: "" },
-                    { text: "Deutsch", value: "de" },
-                    { text: "English", value: "en" }]
+            model: [{ text: qsTr("System default"), value: "" }].concat(qt_window.languages)
             selectedValue: host_settings.language
             Accessible.name: qsTr("Language")
             onChosen: host_settings.language = value

@@ -1,5 +1,6 @@
 #include "HostSettings.h"
 
+#include "Translations.h"
 #include "system/DeadLock.h"
 
 #include <QtCore/QCoreApplication>
@@ -38,11 +39,6 @@ QString unitsName(bool mph)
     return mph ? QStringLiteral("mph") : QStringLiteral("kmh");
 }
 
-bool isLanguage(const QString &language)
-{
-    return language.isEmpty() || language == QLatin1String("en") || language == QLatin1String("de");
-}
-
 /// QSettings writes a damaged file anew without what it couldn't read.
 void keepDamaged(const QString &file)
 {
@@ -75,7 +71,7 @@ void HostSettings::load()
         source = demo;
     }
     chosenLanguage = read(settings, languageKey(), {}, Language);
-    if (!isLanguage(chosenLanguage)) {
+    if (!chosenLanguage.isEmpty() && !isLanguage(chosenLanguage)) {
         problems |= Language;
         chosenLanguage.clear();
     }
@@ -179,7 +175,7 @@ void HostSettings::setTelemetrySource(const QString &name)
 
 void HostSettings::setLanguage(const QString &language)
 {
-    if (!isLanguage(language))
+    if (!language.isEmpty() && !isLanguage(language))
         return;
     setProblem(Language, false);
     if (language == chosenLanguage)

@@ -4,6 +4,7 @@
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QLocale>
 
+#include <algorithm>
 #include <utility>
 
 /// The linker drops a static library's resources unless they are asked for, outside of namespaces.
@@ -12,14 +13,20 @@ static void initResources()
     Q_INIT_RESOURCE(i18n);
 }
 
-namespace {
-
-bool isKnown(const QString &language)
+const std::vector<Language> &knownLanguages()
 {
-    return language == QLatin1String("en") || language == QLatin1String("de");
+    static const std::vector<Language> known{
+        {QStringLiteral("de"), QStringLiteral("Deutsch")},
+        {QStringLiteral("en"), QStringLiteral("English")},
+    };
+    return known;
 }
 
-} // namespace
+bool isLanguage(const QString &code)
+{
+    return std::any_of(knownLanguages().begin(), knownLanguages().end(),
+                       [&code](const Language &language) { return language.code == code; });
+}
 
 Translations::Translations()
     : Translations(QLocale::system().uiLanguages())
@@ -39,7 +46,7 @@ Translations::~Translations()
 
 void Translations::use(const QString &language)
 {
-    const QString wanted = isKnown(language) ? language : systemLanguage();
+    const QString wanted = isLanguage(language) ? language : systemLanguage();
     if (wanted == used)
         return;
     used = wanted;
@@ -59,7 +66,7 @@ QString Translations::systemLanguage() const
     for (const QString &name : systemLanguages) {
         // A name is a language, perhaps with a script and a country behind it.
         QString language = name.section(QLatin1Char('-'), 0, 0);
-        if (isKnown(language))
+        if (isLanguage(language))
             return language;
     }
     return QStringLiteral("en");

@@ -7,6 +7,19 @@
 #include <memory>
 #include <vector>
 
+/// A language that the program speaks.
+struct Language
+{
+    QString code; ///< As in "de"; settings keep it.
+    QString name; ///< In the language itself, for whoever can't read the current one.
+};
+
+/// The languages there are, by name. Any thread.
+const std::vector<Language> &knownLanguages();
+
+/// Whether `code` is one of them.
+bool isLanguage(const QString &code);
+
 /// The language of the program, its library and Qt's own texts: installs and takes out translators
 /// on the application object. Windows hear of a change by QEvent::LanguageChange. GUI thread; must
 /// end before the application object.

@@ -2,6 +2,7 @@
 
 #include "DashboardAbstractProfilesManager.h"
 #include "settings/HostSettings.h"
+#include "settings/Translations.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QUrl>
@@ -59,5 +60,13 @@ QVariantList SettingsWindow::telemetrySources() const
     for (const TelemetrySourceChoice &source : settings.telemetrySources())
         choices +=
             choice(QCoreApplication::translate("TelemetrySources", source.title), source.name);
+    return choices;
+}
+
+QVariantList SettingsWindow::languages() const
+{
+    QVariantList choices;
+    for (const Language &language : knownLanguages())
+        choices += choice(language.name, language.code);
     return choices;
 }

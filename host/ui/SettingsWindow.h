@@ -15,6 +15,7 @@ class SettingsWindow final : public HostWindow
     // Lists of {text, value} for a ComboBox.
     Q_PROPERTY(QVariantList dashboards READ dashboards NOTIFY dashboardsChanged)
     Q_PROPERTY(QVariantList telemetrySources READ telemetrySources CONSTANT)
+    Q_PROPERTY(QVariantList languages READ languages CONSTANT)
 
 public:
     /// All are borrowed.
@@ -24,6 +25,7 @@ public:
 
     QVariantList dashboards() const;
     QVariantList telemetrySources() const;
+    QVariantList languages() const;
 
 Q_SIGNALS:
     void dashboardsChanged();
