@@ -27,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         std::make_unique<RevLimitStore>(QStringLiteral("/dev/null/cars.ini"))));
     feeds.push_back(std::make_unique<DataOutFeed>());
     feeds.push_back(std::make_unique<EgoFeed>());
-    GameSelector drive(std::move(feeds));
+    GameSelector games(std::move(feeds));
     GameSelector::TimePoint now{std::chrono::hours(1)};
 
     constexpr std::size_t Header = 4;
@@ -40,10 +40,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         data += Header + length;
         size -= Header + length;
 
-        drive.check(now);
-        drive.offer(datagram, {QHostAddress(QHostAddress::LocalHost), from, quint16(from & 1)},
+        games.checkSilence(now);
+        games.offer(datagram, {QHostAddress(QHostAddress::LocalHost), from, quint16(from & 1)},
                     now);
-        if (const auto sample = drive.takeNewest())
+        if (const auto sample = games.takeNewest())
             checkSample(sample->sample);
     }
     return 0;

@@ -29,23 +29,23 @@ GameSelector::GameSelector(std::vector<std::unique_ptr<Feed>> feeds)
 
 bool GameSelector::offer(const QByteArray &datagram, const Datagram::Sender &sender, TimePoint now)
 {
-    Feed *const feed = formatOf(datagram);
+    Feed *const feed = feedFor(datagram);
     if (feed == nullptr) {
-        tellOfUnknown(datagram, sender);
+        warnOfUnknownFormat(datagram, sender);
         return false;
     }
-    const bool isDriver = format != nullptr && isSame(sender, driver);
-    if (!isDriver && !mayDrive(sender, feed, now)) {
-        if (!isLikeDriver(sender, feed) || ports == Ports::Kept)
-            tellOfOther(sender, feed);
+    const bool isSelected = selectedFeed != nullptr && isSame(sender, selectedSender);
+    if (!isSelected && !maySelect(sender, feed, now)) {
+        if (!isLikeSelected(sender, feed) || sourcePorts == SourcePorts::Fixed)
+            warnOfSecondGame(sender, feed);
         return false;
     }
-    if (!isDriver || feed != format)
-        handOver(sender, feed, now);
-    else if (ports == Ports::Unknown)
-        ports = Ports::Kept;
+    if (!isSelected || feed != selectedFeed)
+        select(sender, feed, now);
+    else if (sourcePorts == SourcePorts::Unknown)
+        sourcePorts = SourcePorts::Fixed;
     lastHeard = now;
-    told = Silence::None;
+    reported = Silence::None;
     newest.resize(datagram.size());
     std::memcpy(newest.data(), datagram.constData(), static_cast<std::size_t>(datagram.size()));
     hasNewest = true;
@@ -56,36 +56,36 @@ std::optional<FeedSample> GameSelector::takeNewest()
 {
     if (!std::exchange(hasNewest, false))
         return std::nullopt;
-    return format->decode(newest, lastHeard);
+    return selectedFeed->decode(newest, lastHeard);
 }
 
-GameSelector::Silence GameSelector::check(TimePoint now)
+GameSelector::Silence GameSelector::checkSilence(TimePoint now)
 {
-    const std::optional<TimePoint> due = nextCheck();
+    const std::optional<TimePoint> due = nextSilenceCheck();
     if (!due || now < *due)
         return Silence::None;
     if (now - lastHeard < SilenceLimits::Lost)
-        return told = Silence::Paused;
+        return reported = Silence::Paused;
     // Even if nobody asked in between, the pause comes first.
-    if (told == Silence::None)
-        return told = Silence::Paused;
-    unknownTold.clear();
+    if (reported == Silence::None)
+        return reported = Silence::Paused;
+    warnedLengths.clear();
     qInfo("Telemetry: the game fell silent.");
-    return told = Silence::Lost;
+    return reported = Silence::Lost;
 }
 
-std::optional<GameSelector::TimePoint> GameSelector::nextCheck() const
+std::optional<GameSelector::TimePoint> GameSelector::nextSilenceCheck() const
 {
-    if (format == nullptr || told == Silence::Lost)
+    if (selectedFeed == nullptr || reported == Silence::Lost)
         return std::nullopt;
-    return lastHeard + (told == Silence::None ? TimePoint::duration(SilenceLimits::Paused)
-                                              : TimePoint::duration(SilenceLimits::Lost));
+    return lastHeard + (reported == Silence::None ? TimePoint::duration(SilenceLimits::Paused)
+                                                  : TimePoint::duration(SilenceLimits::Lost));
 }
 
-Feed *GameSelector::formatOf(const QByteArray &datagram) const
+Feed *GameSelector::feedFor(const QByteArray &datagram) const
 {
-    if (format != nullptr && format->accepts(datagram))
-        return format;
+    if (selectedFeed != nullptr && selectedFeed->accepts(datagram))
+        return selectedFeed;
     const auto found = std::find_if(feeds.begin(), feeds.end(), [&datagram](const auto &feed) {
         return feed->accepts(datagram);
     });
@@ -94,57 +94,58 @@ Feed *GameSelector::formatOf(const QByteArray &datagram) const
 
 bool GameSelector::isSilent(TimePoint now) const
 {
-    return format == nullptr || now - lastHeard >= SilenceLimits::Paused;
+    return selectedFeed == nullptr || now - lastHeard >= SilenceLimits::Paused;
 }
 
-bool GameSelector::isLikeDriver(const Datagram::Sender &sender, const Feed *feed) const
+bool GameSelector::isLikeSelected(const Datagram::Sender &sender, const Feed *feed) const
 {
-    return feed == format && sender.toPort == driver.toPort && sender.address == driver.address;
+    return feed == selectedFeed && sender.toPort == selectedSender.toPort &&
+           sender.address == selectedSender.address;
 }
 
-bool GameSelector::mayDrive(const Datagram::Sender &sender, const Feed *feed, TimePoint now)
+bool GameSelector::maySelect(const Datagram::Sender &sender, const Feed *feed, TimePoint now)
 {
     if (isSilent(now))
         return true;
-    if (!isLikeDriver(sender, feed))
+    if (!isLikeSelected(sender, feed))
         return false;
-    // Some senders open a port anew for each datagram. Of two games the first one comes from its
-    // port again before there have been so many.
+    // Some games send each datagram from another port. Two games of the same kind don't: the
+    // selected one is heard from its port again before there have been so many others.
     constexpr int EnoughPorts = 3;
-    if (ports == Ports::Unknown) {
+    if (sourcePorts == SourcePorts::Unknown) {
         otherPorts.insert(sender.port);
         if (otherPorts.size() >= EnoughPorts)
-            ports = Ports::Changing;
+            sourcePorts = SourcePorts::Changing;
     }
-    return ports == Ports::Changing;
+    return sourcePorts == SourcePorts::Changing;
 }
 
-void GameSelector::handOver(const Datagram::Sender &sender, Feed *feed, TimePoint now)
+void GameSelector::select(const Datagram::Sender &sender, Feed *feed, TimePoint now)
 {
     const bool isSameGame =
-        isLikeDriver(sender, feed) && (ports == Ports::Changing || isSilent(now));
+        isLikeSelected(sender, feed) && (sourcePorts == SourcePorts::Changing || isSilent(now));
     if (!isSameGame) {
         feed->restart();
-        unknownTold.clear();
-        toldOfOther = false;
+        warnedLengths.clear();
+        warnedOfSecondGame = false;
         qInfo().noquote()
             << QStringLiteral("Telemetry: %1 from %2.").arg(feed->name(), nameOf(sender));
     }
     if (!isSameGame || isSilent(now)) {
-        ports = Ports::Unknown;
+        sourcePorts = SourcePorts::Unknown;
         otherPorts.clear();
     }
-    driver = sender;
-    format = feed;
+    selectedSender = sender;
+    selectedFeed = feed;
 }
 
-void GameSelector::tellOfUnknown(const QByteArray &datagram, const Datagram::Sender &sender)
+void GameSelector::warnOfUnknownFormat(const QByteArray &datagram, const Datagram::Sender &sender)
 {
-    // A driver tries one format after another, and some games send several at once.
-    constexpr int MostTold = 8;
-    if (unknownTold.size() >= MostTold || unknownTold.contains(datagram.size()))
+    // Drivers try one format after another, and some games send several at once.
+    constexpr int MostWarnings = 8;
+    if (warnedLengths.size() >= MostWarnings || warnedLengths.contains(datagram.size()))
         return;
-    unknownTold.insert(datagram.size());
+    warnedLengths.insert(datagram.size());
     qWarning().noquote() << QStringLiteral("Port %1 gets datagrams of %2 bytes from %3 that are in "
                                            "no format known here.")
                                 .arg(sender.toPort)
@@ -152,11 +153,12 @@ void GameSelector::tellOfUnknown(const QByteArray &datagram, const Datagram::Sen
                                 .arg(nameOf(sender));
 }
 
-void GameSelector::tellOfOther(const Datagram::Sender &sender, const Feed *feed)
+void GameSelector::warnOfSecondGame(const Datagram::Sender &sender, const Feed *feed)
 {
-    if (std::exchange(toldOfOther, true))
+    if (std::exchange(warnedOfSecondGame, true))
         return;
     qWarning().noquote() << QStringLiteral("A second game sends %1 from %2. It must wait until %3 "
                                            "from %4 is silent.")
-                                .arg(feed->name(), nameOf(sender), format->name(), nameOf(driver));
+                                .arg(feed->name(), nameOf(sender), selectedFeed->name(),
+                                     nameOf(selectedSender));
 }

@@ -10,8 +10,9 @@
 #include <optional>
 #include <vector>
 
-/// Decides whose telemetry counts, and in which format it is. The game that began keeps the wheel
-/// until it is silent for half a second. One thread at a time; time comes in as an argument.
+/// Selects the game whose telemetry counts, and the feed that reads it. The selected game is the
+/// only one that counts until it is silent for half a second. One thread at a time; time comes in
+/// as an argument.
 class GameSelector
 {
 public:
@@ -23,45 +24,46 @@ public:
         Lost,   ///< Reported once, when nothing has come for `SilenceLimits::Lost`.
     };
 
+    /// Takes the feeds in the order in which they are tried.
     explicit GameSelector(std::vector<std::unique_ptr<Feed>> feeds);
 
     /// Takes a datagram; true if it counts. Only the last one that counts is kept.
     bool offer(const QByteArray &datagram, const Datagram::Sender &sender, TimePoint now);
 
-    /// The sample of the last datagram that counted, once.
+    /// Decodes the last datagram that counted, once.
     std::optional<FeedSample> takeNewest();
 
-    /// What `now` is to be told of the silence.
-    Silence check(TimePoint now);
+    /// Whether the selected game has just been silent for long enough to report it.
+    Silence checkSilence(TimePoint now);
 
-    /// When `check` may have something new to tell; nothing if it won't before the next datagram.
-    std::optional<TimePoint> nextCheck() const;
+    /// When `checkSilence` has something to report if no datagram comes; nothing if it never has.
+    std::optional<TimePoint> nextSilenceCheck() const;
 
 private:
-    /// Whether the driver sends each datagram from the same port.
-    enum class Ports {
+    /// Whether the selected game sends each datagram from the same port.
+    enum class SourcePorts {
         Unknown, ///< It has sent once.
-        Kept,
+        Fixed,
         Changing,
     };
 
-    Feed *formatOf(const QByteArray &datagram) const;
+    Feed *feedFor(const QByteArray &datagram) const;
     bool isSilent(TimePoint now) const;
-    bool isLikeDriver(const Datagram::Sender &sender, const Feed *feed) const;
-    bool mayDrive(const Datagram::Sender &sender, const Feed *feed, TimePoint now);
-    void handOver(const Datagram::Sender &sender, Feed *feed, TimePoint now);
-    void tellOfUnknown(const QByteArray &datagram, const Datagram::Sender &sender);
-    void tellOfOther(const Datagram::Sender &sender, const Feed *feed);
+    bool isLikeSelected(const Datagram::Sender &sender, const Feed *feed) const;
+    bool maySelect(const Datagram::Sender &sender, const Feed *feed, TimePoint now);
+    void select(const Datagram::Sender &sender, Feed *feed, TimePoint now);
+    void warnOfUnknownFormat(const QByteArray &datagram, const Datagram::Sender &sender);
+    void warnOfSecondGame(const Datagram::Sender &sender, const Feed *feed);
 
     const std::vector<std::unique_ptr<Feed>> feeds;
-    Datagram::Sender driver;
-    Feed *format = nullptr; ///< Of the driver; null until the first one.
+    Datagram::Sender selectedSender;
+    Feed *selectedFeed = nullptr; ///< Null until the first datagram that a feed accepts.
     TimePoint lastHeard;
-    Ports ports = Ports::Unknown;
-    QSet<quint16> otherPorts; ///< From which something like the driver's was heard meanwhile.
-    Silence told = Silence::None;
+    SourcePorts sourcePorts = SourcePorts::Unknown;
+    QSet<quint16> otherPorts; ///< Where else something like the selected game was heard.
+    Silence reported = Silence::None;
     bool hasNewest = false;
     QByteArray newest;
-    QSet<int> unknownTold; ///< Lengths of unknown datagrams that were told of.
-    bool toldOfOther = false;
+    QSet<int> warnedLengths; ///< Of datagrams in unknown formats.
+    bool warnedOfSecondGame = false;
 };

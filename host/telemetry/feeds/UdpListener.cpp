@@ -74,7 +74,7 @@ class Receiver final : public QObject
 public:
     Receiver(std::vector<std::unique_ptr<Feed>> feeds, std::function<void(const Datagram &)> tap,
              const std::atomic<TelemetrySink *> &taker)
-        : drive(std::move(feeds))
+        : games(std::move(feeds))
         , tap(std::move(tap))
         , taker(taker)
         , buffer(LongestDatagram, Qt::Uninitialized)
@@ -126,11 +126,11 @@ private:
                 QByteArray::fromRawData(buffer.constData(), static_cast<int>(length));
             if (tap)
                 tap({now - start, sender, QByteArray(buffer.constData(), datagram.size())});
-            drive.offer(datagram, sender, now);
+            games.offer(datagram, sender, now);
             now = Clock::now();
         }
         TelemetrySink *const sink = taker;
-        const std::optional<FeedSample> newest = drive.takeNewest();
+        const std::optional<FeedSample> newest = games.takeNewest();
         if (!newest || sink == nullptr)
             return;
         sink->update(newest->sample, newest->vehicle);
@@ -141,7 +141,7 @@ private:
     void checkSilence()
     {
         TelemetrySink *const sink = taker;
-        if (drive.check(Clock::now()) == GameSelector::Silence::Paused && sink != nullptr)
+        if (games.checkSilence(Clock::now()) == GameSelector::Silence::Paused && sink != nullptr)
             sink->fallSilent();
         watchSilence();
     }
@@ -149,14 +149,14 @@ private:
     /// The timer isn't moved by each datagram; when it comes too early it is set anew.
     void watchSilence()
     {
-        const std::optional<GameSelector::TimePoint> due = drive.nextCheck();
+        const std::optional<GameSelector::TimePoint> due = games.nextSilenceCheck();
         if (!due)
             return;
         const auto wait = std::chrono::ceil<std::chrono::milliseconds>(*due - Clock::now());
         silence.start(std::max(wait, std::chrono::milliseconds(0)));
     }
 
-    GameSelector drive;
+    GameSelector games;
     const std::function<void(const Datagram &)> tap;
     const Clock::time_point start = Clock::now();
     const std::atomic<TelemetrySink *> &taker;

@@ -38,7 +38,7 @@ DrivePlayer::DrivePlayer(std::unique_ptr<DatagramReader> reader,
                          std::vector<std::unique_ptr<Feed>> feeds,
                          const Playback::Settings &settings)
     : playback(std::move(reader), settings)
-    , drive(std::move(feeds))
+    , games(std::move(feeds))
     , isSlow(settings.speed < 1)
 {
 }
@@ -73,10 +73,10 @@ bool DrivePlayer::takeDue(Nanoseconds elapsed)
             return true;
         const GameSelector::TimePoint time = onTheDrivesClock(datagram->time);
         hear(time);
-        if (!drive.offer(datagram->payload, datagram->sender, time))
+        if (!games.offer(datagram->payload, datagram->sender, time))
             continue;
         // Each one is decoded: a feed may learn from it.
-        if (std::optional<FeedSample> sample = drive.takeNewest()) {
+        if (std::optional<FeedSample> sample = games.takeNewest()) {
             newest = std::move(sample);
             isNews = true;
             silence = Silence::None;
@@ -90,7 +90,7 @@ bool DrivePlayer::takeDue(Nanoseconds elapsed)
 void DrivePlayer::hear(GameSelector::TimePoint time)
 {
     GameSelector::Silence heard = GameSelector::Silence::None;
-    while ((heard = drive.check(time)) != GameSelector::Silence::None) {
+    while ((heard = games.checkSilence(time)) != GameSelector::Silence::None) {
         if (heard == GameSelector::Silence::Paused && silence == Silence::None)
             silence = Silence::Noticed;
     }
@@ -107,7 +107,7 @@ std::optional<Nanoseconds> DrivePlayer::nextRepetition() const
 std::optional<Nanoseconds> DrivePlayer::nextMoment(Nanoseconds elapsed)
 {
     std::optional<Nanoseconds> next = playback.nextDue();
-    if (const std::optional<GameSelector::TimePoint> check = drive.nextCheck()) {
+    if (const std::optional<GameSelector::TimePoint> check = games.nextSilenceCheck()) {
         const Nanoseconds moment = playback.elapsedAt(check->time_since_epoch());
         next = next ? std::min(*next, moment) : moment;
     }

@@ -36,7 +36,7 @@ private:
     void tell();
 
     Playback playback;
-    GameSelector drive;
+    GameSelector games;
     const bool isSlow; ///< Slower than the drive's own pace.
     std::optional<FeedSample> newest;
     bool isNews = false;       ///< `newest` hasn't been handed on.

@@ -20,7 +20,7 @@ const Packet Race = Senders::dataOut();
 /// A switch between two formats, with a clock that stands still unless it is moved.
 struct Bench
 {
-    GameSelector drive{[] {
+    GameSelector games{[] {
         std::vector<std::unique_ptr<Feed>> feeds;
         feeds.push_back(std::make_unique<DataOutFeed>());
         feeds.push_back(std::make_unique<EgoFeed>());
@@ -31,7 +31,7 @@ struct Bench
 
     bool send(const QByteArray &datagram, quint16 from, quint16 to = 20777)
     {
-        return drive.offer(datagram, {QHostAddress(QHostAddress::LocalHost), from, to}, now);
+        return games.offer(datagram, {QHostAddress(QHostAddress::LocalHost), from, to}, now);
     }
 
     /// What the log says to drivers who didn't ask for progress.
@@ -48,11 +48,11 @@ private Q_SLOTS:
     void theNewestDatagramCountsOnce()
     {
         Bench bench;
-        QVERIFY(!bench.drive.takeNewest());
+        QVERIFY(!bench.games.takeNewest());
         QVERIFY(bench.send(Senders::dataOut(311, 1), 1000));
         QVERIFY(bench.send(Senders::dataOut(311, 2), 1000));
-        QCOMPARE(bench.drive.takeNewest()->vehicle, QStringLiteral("Data Out car 2"));
-        QVERIFY(!bench.drive.takeNewest());
+        QCOMPARE(bench.games.takeNewest()->vehicle, QStringLiteral("Data Out car 2"));
+        QVERIFY(!bench.games.takeNewest());
     }
 
     void whoBeganKeepsTheWheel()
@@ -73,7 +73,7 @@ private Q_SLOTS:
         bench.now += 1ms;
         QVERIFY(bench.send(Rally, 2000));
         QVERIFY(!bench.send(Race, 1000));
-        QCOMPARE(bench.drive.takeNewest()->vehicle, QStringLiteral("EGO car 8000-1450-5"));
+        QCOMPARE(bench.games.takeNewest()->vehicle, QStringLiteral("EGO car 8000-1450-5"));
         QCOMPARE(bench.warnings(), 2);
     }
 
@@ -83,9 +83,9 @@ private Q_SLOTS:
         bench.send(Race, 1000);
         bench.send(Race, 1000);
         QVERIFY(bench.send(Rally, 1000));
-        QCOMPARE(bench.drive.takeNewest()->vehicle, QStringLiteral("EGO car 8000-1450-5"));
+        QCOMPARE(bench.games.takeNewest()->vehicle, QStringLiteral("EGO car 8000-1450-5"));
         QVERIFY(bench.send(Senders::dataOut(331), 1000));
-        QCOMPARE(bench.drive.takeNewest()->vehicle, QStringLiteral("Data Out car 1234"));
+        QCOMPARE(bench.games.takeNewest()->vehicle, QStringLiteral("Data Out car 1234"));
         QCOMPARE(bench.warnings(), 0);
     }
 
@@ -105,29 +105,29 @@ private Q_SLOTS:
     void silencePausesAndThenLosesOnceEach()
     {
         Bench bench;
-        QVERIFY(!bench.drive.nextCheck());
-        QCOMPARE(bench.drive.check(bench.now), Silence::None);
+        QVERIFY(!bench.games.nextSilenceCheck());
+        QCOMPARE(bench.games.checkSilence(bench.now), Silence::None);
         const GameSelector::TimePoint start = bench.now;
         for (int round = 0; round < 2; ++round) {
             bench.send(Race, 1000);
             const GameSelector::TimePoint heard = bench.now;
-            QCOMPARE(*bench.drive.nextCheck(), heard + 500ms);
-            QCOMPARE(bench.drive.check(heard + 499ms), Silence::None);
-            QCOMPARE(bench.drive.check(heard + 500ms), Silence::Paused);
-            QCOMPARE(bench.drive.check(heard + 501ms), Silence::None);
-            QCOMPARE(*bench.drive.nextCheck(), heard + 5s);
-            QCOMPARE(bench.drive.check(heard + 5s), Silence::Lost);
-            QCOMPARE(bench.drive.check(heard + 6s), Silence::None);
-            QVERIFY(!bench.drive.nextCheck());
+            QCOMPARE(*bench.games.nextSilenceCheck(), heard + 500ms);
+            QCOMPARE(bench.games.checkSilence(heard + 499ms), Silence::None);
+            QCOMPARE(bench.games.checkSilence(heard + 500ms), Silence::Paused);
+            QCOMPARE(bench.games.checkSilence(heard + 501ms), Silence::None);
+            QCOMPARE(*bench.games.nextSilenceCheck(), heard + 5s);
+            QCOMPARE(bench.games.checkSilence(heard + 5s), Silence::Lost);
+            QCOMPARE(bench.games.checkSilence(heard + 6s), Silence::None);
+            QVERIFY(!bench.games.nextSilenceCheck());
             bench.now = start + 10s;
         }
         // A datagram between two checks is live again.
         bench.send(Race, 1000);
-        QCOMPARE(bench.drive.check(bench.now + 500ms), Silence::Paused);
+        QCOMPARE(bench.games.checkSilence(bench.now + 500ms), Silence::Paused);
         bench.now += 600ms;
         QVERIFY(bench.send(Race, 1000));
-        QCOMPARE(bench.drive.check(bench.now + 499ms), Silence::None);
-        QCOMPARE(bench.drive.check(bench.now + 500ms), Silence::Paused);
+        QCOMPARE(bench.games.checkSilence(bench.now + 499ms), Silence::None);
+        QCOMPARE(bench.games.checkSilence(bench.now + 500ms), Silence::Paused);
     }
 
     void aLongPauseIsNoNewGame()
@@ -135,12 +135,12 @@ private Q_SLOTS:
         Bench bench;
         QByteArray parked = Packet(264).reals(28, 10).reals(252, 837.758, 151.8437, 5);
         bench.send(Rally, 1000);
-        const auto mask = bench.drive.takeNewest()->sample.vehicle.availabilityMask | 0;
+        const auto mask = bench.games.takeNewest()->sample.vehicle.availabilityMask | 0;
         bench.now += 10s;
-        bench.drive.check(bench.now);
-        bench.drive.check(bench.now);
+        bench.games.checkSilence(bench.now);
+        bench.games.checkSilence(bench.now);
         bench.send(parked, 1001); // The game has opened its port anew.
-        QVERIFY((bench.drive.takeNewest()->sample.vehicle.availabilityMask &
+        QVERIFY((bench.games.takeNewest()->sample.vehicle.availabilityMask &
                  Available::TyrePressure) != 0);
         QVERIFY((mask & Available::TyrePressure) != 0);
 
@@ -149,7 +149,7 @@ private Q_SLOTS:
         bench.send(Race, 3000);
         bench.now += 1s;
         bench.send(parked, 1001);
-        QCOMPARE(bench.drive.takeNewest()->sample.vehicle.availabilityMask | 0, 0ULL);
+        QCOMPARE(bench.games.takeNewest()->sample.vehicle.availabilityMask | 0, 0ULL);
     }
 
     void unknownFormatsAreToldOnceEachAndNotForEver()
@@ -166,7 +166,7 @@ private Q_SLOTS:
             bench.send(QByteArray(length, 'x'), 1000);
         QVERIFY(bench.warnings() < 10);
         QVERIFY(bench.send(Race, 1000));
-        QVERIFY(bench.drive.takeNewest().has_value());
+        QVERIFY(bench.games.takeNewest().has_value());
     }
 };
 
