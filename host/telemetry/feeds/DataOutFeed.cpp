@@ -27,7 +27,7 @@ std::optional<FeedSample> DataOutFeed::decode(const QByteArray &payload, TimePoi
     last.sample = reading->sample;
     last.sample.limits = defaultDisplayLimits();
     VehicleTelemetry &vehicle = last.sample.vehicle;
-    moved.judge(vehicle);
+    filledFields.hideUnfilled(vehicle);
     // A first lap is a 0 that counts, but roaming freely has no laps, times nor places.
     if ((vehicle.availabilityMask & (Available::Position | Available::CurrentTime)) == 0)
         vehicle.availabilityMask &= ~Available::CompletedLaps;
@@ -38,5 +38,5 @@ void DataOutFeed::restart()
 {
     last = FeedSample();
     car = 0;
-    moved.restart();
+    filledFields.restart();
 }

@@ -17,7 +17,7 @@ public:
 private:
     FeedSample last;
     qint32 car = 0;
-    FilledFields moved{Available::Position | Available::CurrentTime | Available::LastTime |
+    FilledFields filledFields{Available::Position | Available::CurrentTime | Available::LastTime |
                        Available::BestTime | Available::FuelLevel | Available::TyreTemp |
                        Available::TyreWear};
 };

@@ -26,7 +26,7 @@ std::optional<FeedSample> EgoFeed::decode(const QByteArray &payload, TimePoint t
     }
     FeedSample sample{reading->sample, vehicle};
     sample.sample.limits = defaultDisplayLimits();
-    moved.judge(sample.sample.vehicle);
+    filledFields.hideUnfilled(sample.sample.vehicle);
     if (engine.maxRpm == 0)
         learnMaximum(sample.sample.vehicle, reading->clock, time);
     return sample;
@@ -49,5 +49,5 @@ void EgoFeed::restart()
     vehicle.clear();
     learner.restart({});
     lastClock = 0;
-    moved.restart();
+    filledFields.restart();
 }

@@ -34,5 +34,5 @@ private:
     RevLimitLearner learner;
     float lastClock = 0;
     QString vehicle;
-    FilledFields moved{~std::uint64_t{0}};
+    FilledFields filledFields{~std::uint64_t{0}};
 };

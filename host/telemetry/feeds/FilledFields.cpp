@@ -2,14 +2,14 @@
 
 namespace {
 
-/// The fields that hold anything but 0, as bits of availability.
-std::uint64_t fieldsWithContent(const VehicleTelemetry &vehicle)
+/// The availability bits of the fields that aren't 0.
+std::uint64_t nonZeroFields(const VehicleTelemetry &vehicle)
 {
     std::uint64_t fields = 0;
-    const auto add = [&fields](std::uint64_t bit, bool hasContent) {
-        fields |= hasContent ? bit : 0;
+    const auto add = [&fields](std::uint64_t bit, bool isNonZero) {
+        fields |= isNonZero ? bit : 0;
     };
-    // A reference to an array could not be taken in a packed record.
+    // The record is packed, so nothing may refer to its arrays.
     const auto addCorners = [&add](std::uint64_t bit, const auto &corner) {
         add(bit, corner(0) != 0 || corner(1) != 0 || corner(2) != 0 || corner(3) != 0);
     };
@@ -35,8 +35,8 @@ std::uint64_t fieldsWithContent(const VehicleTelemetry &vehicle)
 
 } // namespace
 
-void FilledFields::judge(VehicleTelemetry &vehicle)
+void FilledFields::hideUnfilled(VehicleTelemetry &vehicle)
 {
-    moved |= fieldsWithContent(vehicle);
-    vehicle.availabilityMask &= moved | ~judged;
+    filled |= nonZeroFields(vehicle);
+    vehicle.availabilityMask &= filled | ~candidates;
 }

@@ -4,24 +4,23 @@
 
 #include <cstdint>
 
-/// Finds out which fields a game really fills: one that has never been anything but 0 since the
-/// start counts as unavailable.
+/// Notices which fields a game fills. A field that has been 0 since the start counts as one that
+/// the game never fills, and so as unavailable.
 class FilledFields
 {
 public:
-    /// `judged` are the bits of availability that this is asked of; others are left alone.
-    explicit FilledFields(std::uint64_t judged)
-        : judged(judged)
+    /// `candidates` are the availability bits of the fields that a game may leave empty.
+    explicit FilledFields(std::uint64_t candidates)
+        : candidates(candidates)
     {
     }
 
-    /// Notes what the record holds, and takes the bits of fields that haven't moved yet from its
-    /// availability mask.
-    void judge(VehicleTelemetry &vehicle);
+    /// Notes which fields hold something, and clears the availability bits of those that never did.
+    void hideUnfilled(VehicleTelemetry &vehicle);
 
-    void restart() { moved = 0; }
+    void restart() { filled = 0; }
 
 private:
-    const std::uint64_t judged;
-    std::uint64_t moved = 0;
+    const std::uint64_t candidates;
+    std::uint64_t filled = 0;
 };

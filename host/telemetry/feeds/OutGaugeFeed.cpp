@@ -36,7 +36,7 @@ std::optional<FeedSample> OutGaugeFeed::decode(const QByteArray &payload, TimePo
         changeCar(reading->car);
     FeedSample sample{reading->sample, vehicle};
     VehicleTelemetry &now = sample.sample.vehicle;
-    moved.judge(now);
+    filledFields.hideUnfilled(now);
     learner.see(now, reading->shiftLight, time);
     if (!(learner.limits() == kept)) {
         kept = learner.limits();
@@ -56,7 +56,7 @@ void OutGaugeFeed::changeCar(const QString &code)
 {
     car = code;
     hasCar = true;
-    moved.restart();
+    filledFields.restart();
     vehicle = code.isEmpty() ? QString() : QStringLiteral("OutGauge %1").arg(code);
     storedAs = code == AnyBeamCar ? QString() : code;
     kept = storedAs.isEmpty() ? RevLimits() : store->limitsOf(storedAs);
