@@ -100,16 +100,29 @@ std::optional<Corners> within(const Corners &values, float low, float high)
     return all ? std::optional(values) : std::nullopt;
 }
 
-int measurements(const ByteReader &bytes, int offset, int count)
+void setPedals(VehicleTelemetry &vehicle, float throttle, float brake, float clutch)
+{
+    const auto throttlePercent = percent(throttle);
+    const auto brakePercent = percent(brake);
+    const auto clutchPercent = percent(clutch);
+    if (!throttlePercent || !brakePercent || !clutchPercent)
+        return;
+    vehicle.availabilityMask |= Available::Pedals;
+    vehicle.gasPedalPercent = *throttlePercent;
+    vehicle.brakePedalPercent = *brakePercent;
+    vehicle.clutchPedalPercent = *clutchPercent;
+}
+
+int plausibleReals(const ByteReader &bytes, int offset, int count)
 {
     constexpr float Smallest = 1e-12F;
     constexpr float Largest = 1e9F;
-    int likely = 0;
+    int plausible = 0;
     for (int i = 0; i < count; ++i) {
         const float size = std::abs(bytes.real(offset + 4 * i));
-        likely += (size >= Smallest && size <= Largest) || size == 0 ? 1 : 0;
+        plausible += (size >= Smallest && size <= Largest) || size == 0 ? 1 : 0;
     }
-    return likely;
+    return plausible;
 }
 
 } // namespace Conversions

@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <optional>
 
-/// From what games send to what records hold. A number that is not finite, or beyond what the
-/// quantity can be, is no number: the results are empty then, and nothing is converted.
+/// Converts what games send to the units of the records. A number that is not finite, or beyond
+/// anything its quantity can be, gives an empty result.
 namespace Conversions {
 
 /// `value` if it lies within the limits.
@@ -44,19 +44,23 @@ Corners corners(const ByteReader &bytes, int offset, WheelOrder order);
 /// All four within the limits, or none.
 std::optional<Corners> within(const Corners &values, float low, float high);
 
-/// How many of `count` numbers from `offset` on are such as a game measures.
-int measurements(const ByteReader &bytes, int offset, int count);
+/// How many of `count` numbers from `offset` on could have been measured: 0, or of a usual size.
+int plausibleReals(const ByteReader &bytes, int offset, int count);
 
-/// Whether so many measurements among `count` numbers speak for a datagram of the format. Noise or
-/// text, read as numbers, mostly has fewer, and a game in trouble mostly has more.
-inline bool areEnough(int measurements, int count)
+/// Whether that many plausible numbers among `count` speak for a datagram of the format. Noise or
+/// text, read as numbers, rarely has as many, and a game that sends some wrong ones has more.
+inline bool areMostlyPlausible(int plausible, int count)
 {
-    return 4 * measurements >= 3 * count;
+    return 4 * plausible >= 3 * count;
 }
 
-/// The value, and the bit that says so; 0 and no bit if there is none.
+/// Sets the pedals, which are available together, from shares of 1; leaves them alone if one of
+/// the numbers is none.
+void setPedals(VehicleTelemetry &vehicle, float throttle, float brake, float clutch);
+
+/// Sets the availability bit and gives the value; 0 and no bit if there is no value.
 template<typename Value>
-Value take(VehicleTelemetry &vehicle, std::uint64_t bit, const std::optional<Value> &value)
+Value markAvailable(VehicleTelemetry &vehicle, std::uint64_t bit, const std::optional<Value> &value)
 {
     if (value)
         vehicle.availabilityMask |= bit;

@@ -99,7 +99,7 @@ void fillSlip(ExtendedTelemetry &extended, const ByteReader &bytes)
 
 void fillDash(VehicleTelemetry &vehicle, const ByteReader &bytes, int start)
 {
-    using Conversions::take;
+    using Conversions::markAvailable;
     const auto real = [&](int offset) { return bytes.real(start + offset); };
     const auto byte = [&](int offset) { return bytes.at<quint8>(start + offset); };
     vehicle.speedKmh = Conversions::kmh(real(Dash::Speed)).value_or(0.0F);
@@ -114,13 +114,13 @@ void fillDash(VehicleTelemetry &vehicle, const ByteReader &bytes, int start)
     vehicle.availabilityMask |= Available::Pedals | Available::Position | Available::CompletedLaps;
 
     vehicle.fuelLevelPercent =
-        take(vehicle, Available::FuelLevel, Conversions::percent(real(Dash::Fuel)));
+        markAvailable(vehicle, Available::FuelLevel, Conversions::percent(real(Dash::Fuel)));
     vehicle.bestTimeMs =
-        take(vehicle, Available::BestTime, Conversions::milliseconds(real(Dash::BestLap)));
+        markAvailable(vehicle, Available::BestTime, Conversions::milliseconds(real(Dash::BestLap)));
     vehicle.lastTimeMs =
-        take(vehicle, Available::LastTime, Conversions::milliseconds(real(Dash::LastLap)));
-    vehicle.currentTimeMs =
-        take(vehicle, Available::CurrentTime, Conversions::milliseconds(real(Dash::CurrentLap)));
+        markAvailable(vehicle, Available::LastTime, Conversions::milliseconds(real(Dash::LastLap)));
+    vehicle.currentTimeMs = markAvailable(vehicle, Available::CurrentTime,
+                                          Conversions::milliseconds(real(Dash::CurrentLap)));
 
     const Corners fahrenheit =
         Conversions::corners(bytes, start + Dash::TyreTemperatures, WheelOrder::FrontFirst);
@@ -157,8 +157,8 @@ bool accepts(const QByteArray &datagram)
     const ByteReader bytes(datagram);
     return bytes.at<quint32>(Sled::RaceOn) <= 1 && bytes.at<quint32>(Sled::DriveTrain) <= 2 &&
            bytes.at<quint32>(Sled::CarClass) <= 100 &&
-           Conversions::areEnough(Conversions::measurements(bytes, Sled::MaxRpm, Measured),
-                                  Measured);
+           Conversions::areMostlyPlausible(
+               Conversions::plausibleReals(bytes, Sled::MaxRpm, Measured), Measured);
 }
 
 std::optional<Reading> decode(const QByteArray &datagram)

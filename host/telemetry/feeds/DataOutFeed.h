@@ -18,6 +18,6 @@ private:
     FeedSample last;
     qint32 car = 0;
     FilledFields filledFields{Available::Position | Available::CurrentTime | Available::LastTime |
-                       Available::BestTime | Available::FuelLevel | Available::TyreTemp |
-                       Available::TyreWear};
+                              Available::BestTime | Available::FuelLevel | Available::TyreTemp |
+                              Available::TyreWear};
 };

@@ -133,7 +133,6 @@ void fillAttitude(VehicleTelemetry &vehicle, const Numbers &numbers)
 
 void fillMotion(VehicleTelemetry &vehicle, const Numbers &numbers, const Kind &kind)
 {
-    using Conversions::percent;
     vehicle.speedKmh = Conversions::kmh(numbers[Place::Speed]).value_or(0.0F);
     vehicle.groundSpeedKmh = vehicle.speedKmh;
     vehicle.steeringPercent = Conversions::signedPercent(numbers[Place::Steering]).value_or(0);
@@ -142,15 +141,8 @@ void fillMotion(VehicleTelemetry &vehicle, const Numbers &numbers, const Kind &k
     vehicle.rpm = engineSpeed(numbers[Place::EngineSpeed], kind).value_or(0);
     vehicle.swayG = Conversions::within(-numbers[Place::LateralG], -1000, 1000).value_or(0.0F);
     vehicle.surgeG = Conversions::within(numbers[Place::LongitudinalG], -1000, 1000).value_or(0.0F);
-    const auto throttle = percent(numbers[Place::Throttle]);
-    const auto brake = percent(numbers[Place::Brake]);
-    const auto clutch = percent(numbers[Place::Clutch]);
-    if (throttle && brake && clutch) {
-        vehicle.availabilityMask |= Available::Pedals;
-        vehicle.gasPedalPercent = *throttle;
-        vehicle.brakePedalPercent = *brake;
-        vehicle.clutchPedalPercent = *clutch;
-    }
+    Conversions::setPedals(vehicle, numbers[Place::Throttle], numbers[Place::Brake],
+                           numbers[Place::Clutch]);
     fillAttitude(vehicle, numbers);
 }
 
@@ -175,25 +167,26 @@ void fillCorners(VehicleTelemetry &vehicle, const Numbers &numbers)
 void fillRace(VehicleTelemetry &vehicle, const Numbers &numbers, const Kind &kind)
 {
     using Conversions::count;
-    using Conversions::take;
+    using Conversions::markAvailable;
     const auto step = [](float number) -> std::optional<std::uint8_t> {
         const auto whole = count(number);
         return whole && *whole <= 255 ? std::optional(static_cast<std::uint8_t>(*whole))
                                       : std::nullopt;
     };
-    vehicle.position = take(vehicle, Available::Position, count(numbers[Place::Position]));
-    vehicle.numberOfLaps = take(vehicle, Available::NumberOfLaps, count(numbers[Place::TotalLaps]));
-    vehicle.lastTimeMs =
-        take(vehicle, Available::LastTime, Conversions::milliseconds(numbers[Place::LastLap]));
-    vehicle.absLevel = take(vehicle, Available::AbsLevel, step(numbers[Place::Abs]));
-    vehicle.tractionControlLevel =
-        take(vehicle, Available::TractionControlLevel, step(numbers[Place::TractionControl]));
+    vehicle.position = markAvailable(vehicle, Available::Position, count(numbers[Place::Position]));
+    vehicle.numberOfLaps =
+        markAvailable(vehicle, Available::NumberOfLaps, count(numbers[Place::TotalLaps]));
+    vehicle.lastTimeMs = markAvailable(vehicle, Available::LastTime,
+                                       Conversions::milliseconds(numbers[Place::LastLap]));
+    vehicle.absLevel = markAvailable(vehicle, Available::AbsLevel, step(numbers[Place::Abs]));
+    vehicle.tractionControlLevel = markAvailable(vehicle, Available::TractionControlLevel,
+                                                 step(numbers[Place::TractionControl]));
     constexpr float LargestTank = 10'000;
     const auto fuel = Conversions::within(numbers[Place::Fuel], 0, LargestTank);
     const auto capacity = Conversions::within(numbers[Place::FuelCapacity], 0.01F, LargestTank);
     if (fuel && capacity) {
         vehicle.fuelLevelPercent =
-            take(vehicle, Available::FuelLevel, Conversions::percent(*fuel / *capacity));
+            markAvailable(vehicle, Available::FuelLevel, Conversions::percent(*fuel / *capacity));
     }
     vehicle.maxRpm = engineSpeed(numbers[Place::MaxEngineSpeed], kind).value_or(0);
     vehicle.statusFlags |= numbers[Place::Drs] == 1 ? Status::DrsEngaged : 0;
@@ -214,27 +207,27 @@ bool accepts(const QByteArray &datagram)
     const int length = datagram.size();
     if (length != 4 * ShortCount && length != 4 * LongCount && length != 4 * FormulaCount)
         return false;
-    return Conversions::areEnough(Conversions::measurements(ByteReader(datagram), 0, length / 4),
-                                  length / 4);
+    return Conversions::areMostlyPlausible(
+        Conversions::plausibleReals(ByteReader(datagram), 0, length / 4), length / 4);
 }
 
 std::optional<Reading> decode(const QByteArray &datagram)
 {
     if (!accepts(datagram))
         return std::nullopt;
-    using Conversions::take;
+    using Conversions::markAvailable;
     const Kind kind = kindOf(datagram);
     const Numbers numbers(datagram);
     Reading reading;
     VehicleTelemetry &vehicle = reading.sample.vehicle;
     reading.clock = numbers[Place::Clock];
     fillMotion(vehicle, numbers, kind);
-    vehicle.currentTimeMs =
-        take(vehicle, Available::CurrentTime, Conversions::milliseconds(numbers[Place::LapTime]));
+    vehicle.currentTimeMs = markAvailable(vehicle, Available::CurrentTime,
+                                          Conversions::milliseconds(numbers[Place::LapTime]));
     const bool countsLaps = kind.count > ShortCount && !kind.isFormula;
     vehicle.completedLaps =
-        take(vehicle, Available::CompletedLaps,
-             Conversions::count(numbers[countsLaps ? Place::CompletedLaps : Place::Lap]));
+        markAvailable(vehicle, Available::CompletedLaps,
+                      Conversions::count(numbers[countsLaps ? Place::CompletedLaps : Place::Lap]));
     if (kind.count > ShortCount) {
         fillRace(vehicle, numbers, kind);
         reading.idleRpm = engineSpeed(numbers[Place::IdleEngineSpeed], kind).value_or(0);

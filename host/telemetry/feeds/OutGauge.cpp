@@ -82,18 +82,16 @@ bool accepts(const QByteArray &datagram)
     if (datagram.size() != Length && datagram.size() != LengthWithId)
         return false;
     const ByteReader bytes(datagram);
-    const int found = Conversions::measurements(bytes, SpeedAt, MeasuredFirst) +
-                      Conversions::measurements(bytes, ThrottleAt, MeasuredLater);
+    const int plausible = Conversions::plausibleReals(bytes, SpeedAt, MeasuredFirst) +
+                          Conversions::plausibleReals(bytes, ThrottleAt, MeasuredLater);
     return isCar(datagram.mid(CarAt, CarLength)) && !datagram.startsWith(OutSimHeader) &&
-           Conversions::areEnough(found, MeasuredFirst + MeasuredLater);
+           Conversions::areMostlyPlausible(plausible, MeasuredFirst + MeasuredLater);
 }
 
 std::optional<Reading> decode(const QByteArray &datagram)
 {
     if (!accepts(datagram))
         return std::nullopt;
-    using Conversions::percent;
-    using Conversions::take;
     const ByteReader bytes(datagram);
     Reading reading;
     VehicleTelemetry &vehicle = reading.sample.vehicle;
@@ -102,17 +100,11 @@ std::optional<Reading> decode(const QByteArray &datagram)
     vehicle.speedKmh = Conversions::kmh(bytes.real(SpeedAt)).value_or(0.0F);
     vehicle.groundSpeedKmh = vehicle.speedKmh;
     vehicle.rpm = Conversions::rpm(bytes.real(RpmAt)).value_or(0);
-    vehicle.fuelLevelPercent = take(vehicle, Available::FuelLevel, percent(bytes.real(FuelAt)));
+    vehicle.fuelLevelPercent = Conversions::markAvailable(vehicle, Available::FuelLevel,
+                                                          Conversions::percent(bytes.real(FuelAt)));
 
-    const auto throttle = percent(bytes.real(ThrottleAt));
-    const auto brake = percent(bytes.real(BrakeAt));
-    const auto clutch = percent(bytes.real(ClutchAt));
-    if (throttle && brake && clutch) {
-        vehicle.availabilityMask |= Available::Pedals;
-        vehicle.gasPedalPercent = *throttle;
-        vehicle.brakePedalPercent = *brake;
-        vehicle.clutchPedalPercent = *clutch;
-    }
+    Conversions::setPedals(vehicle, bytes.real(ThrottleAt), bytes.real(BrakeAt),
+                           bytes.real(ClutchAt));
 
     const auto there = bytes.at<quint32>(LightsThereAt);
     const auto on = bytes.at<quint32>(LightsOnAt);

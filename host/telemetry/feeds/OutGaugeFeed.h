@@ -29,7 +29,8 @@ private:
     std::unique_ptr<RevLimitStore> store;
     RevLimitLearner learner;
     RevLimits kept;
-    FilledFields filledFields{Available::FuelLevel}; ///< Servers can keep the fuel of cars to themselves.
+    FilledFields filledFields{
+        Available::FuelLevel}; ///< Servers can keep the fuel of cars to themselves.
     QString car;
     bool hasCar = false;
     QString vehicle;
