@@ -5,7 +5,7 @@
     <name>CodeEditor</name>
     <message>
         <source>The file &apos;%1&apos; does not exist.</source>
-        <translation>Es gibt keine Datei „%1“ zum Bearbeiten.</translation>
+        <translation>Die Datei „%1“ gibt es nicht.</translation>
     </message>
     <message>
         <source>No editor could be started. Install Visual Studio Code, or set the environment variable VISUAL to the command of your editor.</source>
@@ -259,7 +259,7 @@
     </message>
     <message>
         <source>No matching files here</source>
-        <translation>Hier gibt es nichts auszuwählen</translation>
+        <translation>Keine passenden Dateien</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -283,7 +283,7 @@
     </message>
     <message>
         <source>The file “%1” does not exist.</source>
-        <translation>Es gibt keine Datei „%1“.</translation>
+        <translation>Die Datei „%1“ gibt es nicht.</translation>
     </message>
 </context>
 <context>
@@ -301,8 +301,8 @@
         <translation>Das hat nicht geklappt</translation>
     </message>
     <message>
-        <source>Built-in dashboards can&apos;t be changed. Make a copy to change it.</source>
-        <translation>Es gehört zum Programm. Eine Kopie davon lässt sich ändern.</translation>
+        <source>This is a built-in dashboard. Make a copy to change it.</source>
+        <translation>Dieses Dashboard ist mitgeliefert. Eine Kopie davon lässt sich ändern.</translation>
     </message>
     <message>
         <source>Not now</source>
@@ -325,7 +325,7 @@
     </message>
     <message>
         <source>No active dashboard</source>
-        <translation>Kein Dashboard ist aktiv</translation>
+        <translation>Kein aktives Dashboard</translation>
     </message>
     <message>
         <source>Open the dashboard window</source>
@@ -354,14 +354,6 @@
     <message>
         <source>no vehicles assigned yet</source>
         <translation>noch keinem Fahrzeug zugeordnet</translation>
-    </message>
-    <message>
-        <source>goes with 1 vehicle</source>
-        <translation>1 Fahrzeug zugeordnet</translation>
-    </message>
-    <message>
-        <source>goes with %1 vehicles</source>
-        <translation>%1 Fahrzeugen zugeordnet</translation>
     </message>
     <message>
         <source>Open window</source>
@@ -406,6 +398,13 @@
     <message>
         <source>Help (F1)</source>
         <translation>Hilfe (F1)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n vehicle(s) assigned</source>
+        <translation>
+            <numerusform>%n Fahrzeug zugeordnet</numerusform>
+            <numerusform>%n Fahrzeugen zugeordnet</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -573,7 +572,7 @@
     </message>
     <message>
         <source>Built-in dashboards can&apos;t be changed. Your changes go into a copy.</source>
-        <translation>Mitgelieferte Dashboards bleiben, wie sie sind. Ihre Änderungen kommen in eine Kopie.</translation>
+        <translation>Mitgelieferte Dashboards lassen sich nicht ändern. Ihre Änderungen kommen in eine Kopie.</translation>
     </message>
     <message>
         <source>Name</source>
@@ -633,18 +632,6 @@
         <translation>Eigenes</translation>
     </message>
     <message>
-        <source>no vehicle</source>
-        <translation>kein Fahrzeug</translation>
-    </message>
-    <message>
-        <source>1 vehicle</source>
-        <translation>1 Fahrzeug</translation>
-    </message>
-    <message>
-        <source>%1 vehicles</source>
-        <translation>%1 Fahrzeuge</translation>
-    </message>
-    <message>
         <source>%1, active, %2, %3</source>
         <translation>%1, aktiv, %2, %3</translation>
     </message>
@@ -663,6 +650,17 @@
     <message>
         <source>Actions for %1</source>
         <translation>Aktionen für %1</translation>
+    </message>
+    <message>
+        <source>no vehicles</source>
+        <translation>kein Fahrzeug</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n vehicle(s)</source>
+        <translation>
+            <numerusform>%n Fahrzeug</numerusform>
+            <numerusform>%n Fahrzeuge</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -704,7 +702,7 @@
     </message>
     <message>
         <source>Already active.</source>
-        <translation>Es ist schon aktiv.</translation>
+        <translation>Schon aktiv.</translation>
     </message>
     <message>
         <source>Edit a copy…</source>
@@ -766,12 +764,15 @@
         <translation>Fahrzeuge, die dann keinem Dashboard zugeordnet sind: %1</translation>
     </message>
     <message>
-        <source>and %1 more</source>
-        <translation>und %1 weitere</translation>
-    </message>
-    <message>
         <source>This is the active dashboard; another one becomes active.</source>
         <translation>Es ist das aktive Dashboard; ein anderes tritt an seine Stelle.</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>und %n weiteres</numerusform>
+            <numerusform>und %n weitere</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -797,7 +798,7 @@
     </message>
     <message>
         <source>Telemetry source</source>
-        <translation>Telemetrie von</translation>
+        <translation>Telemetriequelle</translation>
     </message>
     <message>
         <source>Dashboard at start-up</source>
@@ -809,7 +810,7 @@
     </message>
     <message>
         <source>System default</source>
-        <translation>Wie das System</translation>
+        <translation>Systemstandard</translation>
     </message>
     <message>
         <source>Applies after a restart</source>
@@ -829,7 +830,7 @@
     </message>
     <message>
         <source>Last used</source>
-        <translation>Das zuletzt verwendete</translation>
+        <translation>Zuletzt verwendet</translation>
     </message>
     <message>
         <source>%1 (no longer exists)</source>
@@ -886,7 +887,7 @@
     </message>
     <message>
         <source>When you drive one of these, this dashboard is activated.</source>
-        <translation>Wird eines davon gefahren, erscheint dieses Dashboard.</translation>
+        <translation>Wenn Sie eines davon fahren, wird dieses Dashboard aktiviert.</translation>
     </message>
     <message>
         <source>No vehicles are assigned yet. A vehicle is assigned to the dashboard that is active when you first drive it, or that you activate while driving it.</source>

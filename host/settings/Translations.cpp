@@ -41,7 +41,7 @@ Translations::Translations(QStringList systemLanguages)
 
 Translations::~Translations()
 {
-    use(QStringLiteral("en"));
+    removeAll();
 }
 
 void Translations::use(const QString &language)
@@ -50,15 +50,18 @@ void Translations::use(const QString &language)
     if (wanted == used)
         return;
     used = wanted;
-    for (const std::unique_ptr<QTranslator> &translator : translators)
-        QCoreApplication::removeTranslator(translator.get());
-    translators.clear();
-    if (used == QLatin1String("en"))
-        return; // What the sources are written in.
+    removeAll();
     const QString qtFolder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
     for (const char *name : {"qtbase", "qtdeclarative"})
         install(QLatin1String(name), qtFolder);
     install(QStringLiteral("gauge-host"), QStringLiteral(":/i18n"));
+}
+
+void Translations::removeAll()
+{
+    for (const std::unique_ptr<QTranslator> &translator : translators)
+        QCoreApplication::removeTranslator(translator.get());
+    translators.clear();
 }
 
 QString Translations::systemLanguage() const

@@ -44,9 +44,10 @@ public:
 
 private:
     QString systemLanguage() const;
+    void removeAll();
     void install(const QString &name, const QString &folder);
 
     const QStringList systemLanguages;
-    QString used = QStringLiteral("en");
+    QString used;
     std::vector<std::unique_ptr<QTranslator>> translators;
 };

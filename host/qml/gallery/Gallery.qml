@@ -21,7 +21,7 @@ FocusScope {
 
     // Why a dashboard can't be changed now; empty if it can.
     function lockOf(profile) {
-        return profile.builtIn ? qsTr("Built-in dashboards can't be changed. Make a copy to change it.")
+        return profile.builtIn ? qsTr("This is a built-in dashboard. Make a copy to change it.")
                                : gallery_actions.busyText
     }
 

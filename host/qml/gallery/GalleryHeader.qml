@@ -123,9 +123,9 @@ FocusScope {
             color: ux.textDarkColor
             text: !root.any ? ""
                             : (root.profile.builtIn ? qsTr("Built-in") : qsTr("Yours")) + "  \u00b7  "
-                              + (root.profile.vehicles.length === 0 ? qsTr("no vehicles assigned yet")
-                                 : root.profile.vehicles.length === 1 ? qsTr("goes with 1 vehicle")
-                                 : qsTr("goes with %1 vehicles").arg(root.profile.vehicles.length))
+                              + (root.profile.vehicles.length === 0
+                                 ? qsTr("no vehicles assigned yet")
+                                 : qsTr("%n vehicle(s) assigned", "", root.profile.vehicles.length))
         }
 
         Item {

@@ -18,9 +18,8 @@ Item {
     property bool focused: false // That, and the keyboard is among the cards.
     readonly property bool pictureReady: image.status === Image.Ready
     readonly property string kind: builtIn ? qsTr("Built-in") : qsTr("Yours")
-    readonly property string vehicles: vehicleCount === 0 ? qsTr("no vehicle")
-                                    : vehicleCount === 1 ? qsTr("1 vehicle")
-                                    : qsTr("%1 vehicles").arg(vehicleCount)
+    readonly property string vehicles: vehicleCount === 0 ? qsTr("no vehicles")
+                                                       : qsTr("%n vehicle(s)", "", vehicleCount)
 
     signal activated
     signal menuRequested(real x, real y)

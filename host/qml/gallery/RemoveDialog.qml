@@ -44,7 +44,7 @@ HLVN.Dialog {
                     const more = vehicles.length - 3
                     lines.push(qsTr("Vehicles that will have no dashboard: %1")
                                .arg(vehicles.slice(0, 3).join(", "))
-                               + (more > 0 ? " " + qsTr("and %1 more").arg(more) : ""))
+                               + (more > 0 ? " " + qsTr("and %n more", "", more) : ""))
                 }
                 if (root.profile.active)
                     lines.push(qsTr("This is the active dashboard; another one becomes active."))

@@ -10,6 +10,11 @@ QString waiting()
     return QCoreApplication::translate("DashboardEngine", "Waiting for game data");
 }
 
+QString vehicles(int count)
+{
+    return QCoreApplication::translate("ProfileCard", "%n vehicle(s)", nullptr, count);
+}
+
 } // namespace
 
 class TranslationsTest : public QObject
@@ -25,6 +30,19 @@ private Q_SLOTS:
         QCOMPARE(waiting(), QStringLiteral("Warten auf Daten vom Spiel"));
         translations.use(QStringLiteral("en"));
         QCOMPARE(waiting(), QStringLiteral("Waiting for game data"));
+    }
+
+    void countedThingsHaveTheirPlurals()
+    {
+        Translations translations;
+        for (const char *language : {"en", "de"}) {
+            const bool english = qstrcmp(language, "en") == 0;
+            translations.use(QLatin1String(language));
+            QCOMPARE(vehicles(1),
+                     english ? QStringLiteral("1 vehicle") : QStringLiteral("1 Fahrzeug"));
+            QCOMPARE(vehicles(2),
+                     english ? QStringLiteral("2 vehicles") : QStringLiteral("2 Fahrzeuge"));
+        }
     }
 
     void withoutAChoiceTheSystemDecides_data()
