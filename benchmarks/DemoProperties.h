@@ -2,7 +2,7 @@
 
 #include "BareScene.h"
 
-#include "telemetry/TelemetrySource.h"
+#include "telemetry/contracts/TelemetrySource.h"
 
 #include <vector>
 

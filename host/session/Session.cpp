@@ -4,7 +4,7 @@
 #include "INavigationService.h"
 #include "profiles/FindProfile.h"
 #include "profiles/VehicleReport.h"
-#include "telemetry/TelemetrySource.h"
+#include "telemetry/contracts/TelemetrySource.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TelemetrySource.h"
+#include "contracts/TelemetrySource.h"
 
 #include <atomic>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "TelemetryMonitor.h"
 
-#include "SilenceLimits.h"
+#include "contracts/SilenceLimits.h"
 
 #include <algorithm>
 

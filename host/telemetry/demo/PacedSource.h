@@ -1,7 +1,7 @@
 #pragma once
 
-#include "telemetry/StoppableThread.h"
-#include "telemetry/TelemetrySource.h"
+#include "system/StoppableThread.h"
+#include "telemetry/contracts/TelemetrySource.h"
 
 #include <memory>
 

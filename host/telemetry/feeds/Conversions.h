@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ByteReader.h"
-#include "telemetry/TelemetrySample.h"
+#include "telemetry/contracts/TelemetrySample.h"
 
 #include <array>
 #include <cstdint>

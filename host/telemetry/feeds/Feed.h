@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/TelemetrySample.h"
+#include "telemetry/contracts/TelemetrySample.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>

@@ -1,6 +1,6 @@
 #include "GameSelector.h"
 
-#include "telemetry/SilenceLimits.h"
+#include "telemetry/contracts/SilenceLimits.h"
 
 #include <QtCore/QDebug>
 

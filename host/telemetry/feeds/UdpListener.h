@@ -2,8 +2,8 @@
 
 #include "Datagram.h"
 #include "Feed.h"
-#include "telemetry/StoppableThread.h"
-#include "telemetry/TelemetrySource.h"
+#include "system/StoppableThread.h"
+#include "telemetry/contracts/TelemetrySource.h"
 
 #include <QtCore/QStringList>
 #include <QtNetwork/QHostAddress>

@@ -1,7 +1,7 @@
 #include "DrivePlayer.h"
 
-#include "telemetry/SilenceLimits.h"
-#include "telemetry/TelemetrySource.h"
+#include "telemetry/contracts/SilenceLimits.h"
+#include "telemetry/contracts/TelemetrySource.h"
 
 #include <QtCore/QDebug>
 

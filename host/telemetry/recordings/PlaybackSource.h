@@ -1,8 +1,8 @@
 #pragma once
 
 #include "DrivePlayer.h"
-#include "telemetry/StoppableThread.h"
-#include "telemetry/TelemetrySource.h"
+#include "system/StoppableThread.h"
+#include "telemetry/contracts/TelemetrySource.h"
 
 #include <memory>
 #include <vector>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "telemetry/StoppableThread.h"
+#include "system/StoppableThread.h"
 #include "telemetry/feeds/Datagram.h"
 
 #include <QtCore/QByteArray>

@@ -1,7 +1,7 @@
 #include "Senders.h"
 
 #include "support/LogCapture.h"
-#include "telemetry/SilenceLimits.h"
+#include "telemetry/contracts/SilenceLimits.h"
 #include "telemetry/feeds/DataOutFeed.h"
 #include "telemetry/feeds/EgoFeed.h"
 #include "telemetry/feeds/GameSelector.h"

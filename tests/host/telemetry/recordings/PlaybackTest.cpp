@@ -1,5 +1,5 @@
-#include "telemetry/SilenceLimits.h"
-#include "telemetry/TelemetrySource.h"
+#include "telemetry/contracts/SilenceLimits.h"
+#include "telemetry/contracts/TelemetrySource.h"
 #include "telemetry/recordings/OpenDrive.h"
 #include "telemetry/recordings/PlaybackSource.h"
 #include "telemetry/recordings/RecordingWriter.h"
