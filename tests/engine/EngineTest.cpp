@@ -1,285 +1,314 @@
+#include "support/DocumentFolder.h"
+#include "support/EngineRig.h"
 #include "support/LogCapture.h"
 #include "support/RecordBytes.h"
-#include "support/RunningEngineRig.h"
 
 #include <QtCore/QFileSystemWatcher>
-#include <QtTest/QtTest>
 
-#include <cstring>
+#include <numeric>
 
 namespace {
 
 const QString Document = QStringLiteral("/no/such/Dash.qml");
+const QString Load = QStringLiteral("load /no/such/Dash.qml 480x272");
 
-/// Records whose every byte tells its place and `seed`.
-RecordBytes patterned(int seed)
+/// Records whose bytes count up from `seed`.
+RecordBytes patterned(unsigned char seed)
 {
     RecordBytes records;
-    const auto fill = [&seed](auto &bytes) {
-        for (unsigned char &byte : bytes)
-            byte = static_cast<unsigned char>(seed += 7);
-    };
-    fill(records.vehicle);
-    fill(records.limits);
-    fill(records.extended);
+    std::iota(records.vehicle.begin(), records.vehicle.end(), seed);
+    std::iota(records.limits.begin(), records.limits.end(), seed);
+    std::iota(records.extended.begin(), records.extended.end(), seed);
     return records;
 }
 
-template<typename Record> QByteArray bytesOf(const Record &record)
+template<typename Record, std::size_t size>
+bool holds(const Record &record, const std::array<unsigned char, size> &bytes)
 {
-    return {reinterpret_cast<const char *>(&record), int{sizeof(Record)}};
+    return sizeof record == size && std::memcmp(&record, bytes.data(), size) == 0;
 }
 
 } // namespace
 
+/// What the engine takes in and hands on, and when it loads, wakes and sleeps.
 class EngineTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void presentsItselfToQt()
+    void makesRenderersOnlyWithAcceleration()
     {
-        const EngineRig bench;
-        const QMetaObject *meta = bench.engine->metaObject();
-        QCOMPARE(meta->className(), "DashboardEngine");
-        QCOMPARE(meta->propertyCount(), meta->propertyOffset());
-        QCOMPARE(meta->methodCount() - meta->methodOffset(), 3);
-        QCOMPARE(meta->method(meta->indexOfSignal("startTimerAsync()")).access(),
-                 QMetaMethod::Public);
-        QCOMPARE(meta->method(meta->indexOfSlot("render()")).access(), QMetaMethod::Private);
-        QCOMPARE(meta->method(meta->indexOfSlot("startTimer()")).access(), QMetaMethod::Private);
-        QCOMPARE(bench.engine->qt_metacast("DashboardEngine"), bench.engine.get());
-        QCOMPARE(bench.engine->qt_metacast("IDashboardEngine"),
-                 static_cast<IDashboardEngine *>(bench.engine.get()));
-    }
-
-    void makesItsRendererOnlyWithAcceleration()
-    {
-        const LogCapture log;
         EngineRig plain(false);
-        QCOMPARE(log.lines, QStringList());
         QVERIFY(plain.engine->createRenderer() == nullptr);
         QCOMPARE(plain.script.made, 0);
-
+        const LogCapture log;
         EngineRig accelerated(true);
-        QCOMPARE(log.lines, QStringList({QStringLiteral("info: DASH: Creating renderer..."),
-                                         QStringLiteral("info: DASH: Renderer created")}));
-        QCOMPARE(accelerated.script.made, 1);
-        accelerated.engine->shutdown();
-        const auto first = accelerated.engine->createRenderer();
-        const auto second = accelerated.engine->createRenderer();
-        QVERIFY(first != nullptr && second != nullptr && first != second);
-        QCOMPARE(accelerated.script.made, 3);
-    }
-
-    void dropsTelemetryThatNobodyCouldSee_data()
-    {
-        QTest::addColumn<bool>("hasFile");
-        QTest::addColumn<bool>("hasConsumer");
-        QTest::newRow("nothing") << false << false;
-        QTest::newRow("no consumer") << true << false;
-        QTest::newRow("no document") << false << true;
-    }
-    void dropsTelemetryThatNobodyCouldSee()
-    {
-        QFETCH(bool, hasFile);
-        QFETCH(bool, hasConsumer);
-        EngineRig bench;
-        FakeConsumer consumer;
-        if (hasFile)
-            bench.engine->setDashboardFile(Document);
-        if (hasConsumer)
-            bench.engine->addConsumer(&consumer);
-        bench.update();
-        QCOMPARE(bench.wakeUps.count(), 0);
-
-        bench.engine->setDashboardFile(Document);
-        bench.engine->addConsumer(&consumer);
-        bench.tick();
-        QCOMPARE(bench.script.count(QStringLiteral("publish")), 0);
-        bench.freshTick();
-        QCOMPARE(bench.script.count(QStringLiteral("publish")), 1);
+        QCOMPARE(log.lines, QStringList({"info: DASH: Creating renderer..."_q,
+                                         "info: DASH: Renderer created"_q}));
+        QVERIFY(accelerated.engine->createRenderer() != nullptr);
+        QCOMPARE(accelerated.script.made, 2);
     }
 
     void publishesTheNewestRecordsWhole()
     {
-        for (const bool useMph : {false, true}) {
-            EngineRig bench(true, useMph);
-            FakeConsumer consumer;
-            bench.engine->setDashboardFile(Document);
-            bench.engine->addConsumer(&consumer);
-            for (const int seed : {1, 2, 3}) {
-                const RecordBytes records = patterned(seed);
-                bench.engine->updateTelemetry(records.vehicleRecord(), records.limitsRecord(),
-                                              records.extendedRecord(), seed == 3);
-            }
-            bench.tick();
-            QCOMPARE(bench.script.publications.size(), 1U);
-            const PublishedRecords &published = bench.script.publications.front();
-            const RecordBytes newest = patterned(3);
-            QCOMPARE(bytesOf(published.vehicle), bytesOf(newest.vehicle));
-            QCOMPARE(bytesOf(published.limits), bytesOf(newest.limits));
-            QCOMPARE(bytesOf(published.extended), bytesOf(newest.extended));
-            quint32 smoothing = 0;
-            std::memcpy(&smoothing, &published.steeringSmoothing, sizeof smoothing);
-            QCOMPARE(smoothing, 0x3E4CCCCDU);
-            QCOMPARE(published.useMph, useMph);
-            QCOMPARE(published.showMarkers, false);
-            QCOMPARE(published.paused, true);
+        EngineRig rig(true, true);
+        rig.show();
+        for (const unsigned char seed : {1, 2, 3}) {
+            const RecordBytes records = patterned(seed);
+            rig.engine->updateTelemetry(records.vehicleRecord(), records.limitsRecord(),
+                                        records.extendedRecord(), seed == 3);
         }
-    }
-
-    void aPausedUpdateIsStoredButWakesNobody()
-    {
-        EngineRig bench;
-        FakeConsumer consumer;
-        bench.engine->setDashboardFile(Document);
-        bench.engine->addConsumer(&consumer);
-        bench.update(10, true);
-        QCOMPARE(bench.wakeUps.count(), 0);
-        bench.update(20, false);
-        QCOMPARE(bench.wakeUps.count(), 1);
-        bench.deliverQueued();
-        bench.tick();
-        QCOMPARE(bench.script.publications.size(), 1U);
-        QCOMPARE(bench.script.publications[0].vehicle.speedKmh, 20.0F);
-        QCOMPARE(bench.script.publications[0].paused, false);
-
-        bench.update(30, true);
-        bench.tick();
-        QCOMPARE(bench.script.publications.size(), 2U);
-        QCOMPARE(bench.script.publications[1].paused, true);
-        QCOMPARE(consumer.deliveries.size(), 2U);
+        rig.tick();
+        QCOMPARE(rig.script.publications.size(), 1U);
+        const PublishedRecords &published = rig.script.publications.front();
+        QVERIFY(holds(published.vehicle, patterned(3).vehicle));
+        QVERIFY(holds(published.limits, patterned(3).limits));
+        QVERIFY(holds(published.extended, patterned(3).extended));
+        QVERIFY(published.steeringSmoothing == 0.2F);
+        QVERIFY(published.useMph && !published.showMarkers && published.paused);
     }
 
     void namesAndTunesGoOutWithTheNextTickAndWakeNobody()
     {
-        EngineRig bench;
-        FakeConsumer consumer;
-        const TuneValue value{QStringLiteral("Gain"), 1, 9, 5, true, false, true};
-        bench.engine->setMotionProfileName(QStringLiteral("Rough road"));
-        bench.engine->setTuneInfo(QStringLiteral("Old"), QStringLiteral("Old"), {});
-        bench.engine->setTuneInfo(QStringLiteral("Motion"), QStringLiteral("Heave"), value);
-        bench.engine->setDashboardFile(Document);
-        bench.engine->addConsumer(&consumer);
-        QCOMPARE(bench.wakeUps.count(), 0);
-        bench.tick();
-        QCOMPARE(bench.script.publications.size(), 1U);
-        const PublishedRecords published = bench.script.publications[0];
-        QCOMPARE(published.motionProfileName, QStringLiteral("Rough road"));
-        QCOMPARE(published.tune.group, QStringLiteral("Motion"));
-        QCOMPARE(published.tune.name, QStringLiteral("Heave"));
-        QCOMPARE(published.tune.valueName, QStringLiteral("Gain"));
-        QCOMPARE(published.tune.valueMin, 1.0F);
-        QCOMPARE(published.tune.valueMax, 9.0F);
-        QCOMPARE(published.tune.valueCurrent, 5.0F);
-        QCOMPARE(published.tune.valueIsInteger, true);
-        QCOMPARE(published.tune.reservedFlagA, false);
-        QCOMPARE(published.tune.reservedFlagB, true);
-        QCOMPARE(published.tune.changeCounter, 2U);
-        QCOMPARE(consumer.deliveries.size(), 1U);
-
-        bench.engine->setMotionProfileName(QString());
-        bench.tick();
-        QCOMPARE(bench.script.publications.size(), 2U);
-        QCOMPARE(bench.script.publications[1].motionProfileName, QString());
-        QCOMPARE(bench.script.publications[1].tune.changeCounter, 2U);
-
-        bench.engine->setTuneInfo({}, {}, {});
-        bench.tick();
-        QCOMPARE(bench.script.publications.size(), 3U);
-        QCOMPARE(bench.script.publications[2].tune.changeCounter, 3U);
+        EngineRig rig;
+        rig.show();
+        rig.engine->setMotionProfileName("Rough road"_q);
+        rig.engine->setTuneInfo("Old"_q, "Old"_q, {});
+        rig.engine->setTuneInfo("Motion"_q, "Heave"_q, {"Gain"_q, 1, 9, 5, true, false, true});
+        rig.tick();
+        rig.engine->setMotionProfileName(QString());
+        rig.tick();
+        QCOMPARE(rig.wakeUps.count(), 0);
+        QCOMPARE(rig.consumer.deliveries.size(), 2U);
+        const PublishedRecords &published = rig.script.publications.at(0);
+        const TuneInfo &tune = published.tune;
+        QCOMPARE(QStringList({published.motionProfileName, tune.group, tune.name, tune.valueName}),
+                 QStringList({"Rough road"_q, "Motion"_q, "Heave"_q, "Gain"_q}));
+        QVERIFY(tune.valueMin == 1 && tune.valueMax == 9 && tune.valueCurrent == 5);
+        QVERIFY(tune.valueIsInteger && !tune.reservedFlagA && tune.reservedFlagB);
+        QVERIFY(!published.useMph && !published.paused);
+        QCOMPARE(rig.script.publications.at(1).motionProfileName, QString());
+        QCOMPARE(rig.script.publications[1].tune.changeCounter, 2U);
     }
 
-    void holdsNoLockWhileItPublishes()
+    void holdsNoLockWhileItLoadsAndPublishes()
     {
-        RunningEngineRig bench;
-        bench.script.duringPublish = [&bench] {
-            bench.script.duringPublish = nullptr;
-            fromAnotherThread([&bench] { bench.update(77); });
+        RunningEngineRig rig;
+        FakeConsumer another;
+        rig.engine->setDashboardFile("/first.qml"_q);
+        rig.script.duringLoad = [&] {
+            rig.script.duringLoad = nullptr;
+            fromAnotherThread([&] {
+                rig.engine->setDashboardFile("/second.qml"_q);
+                rig.engine->addConsumer(&another);
+                rig.update(11);
+            });
         };
-        bench.update(11);
-        bench.tick();
-        QCOMPARE(bench.script.publications.back().vehicle.speedKmh, 11.0F);
-        bench.tick();
-        QCOMPARE(bench.script.publications.back().vehicle.speedKmh, 77.0F);
+        rig.script.duringPublish = [&] {
+            rig.script.duringPublish = nullptr;
+            fromAnotherThread([&] { rig.update(77); });
+        };
+        rig.tick(2);
+        QCOMPARE(rig.script.calls.filter("load"_q),
+                 QStringList({"load /first.qml 480x272"_q, "load /second.qml 480x272"_q}));
+        QCOMPARE(rig.script.publications.at(1).vehicle.speedKmh, 11.0F);
+        QCOMPARE(rig.script.publications.at(2).vehicle.speedKmh, 77.0F);
+        QCOMPARE(another.deliveries.size(), 2U);
     }
 
     void registersConsumers()
     {
-        EngineRig bench;
-        FakeConsumer consumer;
+        EngineRig rig;
         FakeConsumer stranger;
-        bench.engine->addConsumer(nullptr);
-        QVERIFY(!bench.engine->hasConsumers());
-        bench.engine->addConsumer(&consumer);
-        bench.engine->removeConsumer(nullptr);
-        bench.engine->removeConsumer(&stranger);
-        QVERIFY(bench.engine->hasConsumers());
+        rig.engine->addConsumer(nullptr);
+        QVERIFY(!rig.engine->hasConsumers());
+        for (int i = 0; i < 2; ++i) {
+            rig.show(); // Adding it again keeps its buffer.
+            rig.freshTick();
+            QCOMPARE(rig.script.renderCalls.back().sizeBefore, i == 0 ? 0U : 48U);
+        }
+        rig.engine->removeConsumer(nullptr);
+        rig.engine->removeConsumer(&stranger);
+        QVERIFY(rig.engine->hasConsumers());
+        rig.engine->removeConsumer(&rig.consumer);
+        QVERIFY(!rig.engine->hasConsumers());
+    }
 
-        bench.engine->setDashboardFile(Document);
-        bench.freshTick();
-        bench.engine->addConsumer(&consumer);
-        bench.freshTick();
-        QCOMPARE(consumer.deliveries.size(), 2U);
-        QCOMPARE(bench.script.renderCalls[1].sizeBefore, 48U); // The buffer was kept.
-        bench.engine->removeConsumer(&consumer);
-        QVERIFY(!bench.engine->hasConsumers());
+    void wakesOnTheFirstUpdateAndLoadsPublishesAndDeliversInOneTick()
+    {
+        EngineRig rig;
+        rig.engine->setDashboardFile(Document);
+        rig.update(); // Dropped, since nobody could see it.
+        rig.show();
+        rig.engine->setDashboardFile(QString());
+        rig.update();
+        rig.show();
+        rig.tick();
+        QCOMPARE(rig.script.calls, QStringList(Load));
+        rig.update(10, true); // A paused update is stored, but wakes nobody.
+        QCOMPARE(rig.wakeUps.count(), 0);
+        rig.update(20);
+        rig.update(30);
+        QCOMPARE(rig.wakeUps.count(), 2); // It counts as running only once the first has arrived.
+        rig.deliverQueued();
+        QVERIFY(rig.takenToRun());
+        rig.engine->setDashboardFile(Document);
+        rig.update(40, true);
+        rig.tick(2);
+        QCOMPARE(rig.script.calls, QStringList({Load, Load, "publish"_q, "render 4x3"_q}));
+        QCOMPARE(rig.script.publications.at(0).vehicle.speedKmh, 40.0F);
+        QCOMPARE(rig.consumer.deliveries.size(), 1U);
+    }
 
-        bench.engine->shutdown();
-        bench.engine->addConsumer(&consumer);
-        QVERIFY(bench.engine->hasConsumers());
-        bench.engine->removeConsumer(&consumer);
-        QVERIFY(!bench.engine->hasConsumers());
+    void theTimerRunsTheTickAndASecondStartLeavesItAlone()
+    {
+        RunningEngineRig rig;
+        while (rig.timer->remainingTime() > 20)
+            std::this_thread::yield();
+        rig.startTimer();
+        QVERIFY(rig.timer->remainingTime() <= 20);
+        rig.update();
+        QTRY_COMPARE(rig.script.calls, QStringList({"publish"_q, "render 4x3"_q}));
+    }
+
+    void fallsAsleepAtTheFiftyFirstTickWithoutNews()
+    {
+        for (const bool acceleration : {true, false}) {
+            RunningEngineRig rig(acceleration);
+            rig.tick(50);
+            QVERIFY(rig.timer->isActive());
+            rig.tick();
+            QVERIFY(!rig.timer->isActive());
+            QCOMPARE(rig.consumer.deliveries.size(), 1U);
+
+            // The count stays full until something new comes.
+            rig.startTimer();
+            rig.tick();
+            QVERIFY(!rig.timer->isActive());
+            QVERIFY(!rig.takenToRun());
+            rig.deliverQueued();
+            rig.tick(51);
+            QVERIFY(rig.timer->isActive());
+            rig.tick();
+
+            // Or a new document, which doesn't start the timer itself.
+            rig.engine->setDashboardFile(Document);
+            rig.deliverQueued();
+            QVERIFY(!rig.timer->isActive());
+            rig.startTimer();
+            rig.tick(50);
+            QVERIFY(rig.timer->isActive());
+        }
+    }
+
+    void everyReasonToStopPutsItToSleep()
+    {
+        const LogCapture log;
+        for (const QString &reason : {"no document"_q, "failed load"_q, "no consumer"_q}) {
+            RunningEngineRig rig;
+            rig.update();
+            rig.script.loads = reason != "failed load"_q;
+            rig.engine->setDashboardFile(reason == "no document"_q ? QString() : Document);
+            if (reason == "no consumer"_q)
+                rig.engine->removeConsumer(&rig.consumer);
+            rig.tick();
+            QVERIFY(!rig.timer->isActive());
+            // Without consumers it still publishes what it has.
+            QCOMPARE(rig.script.count("publish"_q), reason == "no consumer"_q ? 1 : 0);
+            QCOMPARE(rig.script.count("render"_q), 0);
+            rig.script.loads = true;
+            rig.show();
+            QVERIFY(!rig.takenToRun());
+            rig.deliverQueued();
+            QVERIFY(rig.timer->isActive());
+        }
+    }
+
+    void aFailedLoadIsLoggedOnceAndNotTriedAgain()
+    {
+        RunningEngineRig rig;
+        rig.script.loads = false;
+        rig.script.errors = QStringList({"Dash.qml:3 \"x\" is odd"_q, "second  line"_q});
+        const QStringList lines(
+            {"critical: Dashboard: Failed to load: "_q + QDir::toNativeSeparators(Document),
+             "critical: Dash.qml:3 \"x\" is odd"_q, "critical: second  line"_q});
+        const LogCapture log;
+        rig.engine->setDashboardFile(Document);
+        rig.freshTick();
+        QCOMPARE(log.critical(), lines);
+        rig.freshTick(); // From here on consumers get the renderer's picture of the errors.
+        QCOMPARE(log.critical(), lines);
+        QCOMPARE(rig.script.calls, QStringList({Load, "publish"_q, "render 4x3"_q}));
+        rig.engine->setDashboardFile(Document); // The same again is tried again.
+        rig.tick();
+        QCOMPARE(log.critical(), lines + lines);
+    }
+
+    void loadsARewrittenFileAgainAwakeOrAsleep()
+    {
+        const DocumentFolder folder;
+        const QString path = folder.write("Dash.qml"_q, "Item {}");
+        for (const int ticks : {1, 52}) {
+            RunningEngineRig rig;
+            rig.engine->setDashboardFile(path);
+            rig.tick(ticks);
+            auto *watcher = rig.engine->findChild<QFileSystemWatcher *>();
+            QSignalSpy changes(watcher, &QFileSystemWatcher::fileChanged);
+            folder.write("Dash.qml"_q, "Item { id: root }");
+            QTRY_VERIFY_WITH_TIMEOUT(changes.count() > 0, 30'000);
+            rig.tick();
+            QVERIFY(rig.script.count("load"_q) > 1);
+        }
+    }
+
+    void watchesTheNewestFileOrFolderAndNoOther()
+    {
+        const DocumentFolder folder;
+        const QString first = folder.write("First.qml"_q, "Item {}");
+        const QString second = folder.write("Second.qml"_q, "Item {}");
+        EngineRig rig;
+        auto *watcher = rig.engine->findChild<QFileSystemWatcher *>();
+        const auto setElsewhere = [&rig](const QString &path) {
+            fromAnotherThread([&] { rig.engine->setDashboardFile(path); });
+        };
+        const auto watched = [&] { return watcher->files() + watcher->directories(); };
+        for (const QString &path : {first, second, second, folder.path(), first}) {
+            rig.engine->setDashboardFile(path);
+            QCOMPARE(watched(), QStringList(path));
+        }
+        // Set on another thread, it is watched on the engine's.
+        setElsewhere(folder.path("Missing.qml"_q));
+        QCOMPARE(watched(), QStringList(first));
+        rig.deliverQueued();
+        QCOMPARE(watched(), QStringList());
+        setElsewhere(second);
+        setElsewhere(first);
+        rig.engine->setDashboardFile(second);
+        rig.deliverQueued();
+        QCOMPARE(watched(), QStringList(second));
     }
 
     void afterShutdownNothingMovesAnyMore()
     {
-        RunningEngineRig bench;
-        QVERIFY(bench.timer != nullptr);
-        bench.ticks(51);
-        bench.update();
-        QCOMPARE(bench.wakeUps.count(), 1);
-        bench.engine->shutdown();
-        bench.deliverQueued(); // The start that was under way comes too late.
-        QVERIFY(!bench.timer->isActive());
-        bench.engine->setDashboardFile(QCoreApplication::applicationFilePath());
-        QCOMPARE(bench.engine->findChild<QFileSystemWatcher *>()->files(), QStringList());
-        bench.update();
-        bench.engine->setMotionProfileName(QStringLiteral("Calm"));
-        bench.engine->setTuneInfo({}, {}, {});
-        QCOMPARE(bench.wakeUps.count(), 1);
-        QCOMPARE(bench.script.calls, QStringList());
-        QVERIFY(bench.engine->createWaitingImage(1) != nullptr);
+        RunningEngineRig rig;
+        rig.engine->shutdown();
+        QVERIFY(!rig.timer->isActive());
+        rig.startTimer(); // One that was under way comes too late.
+        QVERIFY(!rig.timer->isActive());
+        rig.engine->setDashboardFile(QCoreApplication::applicationFilePath());
+        QVERIFY(rig.engine->findChild<QFileSystemWatcher *>()->files().isEmpty());
+        rig.update();
+        QCOMPARE(rig.wakeUps.count(), 0);
     }
 
     void diesWithThingsStillQueued()
     {
-        EngineRig bench;
-        FakeConsumer consumer;
-        bench.engine->addConsumer(&consumer);
-        fromAnotherThread([&] {
-            bench.engine->setDashboardFile(Document);
-            bench.update();
-        });
-        QCOMPARE(bench.wakeUps.count(), 1);
-        bench.engine.reset();
-        QCOMPARE(bench.script.destroyed, 1);
+        EngineRig rig;
+        fromAnotherThread([&] { rig.show(); });
+        rig.update();
+        rig.engine.reset();
         QCoreApplication::processEvents();
-        QCOMPARE(consumer.deliveries.size(), 0U);
-        QCOMPARE(bench.script.calls, QStringList());
-    }
-
-    void theTimerDiesBeforeTheRenderer()
-    {
-        RunningEngineRig bench;
-        const QPointer<QTimer> timer(bench.timer);
-        QVERIFY(timer != nullptr);
-        bool outlived = true;
-        bench.script.duringDestruction = [&] { outlived = timer != nullptr; };
-        bench.engine.reset();
-        QCOMPARE(bench.script.destroyed, 1);
-        QVERIFY(!outlived);
+        QCOMPARE(rig.consumer.asked, QStringList());
     }
 };
 

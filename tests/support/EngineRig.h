@@ -1,13 +1,18 @@
 #pragma once
 
 #include "engine/DashboardEngine.h"
+#include "support/FakeConsumer.h"
 #include "support/FakeRenderer.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
-#include <QtTest/QSignalSpy>
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+#include <QtTest/QtTest>
 
-/// An engine whose clock and renderers belong to the test and whose ticks the test strikes itself.
+#include <thread>
+
+/// An engine with a fake clock, fake renderers and a consumer, whose ticks the test runs itself.
 class EngineRig
 {
 public:
@@ -21,15 +26,24 @@ public:
     }
 
     RendererScript script;
-    quint64 now = 1'000'000;
+    FakeConsumer consumer;
+    quint64 now = 1'000'000; ///< Milliseconds.
     std::unique_ptr<DashboardEngine> engine;
-    QSignalSpy wakeUps;
+    QSignalSpy wakeUps; ///< Attempts to start the timer.
 
-    void tick() const { invoke("render"); }
-    void ticks(int count) const
+    /// Sets a document, which needn't exist for fake renderers, and adds the consumers.
+    void show(std::initializer_list<FakeConsumer *> others = {})
+    {
+        engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
+        engine->addConsumer(&consumer);
+        for (FakeConsumer *other : others)
+            engine->addConsumer(other);
+    }
+
+    void tick(int count = 1) const
     {
         for (int i = 0; i < count; ++i)
-            tick();
+            invoke("render");
     }
     void startTimer() const { invoke("startTimer"); }
 
@@ -46,14 +60,16 @@ public:
         engine->updateTelemetry(vehicle, {}, {}, paused);
     }
 
-    /// A tick with something new.
-    void freshTick() const
+    /// Ticks with something new.
+    void freshTick(int count = 1) const
     {
-        update();
-        tick();
+        for (int i = 0; i < count; ++i) {
+            update();
+            tick();
+        }
     }
 
-    /// Whether the timer is taken to run, told by whether an update tries to wake it.
+    /// Whether the engine believes that its timer runs: an update doesn't try to wake it.
     bool takenToRun()
     {
         const int before = wakeUps.count();
@@ -67,3 +83,46 @@ private:
         QMetaObject::invokeMethod(engine.get(), slot, Qt::DirectConnection);
     }
 };
+
+/// Finds the engine's private timer when it first fires.
+class TimerCatcher : public QObject
+{
+public:
+    TimerCatcher() { QCoreApplication::instance()->installEventFilter(this); }
+
+    QTimer *timer = nullptr;
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        auto *fired = qobject_cast<QTimer *>(watched);
+        if (event->type() == QEvent::Timer && fired != nullptr && fired->interval() == 40)
+            timer = fired;
+        return false;
+    }
+};
+
+/// An engine that shows a document, and whose timer runs and is known. Nothing is pending.
+class RunningEngineRig : public EngineRig
+{
+public:
+    explicit RunningEngineRig(bool hardwareAcceleration = true)
+        : EngineRig(hardwareAcceleration)
+    {
+        show();
+        startTimer();
+        const TimerCatcher catcher;
+        if (!QTest::qWaitFor([&catcher] { return catcher.timer != nullptr; }, 30'000))
+            qFatal("the engine's timer never fired");
+        timer = catcher.timer;
+        freshTick();
+        script.calls.clear();
+        wakeUps.clear();
+    }
+
+    QPointer<QTimer> timer;
+};
+
+inline void fromAnotherThread(const std::function<void()> &work)
+{
+    std::thread(work).join();
+}

@@ -5,10 +5,9 @@
 #include <QtCore/QStringList>
 
 #include <functional>
-#include <utility>
 #include <vector>
 
-/// What a consumer may do with the vector that it is handed.
+/// What a consumer does with the vector that it is handed.
 enum class BufferUse { Leave, Swap, ThrowAway };
 
 struct Delivery
@@ -18,7 +17,7 @@ struct Delivery
     const unsigned char *address; ///< Where the engine had built the frame.
 };
 
-/// A consumer of the test's wishes that keeps what it gets.
+/// A consumer that answers as the test sets it and keeps what it gets.
 class FakeConsumer final : public IDashboardConsumer
 {
 public:
@@ -36,34 +35,17 @@ public:
     quint64 seen = 0;
     std::function<void(const QString &)> during; ///< Runs inside every call, with its name.
 
-    QStringList asked; ///< The engine's questions, in order.
+    QStringList asked; ///< The engine's calls, in order.
     std::vector<Delivery> deliveries;
     Frame own; ///< The other half of the double buffer.
 
-    int frameWidth() override
-    {
-        ask(QStringLiteral("width"));
-        return width;
-    }
-    int frameHeight() override
-    {
-        ask(QStringLiteral("height"));
-        return height;
-    }
-    bool isUpsideDown() override
-    {
-        ask(QStringLiteral("turn"));
-        return upsideDown;
-    }
-    quint64 lastActivity() override
-    {
-        ask(QStringLiteral("life"));
-        return seen;
-    }
+    int frameWidth() override { return answer("width", width); }
+    int frameHeight() override { return answer("height", height); }
+    bool isUpsideDown() override { return answer("turn", upsideDown); }
+    quint64 lastActivity() override { return answer("life", seen); }
     void deliverFrame(Frame &buffer, int frameWidth) override
     {
-        if (during)
-            during(QStringLiteral("delivery"));
+        answer("delivery", 0);
         deliveries.push_back({buffer, frameWidth, buffer.data()});
         if (use == BufferUse::Swap)
             buffer.swap(own);
@@ -72,10 +54,11 @@ public:
     }
 
 private:
-    void ask(const QString &question)
+    template<typename T> T answer(const char *call, const T &value)
     {
-        asked += question;
+        asked += QLatin1String(call);
         if (during)
-            during(question);
+            during(QLatin1String(call));
+        return value;
     }
 };

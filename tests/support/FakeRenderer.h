@@ -5,13 +5,12 @@
 
 #include <QtCore/QStringList>
 
-#include <algorithm>
 #include <functional>
 #include <optional>
 #include <set>
 #include <vector>
 
-/// What a renderer was told in one publication.
+/// The arguments of one publication.
 struct PublishedRecords
 {
     VehicleTelemetry vehicle;
@@ -33,13 +32,13 @@ struct RenderCall
     bool upsideDown;
 };
 
-/// What fake renderers are to do and what was asked of them. Outlives them.
+/// Tells fake renderers what to do, and records what was asked of them. Outlives them.
 struct RendererScript
 {
     bool loads = true;
     bool renders = true;
     unsigned char fill = 1;           ///< Every byte of the next picture.
-    std::optional<std::size_t> bytes; ///< Of the next picture, if it has not the size it should.
+    std::optional<std::size_t> bytes; ///< Wrong size of the next picture.
     QStringList errors;
     std::set<QString> fields;
     std::function<void()> duringLoad;
@@ -53,14 +52,10 @@ struct RendererScript
     std::vector<PublishedRecords> publications;
     std::vector<RenderCall> renderCalls;
 
-    int count(const QString &prefix) const
-    {
-        return static_cast<int>(std::count_if(
-            calls.cbegin(), calls.cend(), [&](const QString &c) { return c.startsWith(prefix); }));
-    }
+    int count(const QString &call) const { return calls.filter(call).size(); }
 };
 
-/// A renderer that paints every byte alike and writes down what it was asked.
+/// A renderer that fills its pictures with one byte and records its calls.
 class FakeRenderer final : public IDashboardRenderer
 {
 public:
@@ -94,8 +89,7 @@ public:
             script.duringRender();
         if (!script.renders)
             return false;
-        buffer.resize(script.bytes.value_or(frameBytes(width, height)));
-        std::fill(buffer.begin(), buffer.end(), script.fill);
+        buffer.assign(script.bytes.value_or(frameBytes(width, height)), script.fill);
         return true;
     }
 

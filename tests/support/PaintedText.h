@@ -1,12 +1,11 @@
 #pragma once
 
-#include <QtGui/QFont>
+#include "plugin/Frame.h"
+
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
 
-#include <vector>
-
-/// The picture that a status image must equal, painted apart from the code under test.
+/// What a picture of a text must look like, painted independently of the code under test.
 inline QImage paintedText(int width, int height, const QString &text, int pixelSize, int flags,
                           bool upsideDown = false)
 {
@@ -27,11 +26,10 @@ inline QImage paintedText(int width, int height, const QString &text, int pixelS
     return image;
 }
 
-/// A frame as a picture of its own.
-inline QImage frameImage(const std::vector<unsigned char> &frame, int width)
+/// A frame as a picture; null where the frame is empty or has another size.
+inline QImage frameImage(const Frame &frame, int width, int height)
 {
-    if (frame.empty())
+    if (frame.empty() || frame.size() != std::size_t(width) * std::size_t(height) * 4)
         return {};
-    const int height = static_cast<int>(frame.size() / 4) / width;
     return QImage(frame.data(), width, height, QImage::Format_ARGB32_Premultiplied).copy();
 }
