@@ -12,8 +12,7 @@
 /// Names with their values, ready to be set.
 using Properties = std::vector<std::pair<QString, QVariant>>;
 
-/// A QML document rendered into memory with Qt's own means and nothing around them: the baseline
-/// that the library's renderer is measured against.
+/// Renders a QML document into memory with Qt alone: the baseline for the library's renderer.
 class BareScene
 {
 public:
@@ -25,7 +24,7 @@ public:
 
     void set(const Properties &properties);
 
-    /// Polish, sync, render, and glReadPixels into `buffer`, which has the right size already.
+    /// Polish, sync, render, and glReadPixels into `buffer`, which must have the right size.
     void frame(Frame &buffer);
 
 private:

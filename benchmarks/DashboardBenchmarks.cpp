@@ -56,7 +56,7 @@ void tick(benchmark::State &state, const std::string &name, int width, int heigh
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
-/// What a publication alone costs: bindings that run again, and items that take their new values.
+/// Cost of a publication alone: bindings that run again, and items that take new values.
 void publication(benchmark::State &state, const std::string &name, bool changes)
 {
     Shown dashboard(name);

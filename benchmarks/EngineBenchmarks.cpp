@@ -53,7 +53,7 @@ void updateTelemetryOurs(benchmark::State &state)
     }
 }
 
-/// The same changes of the scene as an engine's tick brings, so that both sides draw the same.
+/// Changes the scene as an engine's tick does, so that both sides draw the same.
 void tickBare(benchmark::State &state)
 {
     const std::vector<Properties> moments = demoMoments();

@@ -65,11 +65,11 @@ void decodeEgo(benchmark::State &state)
     decode(state, feed, Senders::ego());
 }
 
-/// An engine with all but a picture, fed as the host does, but for the vehicles' names.
+/// An engine that renders nothing, fed as the host feeds it, without vehicle names.
 class FedEngine final : public TelemetrySink
 {
 public:
-    /// `handedOn` is called when an update has returned, on the source's thread.
+    /// `handedOn` is called on the source's thread when an update has returned.
     explicit FedEngine(std::function<void()> handedOn)
         : handedOn(std::move(handedOn))
     {
@@ -95,7 +95,7 @@ private:
     TelemetryMonitor monitor;
 };
 
-/// The plainest listener there can be: it waits in recv() and decodes.
+/// The simplest listener: it waits in recv() and decodes.
 class BareListener final : public TelemetrySource
 {
 public:
@@ -139,8 +139,8 @@ private:
     std::thread thread;
 };
 
-/// From before a datagram is sent until the update that it brings has returned. Datagrams come one
-/// by one, to a thread that sleeps, as games send them.
+/// Time from before a datagram is sent until its update has returned. Datagrams come one by one to
+/// a sleeping thread, as games send them.
 void measureWay(benchmark::State &state, std::unique_ptr<TelemetrySource> source, quint16 port)
 {
     QSemaphore arrived;
@@ -202,8 +202,8 @@ double threadSeconds()
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-/// Three games at once, 60 datagrams a second each: what the listening thread costs in percent of a
-/// core. Two of them are turned away.
+/// Cost of the listening thread, in percent of a core, with three games at 60 datagrams a second
+/// each, of which two are rejected.
 void threeGames(benchmark::State &state)
 {
     const QTemporaryDir folder;

@@ -69,7 +69,7 @@ void makeDashboards(const TemporaryHome &home)
     }
 }
 
-/// Whether any card is there with its picture. The scene must be at rest.
+/// Whether a card with its picture is shown. The scene must be at rest.
 bool isFirstCardReady(QQuickItem *grid)
 {
     for (int row = 0; row < Dashboards; ++row) {
@@ -90,8 +90,8 @@ void wait(int ms)
     loop.exec();
 }
 
-/// Until `done` answers true after a frame, which is asked on the thread that renders while the
-/// GUI's waits. Returns when that frame was on the screen.
+/// Waits until `done` is true after a frame, and returns when that frame was on the screen. `done`
+/// is called on the render thread while the GUI thread waits.
 Clock::time_point waitForFrame(QQuickWindow &window, const std::function<bool()> &done)
 {
     QEventLoop loop;

@@ -33,7 +33,7 @@ constexpr std::size_t Datagrams = 750;
 constexpr std::size_t WarmUp = 100; ///< Datagrams during which the dashboard loads.
 constexpr std::size_t Shades = 20;  ///< Of the throttle, one a datagram, in turn.
 
-/// One that doesn't beat with the engine's tick, so that datagrams meet it at every phase.
+/// No multiple of the engine's tick, so that datagrams come at every phase of it.
 constexpr std::chrono::microseconds Period(41'300);
 
 /// A dashboard that ships, with the throttle as a shade of red over its left part.
@@ -43,7 +43,7 @@ constexpr char Document[] = "import QtQuick 2.15\n"
                             "  Rectangle { width: 100; height: 272\n"
                             "    color: Qt.rgba(dash_gasPedal_Percent / 100, 0, 0, 1) } }\n";
 
-/// Hands on to an engine, as the host does.
+/// Passes telemetry on to an engine, as the host does.
 class EngineSink final : public TelemetrySink
 {
 public:
@@ -146,8 +146,8 @@ double percentile(std::vector<double> &values, double share)
     return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
 }
 
-/// The whole way from a game to the screen: a datagram a picture, on a thread of its own; the
-/// listener, the decoder, the engine's tick, the window.
+/// The whole way from a game to the screen: one datagram for each picture, sent on its own thread,
+/// through listener, decoder, the engine's tick and the window.
 void datagramToPixels(benchmark::State &state)
 {
     const QTemporaryDir folder;

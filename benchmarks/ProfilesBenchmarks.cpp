@@ -17,8 +17,8 @@ namespace {
 
 constexpr int VehiclesPerProfile = 5;
 
-/// A user with many dashboards, each with vehicles. It lies in memory where that can be had, so
-/// that the disk's moods stay out of the figures.
+/// A user's home with many dashboards, each with vehicles; in memory where possible, to keep the
+/// disk out of the figures.
 class Collection
 {
 public:

@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-/// Prints the medians as they come, and at the end each "NAME/ours" against its "NAME/bare".
+/// Prints each median when it is measured, and at the end each "NAME/ours" against "NAME/bare".
 class RatioReporter final : public benchmark::ConsoleReporter
 {
 public:

@@ -2,7 +2,7 @@
 
 #include "plugin/IDashboardConsumer.h"
 
-/// Swaps, as a window does.
+/// Swaps each frame for its own, as a window does.
 class SwappingConsumer final : public IDashboardConsumer
 {
 public:

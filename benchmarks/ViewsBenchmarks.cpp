@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Both sides signal to a slot of this kind.
+/// Receives the signals of both sides.
 class Receiver : public QObject
 {
     Q_OBJECT
@@ -92,7 +92,7 @@ void deliverOurs(benchmark::State &state)
     benchmark::DoNotOptimize(receiver.received);
 }
 
-/// Into as many pictures in turn as `requestOurs` fills. Their pages have been touched before.
+/// Copies into as many pictures in turn as `requestOurs` fills; their pages are in use already.
 void requestBare(benchmark::State &state)
 {
     const Frame frame(frameBytes(Width, Height), 7);
@@ -109,7 +109,7 @@ void requestBare(benchmark::State &state)
     }
 }
 
-/// With the last picture held, as a document does, or with none.
+/// With the last picture held, as a document holds it, or with none.
 void requestOurs(benchmark::State &state)
 {
     const bool held = state.range(0) > 1;

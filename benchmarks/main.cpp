@@ -13,7 +13,7 @@ int main(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     DashboardFadeInOut::registerType();
 
-    // The two sides of a ratio take turns, so that a slow spell of the machine meets both.
+    // The two sides of a ratio take turns, so that a slow phase of the machine hits both.
     // Arguments of the caller come last and win.
     std::vector<std::string> words{argv[0], "--benchmark_enable_random_interleaving=true",
                                    "--benchmark_repetitions=11",

@@ -40,7 +40,7 @@ if(WIN32)
   add_compile_definitions(NOMINMAX WIN32_LEAN_AND_MEAN)
 endif()
 
-# Two compilations of one source tree give one binary wherever they stand.
+# The same sources give the same binary in any folder.
 if(NOT MSVC)
   add_compile_options(-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
 endif()

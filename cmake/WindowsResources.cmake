@@ -1,5 +1,5 @@
 # gauge_windows_resources(TARGET DESCRIPTION TYPE [MANIFEST file])
-# Version information and the icon, in the programs and libraries for Windows; nothing elsewhere.
+# Adds version information and the icon on Windows; does nothing elsewhere.
 # TYPE is VFT_APP or VFT_DLL.
 function(gauge_windows_resources target description type)
   if(NOT WIN32)

@@ -1,5 +1,5 @@
 # The program finds the library and the dashboards beside itself, so they share a folder of their own.
-# On Windows that is the folder that a zip unpacks to; elsewhere the command in bin/ is a link into it.
+# On Windows that is the zip's folder; elsewhere the command in bin/ is a link into it.
 include(GNUInstallDirs)
 if(WIN32)
   set(home .)

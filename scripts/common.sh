@@ -17,7 +17,7 @@ lint_packages=(clang clang-format clang-tidy clazy qtdeclarative5-dev-tools git 
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix wine wine64 xz-utils)
-# For Qt itself, where no ready-made one is at hand, and for other libraries.
+# For building Qt where there is no ready-made one, and other libraries.
 windows_build_packages=(
   g++ make cmake ninja-build g++-mingw-w64-x86-64-posix dpkg-dev patch perl python3 flex bison debian-archive-keyring
   ca-certificates xz-utils
@@ -43,7 +43,7 @@ install_packages() {
     apt-get -qq -y --no-install-recommends install "${missing[@]}" >/dev/null
 }
 
-# Configures and builds a preset, or some of its targets. Its output shows only if it fails or takes part in a long build.
+# Configures and builds a preset, or some of its targets.
 build_preset() {
   local preset=$1
   shift
@@ -57,7 +57,7 @@ build_preset() {
   )
 }
 
-# Builds for Windows, or some targets of it, with libraries that it gets first where there is none yet.
+# Builds for Windows, or some targets of it; gets the libraries first if they are missing.
 build_windows() {
   GAUGE_WINDOWS_QT=$("$root/packaging/windows/qt")
   GAUGE_WINDOWS_LIBRARIES=$("$root/packaging/windows/libraries")
@@ -71,7 +71,7 @@ has_display() {
 
 # Runs a command on a virtual screen of its own.
 on_virtual_screen() {
-  # Qt warns where a session has none, as on servers and in containers.
+  # Servers and containers have none, and Qt warns.
   if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
     export XDG_RUNTIME_DIR="$root/build/runtime"
     mkdir -p -m 700 "$XDG_RUNTIME_DIR"

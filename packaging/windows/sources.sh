@@ -1,12 +1,12 @@
-# Getting something into the cache, and building it from Debian's source packages in stages that
-# aren't repeated; sourced, never run. `title` names it, `target` is its folder, `work` where it is built.
+# Builds from Debian's source packages into the cache, in stages that a restart doesn't repeat. Sourced,
+# never run. `title` names what is built, `target` is its folder, `work` where it is built.
 
 say() { echo "$title: $*" >&2; }
 
-# A complete folder has this file; it tells where the content comes from.
+# A complete folder has this file, which says where its content comes from.
 is_complete() { [ -e "$target/.complete" ]; }
 
-# Keeps other runs away from the folder until this one ends, and itself from what somebody else put there.
+# Locks the folder until this run ends, and refuses one that something else made.
 claim_target() {
   mkdir -p "$(dirname "$target")"
   exec 9>"$target.lock"
@@ -17,7 +17,7 @@ claim_target() {
   fi
 }
 
-# Gives the target's name to a finished folder. It is whole before it has that name, on every disk.
+# Renames a finished folder to the target, so that no other run sees half of it.
 put_in_place() {
   local finished=$1 origin=$2
   staging=${staging:-$(mktemp -d "$target.XXXXXX")}
@@ -28,14 +28,14 @@ put_in_place() {
   mv "$staging/content" "$target"
 }
 
-# Runs one stage unless it is done. Its output goes to a file; a line a minute tells how far it is.
+# Runs one stage unless it is done. Output goes to a file; a line each minute shows progress.
 stage() {
   local name=$1
   shift
   [ ! -e "$work/$name.done" ] || return 0
   local log="$work/$name.log" began=$SECONDS
   say "$name, log in $log"
-  # A process group of its own, so that all of it can be ended; the lock isn't its.
+  # Its own process group can be ended as a whole; it doesn't inherit the lock.
   set -m
   "$@" >"$log" 2>&1 9>&- &
   local job=$! ticks=0
@@ -59,7 +59,7 @@ stage() {
   touch "$work/$name.done"
 }
 
-# Sources come through apt with lists of its own, so that the machine's stay as they are.
+# Gets sources through apt with lists of its own, which leaves the machine's lists alone.
 apt_options=()
 prepare_apt() {
   local apt="$work/apt" keyring=/usr/share/keyrings/debian-archive-keyring.gpg
@@ -76,7 +76,7 @@ description_of() {
   find "$work" -maxdepth 1 -name "$1_*.dsc" | sort -V | tail -n 1
 }
 
-# Unpacks a source package with debian/patches applied. apt goes on with a download that broke off.
+# Unpacks a source package with debian/patches applied. apt resumes a download that broke off.
 fetch_source() {
   local package=$1
   cd "$work"
