@@ -134,19 +134,22 @@ private:
         if (!newest || sink == nullptr)
             return;
         sink->update(newest->sample, newest->vehicle);
-        if (!silence.isActive())
+        if (!silence.isActive() || std::exchange(isSilent, false))
             watchSilence();
     }
 
     void checkSilence()
     {
         TelemetrySink *const sink = taker;
-        if (games.checkSilence(Clock::now()) == GameSelector::Silence::Paused && sink != nullptr)
-            sink->fallSilent();
+        if (games.checkSilence(Clock::now()) == GameSelector::Silence::Paused) {
+            isSilent = true;
+            if (sink != nullptr)
+                sink->fallSilent();
+        }
         watchSilence();
     }
 
-    /// The timer isn't moved by each datagram; when it comes too early it is set anew.
+    /// Not each datagram moves the timer; one that comes too early is set anew.
     void watchSilence()
     {
         const std::optional<GameSelector::TimePoint> due = games.nextSilenceCheck();
@@ -162,6 +165,7 @@ private:
     const std::atomic<TelemetrySink *> &taker;
     QByteArray buffer;
     QTimer silence;
+    bool isSilent = false; ///< A pause was told, so the timer waits for far longer than a pause.
     std::vector<std::unique_ptr<QUdpSocket>> sockets;
 };
 
