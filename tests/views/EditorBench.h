@@ -7,97 +7,65 @@
 #include "views/DashboardEditorVM.h"
 
 #include <QtCore/QTimer>
-#include <QtCore/QVariant>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickImageProvider>
-#include <QtTest/QSignalSpy>
 
-/// Writes down which views it is asked to show.
-class FakeNavigation final : public INavigationService
+#include <tuple>
+
+/// Writes down what it is asked to show.
+struct FakeNavigation final : INavigationService
 {
-public:
-    struct Shown
-    {
-        void *context;
-        QString target;
-        QVariant argument;
-    };
-    std::vector<Shown> shown;
+    std::vector<std::tuple<void *, QString, QVariantMap>> shown; ///< Context, target, argument.
 
     void showView(void *context, const QString &target, const QVariant &argument) override
     {
-        shown.push_back({context, target, argument});
+        shown.emplace_back(context, target, argument.toMap());
     }
     void registerView(const QString &, const QString &, const ViewModelFactory &) override {}
 };
 
-/// An editor on an engine of fakes, in a home of its own, as a host makes it.
-class EditorBench
+/// An editor on an engine of fakes, in a home of its own.
+struct EditorBench
 {
-public:
-    explicit EditorBench(bool acceleration = true) { engine.acceleration = acceleration; }
-
     TemporaryHome home;
     FakeEngine engine;
     FakeNavigation navigation;
     std::unique_ptr<QQmlEngine> qml = std::make_unique<QQmlEngine>();
     std::unique_ptr<DashboardEditorVM> model;
 
-    RendererScript &script() { return engine.script; }
+    explicit EditorBench(bool acceleration = true) { engine.acceleration = acceleration; }
 
     void make() { model = std::make_unique<DashboardEditorVM>(&engine, &navigation); }
-    void initContext() const { model->initContext(qml->rootContext()); }
+    /// Up to where a document is shown.
     void run()
     {
         make();
-        initContext();
-        script().calls.clear();
-        script().publications.clear();
+        model->initContext(qml->rootContext());
+        engine.script.calls.clear();
     }
-
-    QStringList takeCalls() { return std::exchange(script().calls, {}); }
-
-    void tick() const
-    {
-        QMetaObject::invokeMethod(model.get(), "updateDash", Qt::DirectConnection);
-    }
+    void tick() const { QMetaObject::invokeMethod(model.get(), "updateDash"); }
     /// What the next step of the telemetry publishes.
     PublishedRecords published()
     {
         tick();
-        return script().publications.back();
+        return engine.script.publications.back();
     }
+    QStringList takeCalls() { return std::exchange(engine.script.calls, {}); }
 
-    /// The timer that drives the telemetry.
-    QTimer *timer() const
+    /// The timer that drives the telemetry, at 40 ms, or the one that waits until a file is
+    /// written.
+    QTimer *timer(bool ofTelemetry = true) const
     {
         const auto timers = model->findChildren<QTimer *>();
-        for (QTimer *candidate : timers) {
-            if (candidate->interval() == 40)
-                return candidate;
-        }
-        return nullptr;
+        return timers[(timers[0]->interval() == 40) == ofTelemetry ? 0 : 1];
     }
-
-    static QString storedPath()
-    {
-        QSettings settings(QSettings::UserScope, "Orvalentix"_q, "Halvorin"_q);
-        return settings.value("DashboardEditor/RecentQmlFile"_q, "nothing"_q).toString();
-    }
-    static void storePath(const QString &path)
-    {
-        QSettings settings(QSettings::UserScope, "Orvalentix"_q, "Halvorin"_q);
-        settings.setValue("DashboardEditor/RecentQmlFile"_q, path);
-    }
-
     QString file(const char *name = "/Dash.qml", const QByteArray &content = "Item {}") const
     {
         QString path = home.path(name);
         writeFile(path, content);
         return path;
     }
-
     QImage request(int width = 0, QSize *size = nullptr) const
     {
         auto *provider = static_cast<QQuickImageProvider *>(qml->imageProvider("dashEditor"_q));
