@@ -1,5 +1,5 @@
 #include "views/DashboardWindowVM.h"
-#include "support/EngineBench.h"
+#include "support/EngineRig.h"
 #include "support/FakeEngine.h"
 
 #include <QtQml/QQmlContext>
@@ -189,10 +189,10 @@ private Q_SLOTS:
     {
         enum Step { Show, Hide, Close, EndWindow, EndModel, EndQml };
         std::array steps{Show, Hide, Close, EndWindow, EndModel, EndQml};
-        const EngineBench bench;
-        bench.engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
+        const EngineRig rig;
+        rig.engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
         // With an engine and, without it, with null.
-        for (IDashboardEngine *engine : std::array<IDashboardEngine *, 2>{bench.engine.get()}) {
+        for (IDashboardEngine *engine : std::array<IDashboardEngine *, 2>{rig.engine.get()}) {
             do {
                 auto qml = std::make_unique<QQmlEngine>();
                 auto model = std::make_unique<DashboardWindowVM>(engine);
@@ -210,12 +210,12 @@ private Q_SLOTS:
                         window->close();
                     else if (window != nullptr)
                         window->setVisible(step == Show);
-                    bench.freshTick();
+                    rig.freshTick();
                     if (qml != nullptr)
                         QCOMPARE(provider(*qml)->requestImage({}, nullptr, {}).isNull(),
                                  engine == nullptr);
                 }
-                QVERIFY(!bench.engine->hasConsumers());
+                QVERIFY(!rig.engine->hasConsumers());
             } while (std::next_permutation(steps.begin(), steps.end()));
         }
     }

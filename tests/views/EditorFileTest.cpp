@@ -1,5 +1,5 @@
 #include "support/Files.h"
-#include "views/EditorBench.h"
+#include "views/EditorRig.h"
 
 #include <QtCore/QFileSystemWatcher>
 #include <QtTest/QtTest>
@@ -9,12 +9,12 @@ namespace {
 constexpr int Patience = 30'000;
 
 /// An editor whose renderer remembers what it read last, and whose telemetry stands still.
-struct FollowingBench : EditorBench
+struct FollowingRig : EditorRig
 {
     const QString path = file("/Dash.qml", "first");
     QByteArray seen;
 
-    FollowingBench()
+    FollowingRig()
     {
         engine.script.duringLoad = [this] { seen = readFile(model->currentPath()); };
         run();
@@ -48,67 +48,67 @@ class EditorFileTest : public QObject
 private Q_SLOTS:
     void aReplacedFileIsFollowedAgainAndAgain()
     {
-        FollowingBench bench;
-        QFile old(bench.path);
+        FollowingRig rig;
+        QFile old(rig.path);
         for (const char *content : {"second", "third", "fourth"}) {
-            bench.replace(content);
-            QVERIFY2(bench.sees(content), content);
+            rig.replace(content);
+            QVERIFY2(rig.sees(content), content);
 #ifndef Q_OS_WIN // There a file that is open can't be replaced.
             QVERIFY(old.isOpen() || old.open(QIODevice::ReadOnly));
 #endif
         }
-        writeFile(bench.path, "written in place");
-        QVERIFY(bench.sees("written in place"));
+        writeFile(rig.path, "written in place");
+        QVERIFY(rig.sees("written in place"));
     }
 
     void aFileIsAwaitedWhereItIsGoneOrNotYetThere()
     {
-        FollowingBench bench;
-        QVERIFY(QFile::remove(bench.path));
-        QVERIFY(bench.sees({}));
+        FollowingRig rig;
+        QVERIFY(QFile::remove(rig.path));
+        QVERIFY(rig.sees({}));
         for (const char *content : {"back", "and changed"}) {
-            writeFile(bench.path, content);
-            QVERIFY2(bench.sees(content), content);
+            writeFile(rig.path, content);
+            QVERIFY2(rig.sees(content), content);
         }
-        const QString path = bench.home.path("/not/yet/Dash.qml");
-        bench.open(path);
-        QVERIFY(!bench.timer(false)->isActive()); // Nobody asks the disk meanwhile.
+        const QString path = rig.home.path("/not/yet/Dash.qml");
+        rig.open(path);
+        QVERIFY(!rig.timer(false)->isActive()); // Nobody asks the disk meanwhile.
         writeFile(path, "there");
-        QVERIFY(bench.sees("there"));
+        QVERIFY(rig.sees("there"));
     }
 
     void onlyTheChosenFileIsFollowed()
     {
-        FollowingBench bench;
-        writeFile(bench.path, "changed before the other was chosen");
-        QTRY_VERIFY_WITH_TIMEOUT(bench.timer(false)->isActive(), Patience);
-        const QString second = bench.file("/Second.qml", "a");
-        bench.open(second);
-        QVERIFY(!bench.timer(false)->isActive());
-        QVERIFY(QFile::remove(bench.path));
+        FollowingRig rig;
+        writeFile(rig.path, "changed before the other was chosen");
+        QTRY_VERIFY_WITH_TIMEOUT(rig.timer(false)->isActive(), Patience);
+        const QString second = rig.file("/Second.qml", "a");
+        rig.open(second);
+        QVERIFY(!rig.timer(false)->isActive());
+        QVERIFY(QFile::remove(rig.path));
         writeFile(second, "b");
-        QVERIFY(bench.sees("b"));
-        QVERIFY(bench.takeCalls().filter(bench.path).isEmpty());
+        QVERIFY(rig.sees("b"));
+        QVERIFY(rig.takeCalls().filter(rig.path).isEmpty());
     }
 
     void aBurstOfSavesIsOneReloadThatNoSavePutsOff()
     {
-        FollowingBench bench;
-        QTimer *wait = bench.timer(false);
+        FollowingRig rig;
+        QTimer *wait = rig.timer(false);
         wait->setInterval(1000 * Patience); // The test ends it.
-        const QSignalSpy heard(bench.model->findChild<QFileSystemWatcher *>(),
+        const QSignalSpy heard(rig.model->findChild<QFileSystemWatcher *>(),
                                &QFileSystemWatcher::fileChanged);
         int begun = 0;
         for (int save = 1; save <= 5; ++save) {
-            writeFile(bench.path, QByteArray::number(save));
+            writeFile(rig.path, QByteArray::number(save));
             QTRY_VERIFY_WITH_TIMEOUT(heard.count() >= save, Patience);
             QVERIFY(begun == 0 || begun == wait->timerId());
             begun = wait->timerId();
         }
-        QCOMPARE(bench.takeCalls(), QStringList());
+        QCOMPARE(rig.takeCalls(), QStringList());
         wait->setInterval(0);
-        QVERIFY(bench.sees("5"));
-        QCOMPARE(bench.engine.script.count("load"_q), 1);
+        QVERIFY(rig.sees("5"));
+        QCOMPARE(rig.engine.script.count("load"_q), 1);
     }
 };
 

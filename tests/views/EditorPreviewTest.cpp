@@ -1,5 +1,5 @@
 #include "engine/DashboardEngine.h"
-#include "views/EditorBench.h"
+#include "views/EditorRig.h"
 
 #include <QtNetwork/QTcpServer>
 #include <QtTest/QtTest>

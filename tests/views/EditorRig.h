@@ -26,7 +26,7 @@ struct FakeNavigation final : INavigationService
 };
 
 /// An editor on an engine of fakes, in a home of its own.
-struct EditorBench
+struct EditorRig
 {
     TemporaryHome home;
     FakeEngine engine;
@@ -34,7 +34,7 @@ struct EditorBench
     std::unique_ptr<QQmlEngine> qml = std::make_unique<QQmlEngine>();
     std::unique_ptr<DashboardEditorVM> model;
 
-    explicit EditorBench(bool acceleration = true) { engine.acceleration = acceleration; }
+    explicit EditorRig(bool acceleration = true) { engine.acceleration = acceleration; }
 
     void make() { model = std::make_unique<DashboardEditorVM>(&engine, &navigation); }
     /// Up to where a document is shown.
