@@ -1,7 +1,7 @@
 #pragma once
 
-#include "plugin/INavigationService.h"
 #include "support/FakeEngine.h"
+#include "support/FakeNavigation.h"
 #include "support/TemporaryHome.h"
 #include "support/TestFiles.h"
 #include "views/DashboardEditorVM.h"
@@ -10,20 +10,6 @@
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickImageProvider>
-
-#include <tuple>
-
-/// Writes down what it is asked to show.
-struct FakeNavigation final : INavigationService
-{
-    std::vector<std::tuple<void *, QString, QVariantMap>> shown; ///< Context, target, argument.
-
-    void showView(void *context, const QString &target, const QVariant &argument) override
-    {
-        shown.emplace_back(context, target, argument.toMap());
-    }
-    void registerView(const QString &, const QString &, const ViewModelFactory &) override {}
-};
 
 /// An editor on an engine of fakes, in a home of its own.
 struct EditorRig
@@ -53,12 +39,10 @@ struct EditorRig
     }
     QStringList takeCalls() { return std::exchange(engine.script.calls, {}); }
 
-    /// The timer that drives the telemetry, at 40 ms, or the one that waits until a file is
-    /// written.
+    /// The timer that drives the telemetry, or the one that leaves a file to its writer.
     QTimer *timer(bool ofTelemetry = true) const
     {
-        const auto timers = model->findChildren<QTimer *>();
-        return timers[(timers[0]->interval() == 40) == ofTelemetry ? 0 : 1];
+        return model->findChildren<QTimer *>()[ofTelemetry ? 0 : 1];
     }
     QString file(const char *name = "/Dash.qml", const QByteArray &content = "Item {}") const
     {
