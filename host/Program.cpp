@@ -24,24 +24,23 @@
 
 namespace {
 
-/// What an installation would have done: the place where a user's own dashboards go.
-void makeUserFolder()
+/// Creates the folder for the user's own dashboards, as no installer does it for each user.
+void createUserFolder()
 {
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     if (!QDir::isAbsolutePath(documents))
-        return; // The library goes without one, too.
+        return; // The library also does without.
     const QString folder = documents + QStringLiteral("/Orvalentix/Halvorin/Dashboards");
     if (!QDir().mkpath(folder)) {
-        printError(QStringLiteral("Could not make '%1', where your own dashboards go.")
+        printError(QStringLiteral("Could not create '%1', the folder for your own dashboards.")
                        .arg(QDir::toNativeSeparators(folder)));
     }
 }
 
-/// A command shows nothing, so it needs no renderer.
-int runCommand(const Options &options, const GaugeLibrary &library)
+int runProfiles(const Options &options, const GaugeLibrary &library)
 {
     VehicleNames vehicles;
-    const auto engine = library.createEngine(false, false);
+    const auto engine = library.createEngine(false, false); // Shows nothing: needs no renderer.
     const int result = runProfileCommand(
         options.profile, [&] { return library.createProfiles(*engine, vehicles); }, vehicles);
     engine->shutdown();
@@ -57,7 +56,7 @@ int preview(const Options &options, const GaugeLibrary &library)
 
 int lint(const Options &options, const GaugeLibrary &library)
 {
-    // Compiled scripts forget their line numbers, which an author needs.
+    // Compiled scripts lose their line numbers, which an author needs.
     qputenv("QV4_FORCE_INTERPRETER", "1");
     const Session session(options.session, library);
     return lintDashboard(findDocument(*session.store, options.lint.dashboard), *session.engine);
@@ -86,10 +85,10 @@ int runProgram(const Options &options)
         printError(library.error());
         return 1;
     }
-    makeUserFolder();
+    createUserFolder();
     switch (options.mode) {
     case Options::Mode::Profile:
-        return runCommand(options, library);
+        return runProfiles(options, library);
     case Options::Mode::Frames:
         return writeFrames(options.frames, options.session, library, log);
     case Options::Mode::Preview:

@@ -2,6 +2,6 @@
 
 struct Options;
 
-/// Runs what the options ask for, from the loading of the library to its end. Needs a
-/// QGuiApplication, or a QCoreApplication for a command. The result is the program's exit code.
+/// Runs what the options ask for. Needs a QGuiApplication; profile commands and recording make do
+/// with a QCoreApplication. Returns the program's exit code.
 int runProgram(const Options &options);

@@ -10,8 +10,8 @@
 
 namespace {
 
-/// The GUI's application object needs a display, and help must not: this one lives for the
-/// arguments alone.
+/// Help must work without a display, which a QGuiApplication needs: this application object lives
+/// only while the arguments are read.
 ParsedOptions readArguments(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
@@ -40,28 +40,27 @@ int main(int argc, char *argv[])
         return runProgram(parsed.options);
     }
     if (!hasDisplay()) {
-        printError(QStringLiteral("There is no display. Set DISPLAY, or start it under xvfb-run."));
+        printError(QStringLiteral("No display. Set DISPLAY, or start gauge-host with xvfb-run."));
         return 1;
     }
 
-    // Text with coloured edges suits only the screen that it was smoothed for; frames go anywhere,
-    // and upside down.
+    // Subpixel text suits only the screen it was rendered for; frames go anywhere, and upside down.
     if (!qEnvironmentVariableIsSet("QSG_DISTANCEFIELD_ANTIALIASING"))
         qputenv("QSG_DISTANCEFIELD_ANTIALIASING", "gray");
 
-    // Text is drawn from fields of one size. Qt's usual one gives large digits corners, a much
-    // larger one frays small words.
+    // Qt renders glyphs from distance fields of one size. Its default gives large digits corners; a
+    // much larger one frays small text.
     if (!qEnvironmentVariableIsSet("QT_DISTANCEFIELD_DEFAULT_BASEFONTSIZE"))
         qputenv("QT_DISTANCEFIELD_DEFAULT_BASEFONTSIZE", "96");
 
 #ifdef Q_OS_WIN
-    // The system's own rasteriser has other ascents and whole widths: text would move in its place.
+    // The system's rasteriser has other ascents and rounds widths, which would move text.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "windows:fontengine=freetype");
 #endif
 
-    // Where a glyph lies in its texture goes by the order of a hash and tints its edges by a shade;
-    // a preview is the same bytes each time.
+    // A preview must be the same bytes each time, but the order of a hash decides where a glyph
+    // lies in its texture, and that changes its edges by a shade.
     if (parsed.options.mode == Options::Mode::Preview)
         qSetGlobalQHashSeed(0);
 
@@ -70,7 +69,7 @@ int main(int argc, char *argv[])
     QGuiApplication::setApplicationName(QStringLiteral("gauge-host"));
     QGuiApplication::setDesktopFileName(QStringLiteral("gauge64"));
 
-    // Full hinting, a choice of the system's or of its user's, rounds the widths of letters.
+    // Full hinting, which the system or its user may have chosen, rounds the widths of glyphs.
     QFont font = QGuiApplication::font();
     font.setHintingPreference(QFont::PreferVerticalHinting);
     QGuiApplication::setFont(font);

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr qint64 MaximumBytes = 256'000'000; ///< Of frames that wait for their encoding.
+constexpr qint64 MaximumBytes = 256'000'000; ///< Of frames in memory.
 
 qint64 bytesOf(QSize size)
 {
@@ -59,8 +59,7 @@ void FrameWriter::deliverFrame(Frame &buffer, int /*width*/)
         std::unique_lock lock(mutex);
         jobDone.wait(lock, [this] { return unfinished < maximumUnfinished; });
         ++unfinished;
-        // The engine gets an empty vector back, so that it delivers its message picture again and
-        // again.
+        // The engine gets an empty vector back, so that it delivers its message in every tick.
         jobs.push_back({std::exchange(buffer, Frame()), number});
     }
     jobCame.notify_one();
@@ -115,11 +114,11 @@ void FrameWriter::work()
     }
 }
 
-/// What went wrong; empty if nothing did.
+/// Returns what went wrong; empty if nothing did.
 QString FrameWriter::write(const Frame &pixels, int number) const
 {
     constexpr std::size_t AlphaOfFirstPixel = 3;
-    // Dashboards are opaque; transparent black is how the engine says that it couldn't render.
+    // Dashboards are opaque; the engine delivers transparent black if it couldn't render.
     if (pixels.size() != std::size_t(bytesOf(size)) || pixels[AlphaOfFirstPixel] == 0) {
         return QStringLiteral("Frame %1 could not be rendered at %2x%3 pixels.")
             .arg(number)

@@ -12,15 +12,15 @@
 #include <thread>
 #include <vector>
 
-/// Writes a number of frames as PNG files: frame-000001.png and so on. Encoding runs on threads of
-/// its own, so that it doesn't slow the engine down; when they fall behind, the engine waits. The
-/// first frame that can't be written is told at once.
+/// Writes a number of frames as PNG files: frame-000001.png and so on. Its own threads encode them,
+/// so that the engine isn't slowed down; when they fall behind, the engine waits. Engine's thread,
+/// except where noted.
 class FrameWriter final : public QObject, public IDashboardConsumer
 {
     Q_OBJECT
 
 public:
-    /// `directory` must exist. `size` is in pixels.
+    /// `directory` must exist, `count` be at least 1. `size` is in pixels.
     FrameWriter(QString directory, int count, QSize size, bool upsideDown);
     ~FrameWriter() override;
 
@@ -30,23 +30,24 @@ public:
     quint64 lastActivity() override { return 0; }
     void deliverFrame(Frame &buffer, int width) override;
 
-    /// Waits until all frames taken so far are on the disk.
+    /// Waits until all frames delivered so far are written.
     void flush();
 
-    /// Frames delivered so far, pictures or not.
+    /// Frames delivered so far, whether they could be written or not.
     int delivered() const { return deliveredFrames; }
 
-    /// Pictures on the disk. Whole only after `flush`.
+    /// Files written. Final only after `flush`. Any thread.
     int written() const;
 
-    /// What went wrong first; empty if nothing did. Whole only after `flush`.
+    /// The first error; empty if there is none. Final only after `flush`. Any thread.
     QString error() const;
 
 Q_SIGNALS:
     void frameDelivered(int delivered);
+    /// The last frame was delivered; `flush` waits until it is written.
     void finished();
 
-    /// Emitted once, on a thread of the recorder's.
+    /// A frame couldn't be written. Emitted once, on one of the writer's threads.
     void failed();
 
 private:
@@ -63,13 +64,13 @@ private:
     const int count;
     const QSize size;
     const bool upsideDown;
-    const int maximumUnfinished; ///< Frames in memory; the next one waits for its place.
+    const int maximumUnfinished; ///< Frames in memory; delivery of the next one waits.
     int deliveredFrames = 0;
 
     mutable std::mutex mutex;
     std::condition_variable jobCame;
     std::condition_variable jobDone;
-    std::deque<Job> jobs; ///< Frames that wait for their encoding.
+    std::deque<Job> jobs; ///< Frames that wait to be encoded.
     int unfinished = 0;   ///< Frames that wait or are being encoded.
     int writtenFrames = 0;
     QString errorText;

@@ -15,9 +15,9 @@
 
 namespace {
 
-constexpr int StallMs = 15'000; ///< Longer than any load; telemetry never pauses in between.
+constexpr int StallMs = 15'000; ///< Longer than any load. Telemetry never pauses this long.
 
-/// How it went.
+/// How the writing went.
 struct Course
 {
     bool documentFailed = false;
@@ -26,7 +26,7 @@ struct Course
     int updatesSent = 0;
 };
 
-/// Telemetry starts when the consumer is in place.
+/// Starts telemetry once the consumer is registered, and waits for the last frame or a failure.
 Course write(FrameWriter &writer, int count, Session &session, const MessageLog &log)
 {
     Course course;
@@ -49,7 +49,7 @@ Course write(FrameWriter &writer, int count, Session &session, const MessageLog 
         course.stalled = true;
         loop.quit();
     });
-    // Queued, since the report comes from within the load, which goes on to print the reasons.
+    // Queued: the load that reports the failure still has to print the reasons.
     QObject::connect(
         &log, &MessageLog::dashboardFailed, &loop,
         [&] {
@@ -78,11 +78,11 @@ int writeFrames(const FramesCommand &command, const SessionOptions &options,
 {
     Session session(options, library);
     if (!session.chooseDashboard()) {
-        printError(QStringLiteral("There are no dashboards beside the program, nor of your own."));
+        printError(QStringLiteral("No dashboards, neither beside the program nor of your own."));
         return 1;
     }
     if (!QDir().mkpath(command.directory)) {
-        printError(QStringLiteral("Could not make the directory '%1'.")
+        printError(QStringLiteral("Could not create the directory '%1'.")
                        .arg(QDir::toNativeSeparators(command.directory)));
         return 1;
     }
@@ -95,9 +95,8 @@ int writeFrames(const FramesCommand &command, const SessionOptions &options,
         printError(writer.error());
 
     const double rate = course.seconds > 0 ? (writer.delivered() - 1) / course.seconds : 0;
-    std::printf("%d %s, %dx%d pixels, %.1f frames/s, %d updates sent\n", writer.written(),
-                writer.written() == 1 ? "frame" : "frames", size.width(), size.height(), rate,
-                course.updatesSent);
+    std::printf("frames %d, size %dx%d, rate %.1f/s, telemetry updates %d\n", writer.written(),
+                size.width(), size.height(), rate, course.updatesSent);
     const bool whole = writer.written() == command.count && !course.documentFailed;
     return whole ? 0 : 1;
 }

@@ -27,14 +27,15 @@ void print(const Finding &finding, const QDir &folder)
     printOutput(text);
 }
 
-/// Keeps warnings off the terminal, since they come as findings. What scripts log goes on.
-class Quiet
+/// Keeps warnings off the terminal while it lives, since they are printed as findings. What scripts
+/// log is passed on.
+class QuietWarnings
 {
 public:
-    Quiet() { previous = qInstallMessageHandler(handle); }
-    ~Quiet() { qInstallMessageHandler(previous); }
-    Quiet(const Quiet &) = delete;
-    Quiet &operator=(const Quiet &) = delete;
+    QuietWarnings() { previous = qInstallMessageHandler(handle); }
+    ~QuietWarnings() { qInstallMessageHandler(previous); }
+    QuietWarnings(const QuietWarnings &) = delete;
+    QuietWarnings &operator=(const QuietWarnings &) = delete;
 
 private:
     static void handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
@@ -65,7 +66,7 @@ std::vector<Finding> findingsInRun(OffscreenDashboard &dashboard, const QString 
     const std::vector<TelemetryState> states = telemetryStates();
     bool standsStill = true;
     for (const TelemetryState &state : states) {
-        // The change itself is part of it, in both directions.
+        // A fault may lie in the change itself, in either direction.
         for (const TelemetryState *shown : {&state, &states.front()}) {
             standsStill = !dashboard.settled(*shown).isNull() && standsStill;
             collect(state.name);
@@ -85,10 +86,10 @@ int lintDashboard(const QString &document, IDashboardEngine &engine)
     const QFileInfo info(document);
     if (!info.isFile()) {
         printError(
-            QStringLiteral("There is no dashboard '%1'.").arg(QDir::toNativeSeparators(document)));
+            QStringLiteral("No such dashboard: '%1'.").arg(QDir::toNativeSeparators(document)));
         return 1;
     }
-    const Quiet quiet;
+    const QuietWarnings quiet;
     OffscreenDashboard dashboard(engine);
     std::vector<Finding> findings = findingsInRun(dashboard, info.absoluteFilePath());
     const QStringList names = dashboard.publishedFields();
@@ -98,7 +99,6 @@ int lintDashboard(const QString &document, IDashboardEngine &engine)
     for (const Finding &finding : findings)
         print(finding, info.absoluteDir());
     if (findings.empty())
-        printOutput(
-            QStringLiteral("Nothing is wrong with '%1'.").arg(QDir::toNativeSeparators(document)));
+        printOutput(QStringLiteral("No findings in '%1'.").arg(QDir::toNativeSeparators(document)));
     return findings.empty() ? 0 : 1;
 }

@@ -4,12 +4,12 @@
 
 class IDashboardEngine;
 
-/// What the command line asks for.
+/// Checking one dashboard, as the command line asks for it.
 struct LintCommand
 {
     QString dashboard; ///< A QML file, or a profile's name or id.
 };
 
-/// Shows the dashboard at `document` every kind of telemetry, reads its sources, and prints what is
-/// wrong, a line each. The result is the program's exit code: 0 when nothing is.
+/// Shows every kind of telemetry on the dashboard at `document`, reads its sources, and prints its
+/// findings, one a line. GUI thread. Returns the program's exit code: 0 if there is no finding.
 int lintDashboard(const QString &document, IDashboardEngine &engine);

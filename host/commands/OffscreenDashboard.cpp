@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int AveragedPublications = 6; ///< More than the engine speed's average, and even.
+constexpr int AveragedPublications = 6; ///< Even, and more than the engine speed's average takes.
 
 } // namespace
 
@@ -39,7 +39,7 @@ void OffscreenDashboard::publish(const TelemetryState &state)
 QImage OffscreenDashboard::settled(const TelemetryState &state, QSize size)
 {
     constexpr int AlikeInRow = 3;
-    constexpr qint64 PatienceMs = 10'000; // More than a fade of any use lasts.
+    constexpr qint64 PatienceMs = 10'000; // Longer than any useful fade.
     QElapsedTimer time;
     time.start();
     QImage last;
@@ -59,7 +59,7 @@ QImage OffscreenDashboard::settled(const TelemetryState &state, QSize size)
 QStringList OffscreenDashboard::errors() const
 {
     return renderer != nullptr ? renderer->errors()
-                               : QStringList(QStringLiteral("There is no OpenGL."));
+                               : QStringList(QStringLiteral("OpenGL is not available."));
 }
 
 QStringList OffscreenDashboard::publishedFields() const

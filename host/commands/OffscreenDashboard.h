@@ -15,28 +15,29 @@ class IDashboardRenderer;
 /// The size in pixels that dashboards are drawn for.
 constexpr QSize DashboardSize(DashboardWidth, DashboardHeight);
 
-/// A dashboard on a renderer of its own, driven by publications alone: no clock, no thread.
-/// Engine's thread.
+/// A dashboard on a renderer of its own, which runs only when telemetry is published. Engine's
+/// thread.
 class OffscreenDashboard
 {
 public:
+    /// `engine` is needed only here, for its renderer.
     explicit OffscreenDashboard(IDashboardEngine &engine);
     ~OffscreenDashboard();
     OffscreenDashboard(const OffscreenDashboard &) = delete;
     OffscreenDashboard &operator=(const OffscreenDashboard &) = delete;
 
-    /// False with the reasons in `errors`.
+    /// False if it fails; `errors` has the reasons.
     bool load(const QString &document);
 
-    /// Publishes one state until averages hold nothing else, an even number of times, so that what
-    /// blinks ends in the same phase.
+    /// Publishes a state often enough to fill every average, and an even number of times, so that
+    /// blinking ends in the same phase.
     void publish(const TelemetryState &state);
 
-    /// Publishes the state and gives the picture once it stands still, fades within the dashboard
-    /// included. Null if it can't be rendered or never stands still.
+    /// Publishes a state until the picture no longer changes, fades included, and returns it. Null
+    /// if it can't be rendered or keeps changing for ten seconds.
     QImage settled(const TelemetryState &state, QSize size = DashboardSize);
 
-    /// Everything that was wrong since the load began.
+    /// All errors and warnings since `load`.
     QStringList errors() const;
 
     /// The names that a dashboard can read.

@@ -11,7 +11,7 @@ int makePreview(const QString &document, const QString &output, IDashboardEngine
 {
     if (!QFileInfo(document).isFile()) {
         printError(
-            QStringLiteral("There is no dashboard '%1'.").arg(QDir::toNativeSeparators(document)));
+            QStringLiteral("No such dashboard: '%1'.").arg(QDir::toNativeSeparators(document)));
         return 1;
     }
     OffscreenDashboard dashboard(engine);

@@ -4,14 +4,14 @@
 
 class IDashboardEngine;
 
-/// What the command line asks for.
+/// Drawing a preview, as the command line asks for it.
 struct PreviewCommand
 {
     QString dashboard; ///< A QML file, or a profile's name or id.
-    QString output;    ///< The file to write; empty means preview.png beside the document.
+    QString output;    ///< The PNG file to write; empty means preview.png beside the document.
 };
 
-/// Makes the picture by which a collection shows the dashboard at `document`: always the same
-/// moment of the demo lap, so that the same dashboard gives the same file. The result is the
-/// program's exit code.
+/// Draws the picture by which galleries show the dashboard at `document`, always at the same moment
+/// of the demo lap, so that the same dashboard gives the same bytes. A failure leaves the old file.
+/// GUI thread. Returns the program's exit code.
 int makePreview(const QString &document, const QString &output, IDashboardEngine &engine);

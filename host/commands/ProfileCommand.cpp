@@ -91,13 +91,13 @@ void printVehicles(const DashboardAbstractProfilesManager &store)
         any = any || !names.isEmpty();
     }
     if (!any)
-        printOutput(QStringLiteral("No vehicle goes with any dashboard yet."));
+        printOutput(QStringLiteral("No dashboard has a vehicle yet."));
 }
 
 int act(DashboardAbstractProfilesManager &store, const QString &nameOrId, int action,
         const QVariant &parameter = {})
 {
-    // The store takes `NoId` for the active profile when there is none, so that nothing may fail.
+    // To the store `NoId` means the active profile if there is none, and then nothing would fail.
     constexpr DashboardProfileHeader::Id Unlisted = DashboardProfileHeader::NoId - 1;
     const DashboardProfileHeader::Id found = findProfile(store, nameOrId);
     const DashboardActionResult result = store.performAction(
@@ -114,11 +114,11 @@ int runVehicle(DashboardAbstractProfilesManager &store, const StoreOpener &openS
     reportVehicle(store, name);
     const auto active = store.profileHeader(store.activeProfileId());
     printOutput(active != nullptr ? QStringLiteral("%1 (%2)").arg(active->name, kindOf(*active))
-                                  : QStringLiteral("No dashboard is on."));
-    // A store doesn't tell whether it could save. What the next one finds tells it.
+                                  : QStringLiteral("No active dashboard."));
+    // A store doesn't say whether it could save; a new one shows it.
     if (isAssigned(*openStore(), name))
         return 0;
-    printError(QStringLiteral("Could not keep '%1' for the next start.").arg(name));
+    printError(QStringLiteral("Could not save the vehicle '%1'.").arg(name));
     return 1;
 }
 

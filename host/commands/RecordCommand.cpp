@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int LookPeriodMs = 100;
+constexpr int CheckPeriodMs = 100;
 
 QString megabytes(qint64 bytes)
 {
@@ -23,23 +23,23 @@ QString megabytes(qint64 bytes)
 QString summary(const RecordingWriter::Progress &progress, double seconds)
 {
     const double rate = seconds > 0 ? static_cast<double>(progress.datagrams) / seconds : 0;
-    return QStringLiteral("%1 datagrams in %2 s, %3 a second, %4")
+    return QStringLiteral("datagrams %1, time %2 s, rate %3/s, size %4")
         .arg(progress.datagrams)
         .arg(seconds, 0, 'f', 1)
         .arg(rate, 0, 'f', 1)
         .arg(megabytes(progress.bytes));
 }
 
-/// Waits for the end, which a termination is too, and keeps the terminal's line up to date. The
-/// result is the time it took.
+/// Waits until time is up, the writer fails or the program is to end, and shows the progress.
+/// Returns the time in seconds.
 double waitForEnd(const RecordingWriter &writer, double seconds)
 {
     QElapsedTimer elapsed;
     elapsed.start();
     const auto soFar = [&elapsed] { return static_cast<double>(elapsed.nsecsElapsed()) / 1e9; };
     QEventLoop loop;
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+    QTimer check;
+    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
         const bool timeIsUp = seconds > 0 && soFar() >= seconds;
         if (timeIsUp || !writer.error().isEmpty()) {
             loop.quit();
@@ -51,7 +51,7 @@ double waitForEnd(const RecordingWriter &writer, double seconds)
             std::fflush(stderr);
         }
     });
-    look.start(LookPeriodMs);
+    check.start(CheckPeriodMs);
     loop.exec();
     clearLine();
     return soFar();
@@ -62,7 +62,7 @@ double waitForEnd(const RecordingWriter &writer, double seconds)
 int recordDrive(const RecordCommand &command,
                 const std::function<std::unique_ptr<UdpListener>(UdpListener::Tap)> &listen)
 {
-    const Termination termination; // Until the last datagram is on the disk.
+    const Termination termination; // Lives until the last datagram is written.
     RecordingWriter writer(command.path, command.overwrite ? RecordingWriter::Existing::Overwrite
                                                            : RecordingWriter::Existing::Keep);
     if (!writer.error().isEmpty()) {
@@ -75,7 +75,7 @@ int recordDrive(const RecordCommand &command,
             listen([&writer](const Datagram &datagram) { writer.add(datagram); });
         if (listener == nullptr)
             return 1;
-        printLine(QStringLiteral("Recording into '%1'. Ctrl+C ends it.")
+        printLine(QStringLiteral("Recording to '%1'. Stop with Ctrl+C.")
                       .arg(QDir::toNativeSeparators(command.path)));
         seconds = waitForEnd(writer, command.seconds);
     }
@@ -84,10 +84,10 @@ int recordDrive(const RecordCommand &command,
     if (!writer.error().isEmpty())
         printError(writer.error());
     if (progress.dropped > 0)
-        printError(QStringLiteral("%1 datagrams were not recorded.").arg(progress.dropped));
+        printError(QStringLiteral("Datagrams lost: %1.").arg(progress.dropped));
     if (progress.datagrams == 0) {
         if (progress.dropped == 0)
-            printError(QStringLiteral("Nothing came in, so there is no recording."));
+            printError(QStringLiteral("Nothing came in, so no file was written."));
         return 1;
     }
     std::printf("%s\n", qUtf8Printable(summary(progress, seconds)));

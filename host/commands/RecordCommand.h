@@ -7,17 +7,16 @@
 #include <functional>
 #include <memory>
 
-/// What the command line asks to be recorded.
+/// Recording a drive, as the command line asks for it.
 struct RecordCommand
 {
-    QString path;
+    QString path; ///< The pcap file.
     bool overwrite = false;
-    double seconds = 0; ///< How long to record; 0 is until the user ends it.
+    double seconds = 0; ///< How long to record; 0 until the user stops it.
 };
 
-/// Records what comes in until the system asks for the end, the time is up or an error happens, and
-/// prints how it goes.
-/// `listen` opens the ports, or gives null with the reason printed. Needs a QCoreApplication. The
-/// result is the program's exit code: 0 if anything was recorded and nothing was lost.
+/// Records datagrams until the system asks the program to end, time is up or an error occurs, and
+/// prints its progress. `listen` opens the ports; if it can't, it prints why and returns null. GUI
+/// thread. Returns the program's exit code: 0 if something was recorded and nothing lost.
 int recordDrive(const RecordCommand &command,
                 const std::function<std::unique_ptr<UdpListener>(UdpListener::Tap)> &listen);

@@ -7,7 +7,7 @@
 
 QString saveAsPng(const QImage &image, const QString &path)
 {
-    // In memory first: only then is a full disk told by its name.
+    // Encoded in memory first: the image writer wouldn't say that the disk is full.
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);

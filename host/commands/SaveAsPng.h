@@ -4,6 +4,6 @@
 
 class QImage;
 
-/// Writes `image` as a PNG file, whole or not at all. The result says what went wrong; it is empty
-/// if nothing did. The same pixels make the same bytes. Any thread.
+/// Writes `image` as a PNG file, completely or not at all; the same pixels give the same bytes.
+/// Returns what went wrong, empty if nothing did. Any thread.
 QString saveAsPng(const QImage &image, const QString &path);

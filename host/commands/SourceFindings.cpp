@@ -17,7 +17,7 @@ using Tokens = std::vector<SourceToken>;
 
 constexpr qint64 LargestSource = 4'000'000; // bytes
 
-/// Looks through the sources of one folder.
+/// Looks through one folder.
 class Scan
 {
 public:
@@ -41,12 +41,12 @@ public:
             look(source);
         if (!folder.exists(QStringLiteral("preview.png"))) {
             report(folder.filePath(QStringLiteral("preview.png")), 0,
-                   QStringLiteral("Missing: without it no collection lists the dashboard."));
+                   QStringLiteral("Missing: without it no gallery lists the dashboard."));
         }
         if (writesText && !ownsFonts)
             report(document, 0,
-                   QStringLiteral("Text is set in whatever font a computer has: no "
-                                  "font lies in the folder."));
+                   QStringLiteral("Text uses whatever font the computer has, as no font lies in "
+                                  "the folder."));
         return findings;
     }
 
@@ -64,7 +64,7 @@ private:
             const QString path = files.next();
             const int id = QFontDatabase::addApplicationFont(path);
             if (id < 0)
-                report(path, 0, QStringLiteral("This is no font."));
+                report(path, 0, QStringLiteral("Not a font file."));
             else
                 families += QFontDatabase::applicationFontFamilies(id);
             ownsFonts = true;
@@ -75,7 +75,7 @@ private:
     {
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly) || file.size() > LargestSource) {
-            report(path, 0, QStringLiteral("This file can't be read."));
+            report(path, 0, QStringLiteral("Can't be read."));
             return;
         }
         const Tokens tokens = sourceTokens(QString::fromUtf8(file.readAll()));
@@ -103,7 +103,8 @@ private:
         } else if (token.text == QLatin1String("Behavior") ||
                    (opensObject && moving.match(token.text).hasMatch())) {
             report(path, token.line,
-                   QStringLiteral("%1 moves without a publication: nothing is drawn between two.")
+                   QStringLiteral("%1 animates by itself, but nothing is drawn until telemetry "
+                                  "comes.")
                        .arg(token.text));
         }
         writesText = writesText || (opensObject && text.match(token.text).hasMatch());
@@ -118,7 +119,7 @@ private:
         if (word(1) == QLatin1String(":") && word(2) == QLatin1String("family") &&
             !families.contains(token.text, Qt::CaseInsensitive)) {
             report(path, token.line,
-                   QStringLiteral("The font '%1' doesn't lie in the folder.").arg(token.text));
+                   QStringLiteral("No font '%1' lies in the folder.").arg(token.text));
         }
         static const QRegularExpression file(
             QStringLiteral(
@@ -134,9 +135,10 @@ private:
         const QString target = QDir::cleanPath(here.absoluteFilePath(token.text));
         const bool within = target.startsWith(folder.path() + QLatin1Char('/'));
         if (token.text.contains(QLatin1String(":")) || !within) {
-            report(path, token.line,
-                   QStringLiteral("'%1' lies outside the folder and is lost in a copy.")
-                       .arg(token.text));
+            report(
+                path, token.line,
+                QStringLiteral("'%1' lies outside the folder, so copies of the dashboard lack it.")
+                    .arg(token.text));
         } else if (!QFileInfo::exists(target)) {
             report(path, token.line, QStringLiteral("'%1' is missing.").arg(token.text));
         }
@@ -157,13 +159,13 @@ private:
             const double size = value->text.toDouble(&isNumber);
             if (isNumber && size != wanted) {
                 report(path, value->line,
-                       QStringLiteral("The root's %1 is %2 and not %3.")
+                       QStringLiteral("The root's %1 is %2, not %3.")
                            .arg(side, value->text, QString::number(wanted)));
             }
         }
     }
 
-    /// The first token of the value that the root object gives to a property.
+    /// The first token of the root's value for a property.
     static const SourceToken *rootValue(const Tokens &tokens, const QString &property)
     {
         int depth = 0;

@@ -5,15 +5,16 @@
 
 #include <vector>
 
-/// Something wrong with a dashboard.
+/// A fault in a dashboard.
 struct Finding
 {
     QString file;
-    int line = 0; ///< From 1; 0 says nothing of a place.
+    int line = 0; ///< From 1; 0 if unknown.
     QString text;
 };
 
-/// What can be told of a dashboard without running it, from the sources and files in its folder:
-/// names that aren't published, files that are missing or lie elsewhere, things that move without a
-/// publication, fonts that don't come along, a root of another size than 480 x 272.
+/// Finds faults without running the dashboard, from the sources and files in its folder: names that
+/// aren't published, files that are missing or lie elsewhere, animations, fonts that aren't in the
+/// folder, a root item of another size than dashboards are drawn for. GUI thread, since it loads
+/// the fonts.
 std::vector<Finding> findingsInSources(const QString &document, const QSet<QString> &published);

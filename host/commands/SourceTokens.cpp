@@ -12,7 +12,6 @@ bool isWordCharacter(QChar c)
     return c.isLetterOrNumber() || c == QLatin1Char('_') || c == QLatin1Char('$');
 }
 
-/// Reads one source from its start to its end.
 class Splitter
 {
 public:
@@ -55,7 +54,7 @@ private:
         moveTo(found < 0 ? source.size() : found + length);
     }
 
-    /// A slash after a value divides; anywhere else it begins a regular expression.
+    /// After a value a slash divides; anywhere else it begins a regular expression.
     bool regexMayStand() const
     {
         if (tokens.empty())
@@ -79,7 +78,7 @@ private:
     void takeWord()
     {
         int end = place;
-        // A number keeps its decimals.
+        // A number keeps its decimal point.
         const auto belongs = [this, &end] {
             const QChar c = source.at(end);
             return isWordCharacter(c) ||

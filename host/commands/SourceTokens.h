@@ -4,15 +4,15 @@
 
 #include <vector>
 
-/// A word, a string or a mark of a QML or JavaScript source.
+/// A word, a string or a punctuation mark of a QML or JavaScript source.
 struct SourceToken
 {
     enum class Kind { Word, String, Mark };
 
     Kind kind = Kind::Mark;
-    QString text; ///< Of a string what is between its quotes, as it stands there.
+    QString text; ///< Of a string what stands between its quotes, escapes included.
     int line = 1;
 };
 
-/// Splits a source, comments left out. Anything at all may be given.
+/// Splits a source; comments and regular expressions are left out. Takes any text. Any thread.
 std::vector<SourceToken> sourceTokens(const QString &source);

@@ -6,18 +6,18 @@
 
 #include <vector>
 
-/// A moment as a dashboard may meet it.
+/// Telemetry and settings that a dashboard may have to show.
 struct TelemetryState
 {
-    QString name; ///< In words, for reports.
+    QString name; ///< For reports.
     TelemetrySample sample;
     bool useMph = false;
     bool showMarkers = false;
 };
 
-/// The moment of the demo lap that previews show: at full speed in a lap, with every value known.
+/// The moment of the demo that previews show: at full speed, with every value known.
 TelemetryState previewState();
 
-/// The preview's moment, and what differs from it in one thing each: unknown values, units, pause,
-/// markers, and values at and beyond every limit.
+/// The preview's moment first, then states that differ from it in one respect each: unknown values,
+/// units, pause, markers, and values at and beyond every limit.
 std::vector<TelemetryState> telemetryStates();

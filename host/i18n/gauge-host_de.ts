@@ -483,15 +483,15 @@
 <context>
     <name>HostSettings</name>
     <message>
-        <source>Settings can&apos;t be saved in &apos;%1&apos;; they hold until the program ends.</source>
-        <translation>Die Einstellungen lassen sich nicht in „%1“ speichern; sie gelten bis zum Programmende.</translation>
+        <source>Settings can&apos;t be saved to &apos;%1&apos;; changes last until the program ends.</source>
+        <translation>Die Einstellungen lassen sich nicht in „%1“ speichern; Änderungen gelten bis zum Programmende.</translation>
     </message>
     <message>
         <source>The settings file was damaged. It is kept as &apos;%1&apos;.</source>
         <translation>Die Einstellungsdatei war beschädigt. Sie liegt jetzt unter „%1“.</translation>
     </message>
     <message>
-        <source>The saved units are not known; km/h holds.</source>
+        <source>The saved units are unknown; km/h is used.</source>
         <translation>Die gespeicherten Einheiten sind unbekannt; es gilt km/h.</translation>
     </message>
     <message>
@@ -503,11 +503,11 @@
         <translation>Das Start-Dashboard „%1“ gibt es nicht mehr; gezeigt wird das zuletzt verwendete.</translation>
     </message>
     <message>
-        <source>The saved source of telemetry is not known; the demo is used.</source>
+        <source>The saved telemetry source is unknown; the demo is used.</source>
         <translation>Die gespeicherte Telemetriequelle ist unbekannt; die Demo wird verwendet.</translation>
     </message>
     <message>
-        <source>The saved language is not known; the system&apos;s is used.</source>
+        <source>The saved language is unknown; the system&apos;s is used.</source>
         <translation>Die gespeicherte Sprache ist unbekannt; es gilt die des Systems.</translation>
     </message>
 </context>

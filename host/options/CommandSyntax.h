@@ -5,8 +5,8 @@
 
 struct Options;
 
-/// Reads the words of a command line that are no options, such as "profiles copy Road Mine". Says
-/// in one line what is wrong with them; empty if nothing is.
+/// Reads a command, such as "profiles copy Road Mine", into `options`. Returns in one line what is
+/// wrong with it; empty if nothing is.
 QString readCommandWords(const QStringList &words, Options &options);
 
 /// The part of `--help` about commands.

@@ -15,12 +15,12 @@
 struct Options
 {
     enum class Mode {
-        Windows, ///< The gallery, or one view of the library alone.
-        Frames,  ///< Pictures into files.
-        Preview, ///< One dashboard's preview picture.
-        Lint,    ///< What is wrong with one dashboard.
-        Record,  ///< What games send into a file.
-        Profile, ///< Something of the collection of dashboards.
+        Windows, ///< Show the gallery, or one view of the library alone.
+        Frames,  ///< Write pictures to files.
+        Preview, ///< Draw one dashboard's preview.
+        Lint,    ///< Check one dashboard.
+        Record,  ///< Record what games send.
+        Profile, ///< List or change the collection of dashboards.
     };
 
     Mode mode = Mode::Windows;
@@ -31,16 +31,16 @@ struct Options
     RecordCommand record;
     ProfileCommand profile;
     SessionOptions session;
-    bool verbose = false; ///< Progress messages of the library, too.
+    bool verbose = false; ///< Also print the library's progress messages.
 };
 
-/// What came of reading a command line.
+/// The result of reading a command line.
 struct ParsedOptions
 {
     enum class Outcome {
-        Run,   ///< `options` hold.
-        Print, ///< `text` is what was asked for: the help or the version.
-        Fail,  ///< `text` says in one line what is wrong.
+        Run,   ///< Run `options`.
+        Print, ///< Print `text`, the help or the version.
+        Fail,  ///< Print `text`, which says in one line what is wrong.
     };
 
     Outcome outcome = Outcome::Run;
@@ -48,6 +48,6 @@ struct ParsedOptions
     QString text;
 };
 
-/// Reads the program's arguments, the program's own name first. Needs a QCoreApplication for the
-/// help.
+/// Reads the program's arguments, of which the first is the program's name. Needs a
+/// QCoreApplication.
 ParsedOptions parseOptions(const QStringList &arguments);

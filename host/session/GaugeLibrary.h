@@ -9,23 +9,28 @@
 
 #include <memory>
 
-/// The library GAUGE64, loaded at run time and met only through its exports. Stays loaded to the
-/// end of the process, since the QML types that it registers live there.
+/// The library GAUGE64, loaded at run time and used only through its three exports. It stays loaded
+/// to the end of the process, even when this object is gone, since the QML types that it registers
+/// live in it. All operations are for the GUI thread.
 class GaugeLibrary
 {
 public:
-    /// Loads the library that lies in `directory`.
+    /// Loads the library from `directory`. Check `error` before any other use.
     explicit GaugeLibrary(const QString &directory);
 
-    /// Why the library can't be used; empty if it can. The operations below need it usable.
+    /// Why the library can't be used; empty if it can. The operations below then crash.
     const QString &error() const { return errorText; }
 
+    /// An engine for the caller, who ends it with `shutdown`.
     std::unique_ptr<IDashboardEngine> createEngine(bool useMph, bool hardwareAcceleration) const;
 
-    /// The store must go before the engine.
+    /// The store of dashboards, for the caller. It borrows both arguments and must be destroyed
+    /// before them.
     std::unique_ptr<DashboardAbstractProfilesManager>
     createProfiles(IDashboardEngine &engine, IRecentVehicleNameProvider &vehicles) const;
 
+    /// Registers the library's views with `navigation`. Borrows both arguments for as long as views
+    /// can be opened.
     void init(INavigationService &navigation, IDashboardEngine &engine) const;
 
 private:

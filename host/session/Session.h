@@ -28,16 +28,16 @@ public:
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
 
-    /// Takes the dashboard that the options name, or lets the store follow the vehicles. False if
-    /// there is none to show.
+    /// Shows the dashboard that the options name, or lets the store follow the vehicles. False if
+    /// there is none.
     bool chooseDashboard();
 
-    /// Starts to feed the engine from the source that the options name. The result says, a sentence
-    /// each, what a driver should know of it; `isFed` whether any telemetry can come.
+    /// Starts telemetry from the source that the options name. Returns what a driver should know
+    /// about it, a sentence each; `isFed` tells whether any telemetry can come.
     QStringList startTelemetry();
     bool isFed() const { return feeder != nullptr; }
 
-    /// Updates that the engine got. 0 before `startTelemetry`.
+    /// Updates sent to the engine so far.
     int updatesSent() const { return feeder != nullptr ? feeder->updatesSent() : 0; }
 
     VehicleNames vehicles;

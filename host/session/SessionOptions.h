@@ -6,11 +6,11 @@
 
 #include <optional>
 
-/// What a session is built with.
+/// What a session is created with.
 struct SessionOptions
 {
-    QString dashboard; ///< A QML file, or a profile's name or id; empty leaves it to the store.
+    QString dashboard; ///< A QML file, or a profile's name or id; empty: the store decides.
     TelemetryRequest telemetry;
-    std::optional<bool> useMph; ///< What dashboards show; without a value as set, or else km/h.
+    std::optional<bool> useMph; ///< Units of dashboards; by default those of the settings, or km/h.
     bool hardwareAcceleration = true;
 };

@@ -39,7 +39,7 @@ QString unitsName(bool mph)
     return mph ? QStringLiteral("mph") : QStringLiteral("kmh");
 }
 
-/// QSettings writes a damaged file anew without what it couldn't read.
+/// Copies a damaged file: QSettings will overwrite it without what it couldn't read.
 void keepDamaged(const QString &file)
 {
     const QString copy = file + QStringLiteral(".damaged");
@@ -75,7 +75,7 @@ void HostSettings::load()
         problems |= Language;
         chosenLanguage.clear();
     }
-    // Known only now: QSettings looks at a line when it is asked for one of its section.
+    // Known only now, since QSettings parses a section when one of its values is read.
     if (settings.status() == QSettings::FormatError) {
         problems |= DamagedFile;
         keepDamaged(settings.fileName());
@@ -96,7 +96,7 @@ QString HostSettings::read(const QSettings &settings, const QString &key, const 
 
 void HostSettings::save(const QString &key, const QString &value)
 {
-    // An object of its own each time: one that has once failed tells of nothing else afterwards.
+    // A new object each time: after one error its status never changes again.
     QSettings settings;
     removeDeadLock(settings);
     settings.setValue(key, value);
@@ -203,14 +203,15 @@ QString HostSettings::problem() const
     const QString file = QDir::toNativeSeparators(QSettings().fileName());
     QStringList lines;
     if (problems.testFlag(NotSaved)) {
-        lines += tr("Settings can't be saved in '%1'; they hold until the program ends.").arg(file);
+        lines +=
+            tr("Settings can't be saved to '%1'; changes last until the program ends.").arg(file);
     }
     if (problems.testFlag(DamagedFile)) {
         lines += tr("The settings file was damaged. It is kept as '%1'.")
                      .arg(file + QStringLiteral(".damaged"));
     }
     if (problems.testFlag(Units))
-        lines += tr("The saved units are not known; km/h holds.");
+        lines += tr("The saved units are unknown; km/h is used.");
     if (problems.testFlag(Dashboard))
         lines += tr("The saved start-up dashboard can't be read; the one used last is shown.");
     if (problems.testFlag(DashboardGone)) {
@@ -218,8 +219,8 @@ QString HostSettings::problem() const
                      .arg(dashboard);
     }
     if (problems.testFlag(Source))
-        lines += tr("The saved source of telemetry is not known; the demo is used.");
+        lines += tr("The saved telemetry source is unknown; the demo is used.");
     if (problems.testFlag(Language))
-        lines += tr("The saved language is not known; the system's is used.");
+        lines += tr("The saved language is unknown; the system's is used.");
     return lines.join(QLatin1Char('\n'));
 }

@@ -11,9 +11,9 @@
 
 class QSettings;
 
-/// What the user has set, kept in the program's QSettings; organisation and application must be
-/// set before. A value that can't be read counts as its default, and `problem` says so. What can't
-/// be saved holds for this run. GUI thread.
+/// The user's settings, kept in the program's QSettings; set the application's names before. A
+/// value that can't be read becomes its default, and `problem` says so. A value that can't be saved
+/// holds until the program ends. GUI thread.
 class HostSettings final : public QObject
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ class HostSettings final : public QObject
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
 
 public:
-    /// `sources` holds "demo", the default.
+    /// `sources` must contain "demo", the default.
     explicit HostSettings(std::vector<TelemetrySourceChoice> sources);
 
     bool useMph() const { return mph; }
@@ -37,14 +37,13 @@ public:
     QString startupDashboard() const { return dashboard; }
     void setStartupDashboard(const QString &name);
 
-    /// The start-up dashboard if it is one of `profiles`, else empty; one that is gone becomes a
-    /// problem.
+    /// The start-up dashboard if it is one of `profiles`, else empty and reported by `problem`.
     QString startupDashboardAmong(const QStringList &profiles);
 
     /// One of the sources' names.
     QString telemetrySource() const { return source; }
     void setTelemetrySource(const QString &name);
-    /// A source's title in the language of the moment; the name itself if it isn't among them.
+    /// A source's title in the current language; the name itself if it isn't one of the sources.
     QString titleOf(const QString &telemetrySource) const;
     const std::vector<TelemetrySourceChoice> &telemetrySources() const { return sources; }
 
@@ -52,13 +51,13 @@ public:
     QString language() const { return chosenLanguage; }
     void setLanguage(const QString &language);
 
-    /// Whether a setting has changed that the running session was built with.
+    /// Whether a setting has changed that the running session was created with.
     bool restartNeeded() const;
 
-    /// The session that is being built takes the settings as they are.
+    /// A session is created with the settings as they are.
     void sessionStarted();
 
-    /// What the user should know, a sentence a line; empty if all is well.
+    /// What the user should know, one sentence a line; empty if all is well.
     QString problem() const;
 
 Q_SIGNALS:

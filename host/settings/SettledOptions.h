@@ -4,20 +4,21 @@
 
 class HostSettings;
 
-/// What each session with windows is built with: the command line, and the settings for what it
-/// leaves open. What the user changes in the settings while the program runs goes before either.
+/// The options of the next session with windows: the command line's, and the settings' where the
+/// command line leaves them open. A setting that the user changes while the program runs wins over
+/// both.
 class SettledOptions
 {
 public:
     /// `settings` is borrowed.
     SettledOptions(SessionOptions commandLine, const HostSettings &settings);
 
-    /// For a session that is built now.
+    /// The options of a session that is created now.
     SessionOptions take();
 
 private:
     SessionOptions options;
     const HostSettings &settings;
-    bool mph; ///< As set when a session was built last, or the program began.
+    bool mph; ///< The setting when the last session was created, or the program started.
     QString source;
 };

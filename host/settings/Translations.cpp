@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-/// The linker drops a static library's resources unless they are asked for, outside of namespaces.
+/// The linker drops a static library's resources unless this is called, outside of namespaces.
 static void initResources()
 {
     Q_INIT_RESOURCE(i18n);
@@ -67,7 +67,7 @@ void Translations::removeAll()
 QString Translations::systemLanguage() const
 {
     for (const QString &name : systemLanguages) {
-        // A name is a language, perhaps with a script and a country behind it.
+        // A language, perhaps followed by a script and a country.
         QString language = name.section(QLatin1Char('-'), 0, 0);
         if (isLanguage(language))
             return language;
@@ -75,7 +75,7 @@ QString Translations::systemLanguage() const
     return QStringLiteral("en");
 }
 
-/// Goes without a translation that isn't there: Qt's own come with a package that may be missing.
+/// Does without a translation that is missing: Qt's come in a package of their own.
 void Translations::install(const QString &name, const QString &folder)
 {
     auto translator = std::make_unique<QTranslator>();

@@ -20,15 +20,14 @@ const std::vector<Language> &knownLanguages();
 /// Whether `code` is one of them.
 bool isLanguage(const QString &code);
 
-/// The language of the program, its library and Qt's own texts: installs and takes out translators
-/// on the application object. Windows hear of a change by QEvent::LanguageChange. GUI thread; must
-/// end before the application object.
+/// Sets the language of the program, its library and Qt by installing translators. Windows get a
+/// QEvent::LanguageChange. GUI thread; must be destroyed before the application object.
 class Translations final
 {
 public:
     Translations();
 
-    /// `systemLanguages` holds what the system's user wants, like "de-AT", the best first.
+    /// `systemLanguages` are the user's, like "de-AT", the preferred one first.
     explicit Translations(QStringList systemLanguages);
 
     ~Translations();
@@ -36,10 +35,11 @@ public:
     Translations(const Translations &) = delete;
     Translations &operator=(const Translations &) = delete;
 
-    /// "en", "de", or empty for the first language of the system's that there is; else English.
+    /// The code of a language, or empty for the first of the system's languages that is known, or
+    /// English.
     void use(const QString &language);
 
-    /// What is in use: "en" or "de".
+    /// The code of the language in use.
     QString language() const { return used; }
 
 private:

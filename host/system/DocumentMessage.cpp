@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int LongestText = 4096; ///< Characters of what a script logs at once.
+constexpr int LongestText = 4096; ///< Characters of one message of a script.
 
 } // namespace
 
@@ -16,7 +16,7 @@ QString DocumentMessage::placed() const
 
 std::optional<DocumentMessage> DocumentMessage::fromWarning(const QString &warning)
 {
-    // The place is a URL with a line and perhaps a column behind it.
+    // A URL, a line and perhaps a column come first.
     static const QRegularExpression form(QStringLiteral("^(file:.*?):(\\d+)(?::\\d+)?: (.*)$"),
                                          QRegularExpression::DotMatchesEverythingOption);
     const QRegularExpressionMatch match = form.match(warning);
@@ -29,9 +29,8 @@ std::optional<DocumentMessage> DocumentMessage::fromWarning(const QString &warni
 std::optional<DocumentMessage> DocumentMessage::fromLog(const QMessageLogContext &context,
                                                         const QString &text)
 {
-    // What scripts log has its place beside it. The engine, which has no category, puts what it
-    // knows of the place into the text; but console.assert, trace and count have no category,
-    // either.
+    // Messages of scripts have file and line in their context. Warnings of the engine have them in
+    // the text and come without a category, but so do console.assert, trace and count.
     if (qstrcmp(context.category, "default") == 0) {
         if (auto warning = fromWarning(text))
             return warning;

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// How the library's report of a document that it couldn't load begins, as hosts are told.
+/// How the library's message begins when it couldn't load a document.
 const QLatin1String LoadFailure("Dashboard: Failed to load:");
 
 std::atomic<MessageLog *> current{nullptr};
@@ -42,7 +42,7 @@ void MessageLog::handle(QtMsgType type, const QMessageLogContext &context, const
         Q_EMIT log->documentSaid(message->file, message->line, message->text);
 }
 
-/// Whether the text was printed.
+/// Returns whether the text was printed.
 bool MessageLog::print(QtMsgType type, const QString &text)
 {
     switch (type) {
@@ -63,7 +63,7 @@ bool MessageLog::print(QtMsgType type, const QString &text)
     return true;
 }
 
-/// Whether the text was printed.
+/// Returns whether the text was printed.
 bool MessageLog::printThrottled(MessageThrottle &throttle, const QString &text,
                                 const QString &overflow)
 {

@@ -8,9 +8,9 @@
 
 #include <mutex>
 
-/// Takes Qt's log messages of the whole process while it lives and prints them on standard error:
-/// failures always, warnings and what scripts of dashboards log as far as a `MessageThrottle` each
-/// lets them pass, progress only when verbose. One at a time. Any thread may log.
+/// While it lives, prints the log messages of the whole process on standard error: failures always,
+/// warnings and the messages of scripts as often as a `MessageThrottle` each allows, progress only
+/// if verbose. Only one may live at a time. Any thread may log.
 class MessageLog final : public QObject
 {
     Q_OBJECT
@@ -20,11 +20,11 @@ public:
     ~MessageLog() override;
 
 Q_SIGNALS:
-    /// The library reported a document that it couldn't load. Emitted on the thread of the report.
+    /// The library couldn't load a document. Emitted on the thread that reports it.
     void dashboardFailed();
 
-    /// A message about a document on disk was printed. Emitted on the thread of the message, which
-    /// may be in the middle of the document: connect queued.
+    /// A message about a document on disk was printed. Emitted on the thread that logs, which may
+    /// be running that document: connect queued.
     void documentSaid(const QString &file, int line, const QString &text);
 
 private:
@@ -36,6 +36,6 @@ private:
     QElapsedTimer time;
     std::mutex mutex;
     MessageThrottle warnings;
-    MessageThrottle scripts; ///< One that talks must not keep warnings from being seen.
+    MessageThrottle scripts; ///< Apart, so that a chatty script doesn't use up the warnings' share.
     QtMessageHandler previous = nullptr;
 };

@@ -3,8 +3,8 @@
 #include <QtCore/QSet>
 #include <QtCore/QString>
 
-/// Decides which of a stream of messages a person should see. A dashboard may warn in every frame,
-/// and in ever new words: each text passes once in a while, and so many different ones at most.
+/// Limits a stream of messages: a dashboard may warn in every frame, with ever new texts. In each
+/// window of time a text passes once, and so many texts pass at most.
 class MessageThrottle
 {
 public:
@@ -14,10 +14,10 @@ public:
     enum class Verdict {
         Pass,
         Drop,
-        DropTheFirst, ///< The window is full from here on, which is worth a line.
+        DropTheFirst, ///< Drop it and say that messages are dropped from here on.
     };
 
-    /// `nowMs` is the reading of a steady clock.
+    /// `nowMs` is read from a steady clock.
     Verdict judge(const QString &text, qint64 nowMs);
 
 private:

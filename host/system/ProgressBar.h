@@ -1,12 +1,12 @@
 #pragma once
 
-/// A progress bar on standard error; silent where that is no terminal.
+/// A progress bar on standard error; prints nothing if that is no terminal.
 class ProgressBar
 {
 public:
     explicit ProgressBar(int total);
 
-    /// Takes the bar off the terminal, so that the next line starts clean.
+    /// Erases the bar.
     ~ProgressBar();
     ProgressBar(const ProgressBar &) = delete;
     ProgressBar &operator=(const ProgressBar &) = delete;

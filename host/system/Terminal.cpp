@@ -10,7 +10,7 @@ namespace {
 
 bool isHarmless(QChar character)
 {
-    // Scripts and signs are joined by these two.
+    // Some scripts and emoji need these two.
     constexpr ushort NonJoiner = 0x200c;
     constexpr ushort Joiner = 0x200d;
     switch (character.category()) {
@@ -71,5 +71,5 @@ void clearLine()
     if (terminalTakesSequences())
         std::fputs("\r\033[K", stderr);
     else
-        std::fprintf(stderr, "\r%79s", "\r"); // A letter in the last column would begin a new line.
+        std::fprintf(stderr, "\r%79s", "\r"); // The 80th character would start a new line.
 }

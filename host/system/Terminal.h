@@ -3,35 +3,33 @@
 class QJsonDocument;
 class QString;
 
-// Names come from the disk and from games: a question mark stands for every character that would
-// steer a terminal, end a line or turn the reading direction.
+// Texts may contain names from disks and games. A question mark replaces every character that would
+// control the terminal, end the line or change the reading direction.
 
 /// Prints one line on standard output.
 void printOutput(const QString &line);
 
-/// Prints JSON on standard output, where escapes stand for such characters.
+/// Prints JSON on standard output, with escapes for such characters.
 void printOutput(const QJsonDocument &json);
 
-/// Prints one line on standard error, over whatever progress bar stands on the terminal.
-/// The text may itself have line feeds and tabs.
+/// Prints one line on standard error in place of a progress bar. Line feeds and tabs in the text
+/// are kept.
 void printLine(const QString &text);
 
-/// Prints one line of the program's own on standard error.
+/// Prints one line on standard error, after the program's name.
 void printError(const QString &text);
 
-/// Takes the line that stands on the terminal off again. Nothing where standard error is no
-/// terminal.
+/// Erases the current terminal line. Does nothing if standard error is no terminal.
 void clearLine();
 
-/// Whether standard error is a terminal that a person looks at.
+/// Whether standard error is a terminal.
 bool standardErrorIsTerminal();
 
-/// Whether that terminal takes control sequences, as old consoles of Windows don't.
+/// Whether that terminal takes control sequences; old consoles of Windows don't.
 bool terminalTakesSequences();
 
-/// Where the system gives a program with windows no terminal, takes that of the program which
-/// started it, if there is one, for as long as the object lives. Output that goes elsewhere stays
-/// there.
+/// While it lives, uses the terminal of the parent process, if that has one, where the system gives
+/// programs with windows none of their own. Redirected output stays redirected.
 class ParentTerminal
 {
 public:
@@ -44,7 +42,7 @@ public:
     ParentTerminal &operator=(const ParentTerminal &) = delete;
 
 private:
-    /// What the terminal does by itself, put back at the end. Zeros stand for no terminal.
+    /// The terminal's settings, restored at the end. 0: no terminal.
     struct State
     {
         unsigned codePage = 0;
@@ -57,5 +55,5 @@ private:
     const State before;
 };
 
-/// Whether a GUI can be shown as the environment stands.
+/// Whether the environment names a display for windows.
 bool hasDisplay();

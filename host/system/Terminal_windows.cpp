@@ -1,4 +1,4 @@
-// The safe variant of freopen opens for nobody else, and a console has others.
+// freopen_s opens for exclusive use, and a console has other users.
 #define _CRT_SECURE_NO_WARNINGS
 
 #include "Terminal.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What stands behind a stream, invalid where nothing does.
+/// The handle of a stream, invalid if it has none.
 HANDLE handleOf(std::FILE *stream)
 {
     const int descriptor = _fileno(stream);
@@ -18,14 +18,14 @@ HANDLE handleOf(std::FILE *stream)
                           : reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
 }
 
-/// A stream that was redirected has its place already. The system's standard handles don't tell:
-/// attaching fills those that were empty, and the streams stay as they were.
+/// Opens a stream on the console unless it is redirected. The system's standard handles don't tell:
+/// attaching fills those that were empty and leaves the streams as they were.
 void openOnConsole(std::FILE *stream)
 {
     if (GetFileType(handleOf(stream)) != FILE_TYPE_UNKNOWN)
         return;
-    // The console's mode is for readers only. On failure there is no stream any more, and nothing
-    // that could be done about it.
+    // Only a handle that can be read gives the console's mode. On failure the stream is closed, and
+    // nothing can be done about it.
     static_cast<void>(std::freopen("CONOUT$", "w+", stream));
 }
 
@@ -33,12 +33,12 @@ void openOnConsole(std::FILE *stream)
 
 ParentTerminal::State ParentTerminal::attach()
 {
-    // All output is UTF-8. It fails where a person started the program by a double click.
+    // Fails if the program was started by a double click.
     if (AttachConsole(ATTACH_PARENT_PROCESS) == 0)
         return {};
     openOnConsole(stdout);
     openOnConsole(stderr);
-    State before{GetConsoleOutputCP(), 0};
+    State before{GetConsoleOutputCP(), 0}; // All output is UTF-8.
     SetConsoleOutputCP(CP_UTF8);
     if (GetConsoleMode(handleOf(stderr), &before.mode) != 0)
         SetConsoleMode(handleOf(stderr), before.mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);

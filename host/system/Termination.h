@@ -2,12 +2,12 @@
 
 #include <memory>
 
-/// While it lives, a request of the system to end the program (SIGTERM, SIGINT, SIGHUP; on Windows
-/// Ctrl+C and the closing of the console) ends the GUI thread's event loops through
-/// QCoreApplication::quit, also those that begin later. A second request ends the program at once.
-/// What the parent process had ignored stays ignored.
+/// While it lives, a request to end the program (SIGTERM, SIGINT, SIGHUP; on Windows Ctrl+C or the
+/// closing of the console) calls QCoreApplication::quit and so ends the GUI thread's event loops,
+/// also those that begin later. A second request ends the program at once. Signals that the parent
+/// process ignored stay ignored.
 ///
-/// Make one, on the GUI thread, after the application object.
+/// Create one, on the GUI thread, after the application object.
 class Termination
 {
 public:
@@ -17,7 +17,7 @@ public:
     Termination(const Termination &) = delete;
     Termination &operator=(const Termination &) = delete;
 
-    /// Whether the system has asked. Any thread.
+    /// Whether the program was asked to end. Any thread.
     static bool requested();
 
 private:

@@ -19,8 +19,8 @@ std::atomic<int> wakeEnd{-1};
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free,
               "a signal handler must not wait");
 
-/// Leaves alone what is ignored, as under nohup.
-void dispose(void (*handler)(int))
+/// Sets the handler of all signals but those that are ignored, as SIGHUP is under nohup.
+void handleSignals(void (*handler)(int))
 {
     for (const int number : Signals) {
         struct sigaction current = {};
@@ -35,11 +35,11 @@ void dispose(void (*handler)(int))
     }
 }
 
-// Only what is safe in a signal handler. From here on a second signal kills.
+// Async-signal-safe calls only. From here on a second signal kills.
 void request(int /*number*/)
 {
     const int savedErrno = errno;
-    dispose(SIG_DFL);
+    handleSignals(SIG_DFL);
     wasRequested = true;
     const char byte = 0;
     [[maybe_unused]] const ssize_t written = write(wakeEnd, &byte, 1);
@@ -59,25 +59,25 @@ Termination::Termination()
 {
     wasRequested = false;
     if (pipe(platform->ends.data()) != 0)
-        return; // Then a signal does what it does without us.
+        return; // Signals keep their default action.
     for (const int end : platform->ends)
         fcntl(end, F_SETFD, FD_CLOEXEC);
     fcntl(platform->ends[1], F_SETFL, O_NONBLOCK);
     wakeEnd = platform->ends[1];
 
-    // The byte is never read, so the notifier also ends a loop that begins after the first quit.
+    // The byte is never read, so that the notifier also ends loops that begin later.
     platform->notifier =
         std::make_unique<QSocketNotifier>(platform->ends[0], QSocketNotifier::Read);
     QObject::connect(platform->notifier.get(), &QSocketNotifier::activated,
                      QCoreApplication::instance(), &QCoreApplication::quit);
-    dispose(request);
+    handleSignals(request);
 }
 
 Termination::~Termination()
 {
     if (platform->notifier == nullptr)
         return;
-    dispose(SIG_DFL);
+    handleSignals(SIG_DFL);
     platform->notifier.reset();
     wakeEnd = -1;
     for (const int end : platform->ends)

@@ -11,7 +11,7 @@ namespace {
 
 std::atomic<bool> wasRequested{false};
 std::mutex wakeGuard;
-HANDLE wakeEvent = nullptr; ///< Null from when it is closed. Behind the guard.
+HANDLE wakeEvent = nullptr; ///< Null once it is closed. Guarded.
 
 void wake()
 {
@@ -20,13 +20,13 @@ void wake()
         SetEvent(wakeEvent);
 }
 
-/// Runs on a thread of the system's own, which may outlive the object that asked for it.
+/// Runs on a thread of the system, which may outlive the Termination object.
 BOOL WINAPI request(DWORD type)
 {
     if (wasRequested.exchange(true))
-        return FALSE; // The system's own handler follows, which ends the process.
+        return FALSE; // The system's handler is next and ends the process.
     wake();
-    // Where a console closes, the process ends with the handler: this leaves the program its time.
+    // When a console closes, the process ends when the handler returns: give the program its time.
     if (type != CTRL_C_EVENT && type != CTRL_BREAK_EVENT)
         Sleep(INFINITE);
     return TRUE;
@@ -46,13 +46,13 @@ Termination::Termination()
     wasRequested = false;
     platform->event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     if (platform->event == nullptr)
-        return; // Then a request does what it does without us.
+        return; // Requests keep their default action.
     {
         const std::lock_guard lock(wakeGuard);
         wakeEvent = platform->event;
     }
 
-    // The event is never reset, so the notifier also ends a loop that begins after the first quit.
+    // The event is never reset, so that the notifier also ends loops that begin later.
     platform->notifier = std::make_unique<QWinEventNotifier>(platform->event);
     QObject::connect(platform->notifier.get(), &QWinEventNotifier::activated,
                      QCoreApplication::instance(), &QCoreApplication::quit);
