@@ -1,238 +1,155 @@
 #include "options/Options.h"
+#include "support/TestFiles.h"
 
 #include <QtTest/QtTest>
-
-namespace {
-
-ParsedOptions parse(const QString &line)
-{
-    return parseOptions(QStringList{QStringLiteral("gauge-host")} +
-                        line.split(QLatin1Char(' '), Qt::SkipEmptyParts));
-}
-
-} // namespace
 
 class OptionsTest : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void withoutArgumentsTheGalleryOpensAsSet()
+private:
+    static ParsedOptions parse(const QString &line)
     {
-        const ParsedOptions parsed = parse(QString());
-        QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
-        QCOMPARE(parsed.options.mode, Options::Mode::Windows);
-        QVERIFY(parsed.options.windows.view.isEmpty());
-        QVERIFY(parsed.options.session.dashboard.isEmpty());
-        QCOMPARE(parsed.options.session.telemetry.demoCars, 1);
-        QVERIFY(!parsed.options.session.useMph);
-        QVERIFY(parsed.options.session.telemetry.source.isEmpty());
-        QCOMPARE(parsed.options.session.hardwareAcceleration, true);
+        return parseOptions(QStringList{"gauge-host"_q} +
+                            line.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    }
+
+    static Options read(const char *line)
+    {
+        const ParsedOptions parsed = parse(QString::fromUtf8(line));
+        if (parsed.outcome != ParsedOptions::Outcome::Run)
+            qFatal("%s: %s", line, qUtf8Printable(parsed.text));
+        return parsed.options;
+    }
+
+private Q_SLOTS:
+    void whatIsNotSaidIsLeftOpen()
+    {
+        const Options options = read("");
+        QCOMPARE(options.mode, Options::Mode::Windows);
+        QVERIFY(options.windows.view.isEmpty() && options.session.dashboard.isEmpty());
+        QVERIFY(!options.session.useMph && options.session.telemetry.source.isEmpty());
+        QVERIFY(options.session.telemetry.listenAddress.isNull());
+        QVERIFY(options.session.hardwareAcceleration && !options.verbose);
     }
 
     void everyOptionReachesItsField()
     {
-        const ParsedOptions parsed = parse(QStringLiteral(
-            "--frames out --count 50 --size 1440x816 --upside-down "
-            "--dashboard my.qml --telemetry demo --demo-cars 3 --start-at 12.5 --mph "
-            "--no-acceleration --verbose"));
-        QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
-        const Options &options = parsed.options;
-        QCOMPARE(options.mode, Options::Mode::Frames);
-        QCOMPARE(options.frames.directory, QStringLiteral("out"));
-        QCOMPARE(options.frames.count, 50);
-        QCOMPARE(options.frames.size.value_or(QSize()), QSize(1440, 816));
-        QVERIFY(options.frames.upsideDown);
-        QCOMPARE(options.session.dashboard, QStringLiteral("my.qml"));
-        QCOMPARE(options.session.telemetry.demoCars, 3);
-        QCOMPARE(options.session.telemetry.startAt, 12.5);
-        QCOMPARE(options.session.useMph.value_or(false), true);
-        QVERIFY(!options.session.hardwareAcceleration);
-        QVERIFY(options.verbose);
-    }
+        const Options frames = read("--frames out --count 50 --size 1440x816 --upside-down --mph "
+                                    "--dashboard my.qml --demo-cars 3 --start-at 12.5 "
+                                    "--no-acceleration --verbose");
+        QCOMPARE(frames.mode, Options::Mode::Frames);
+        QCOMPARE(frames.frames.directory, "out"_q);
+        QCOMPARE(frames.frames.count, 50);
+        QCOMPARE(frames.frames.size.value_or(QSize()), QSize(1440, 816));
+        QCOMPARE(frames.session.dashboard, "my.qml"_q);
+        QCOMPARE(frames.session.telemetry.demoCars, 3);
+        QCOMPARE(frames.session.telemetry.startAt, 12.5);
+        QVERIFY(frames.session.useMph == true && frames.frames.upsideDown);
+        QVERIFY(!frames.session.hardwareAcceleration && frames.verbose);
 
-    void oneViewAloneIsNamedOrImplied()
-    {
-        for (const char *line : {"--window", "--view DashboardWindow", "--dashboard my.qml",
-                                 "--window --dashboard my.qml --size 480x272 --kmh"}) {
-            const ParsedOptions parsed = parse(QString::fromLatin1(line));
-            QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
-            QCOMPARE(parsed.options.mode, Options::Mode::Windows);
-            QCOMPARE(parsed.options.windows.view, QStringLiteral("DashboardWindow"));
-        }
-        const ParsedOptions editor = parse(QStringLiteral("--view DashboardEditor --path my.qml"));
-        QCOMPARE(editor.options.windows.view, QStringLiteral("DashboardEditor"));
-        QCOMPARE(editor.options.windows.path, QStringLiteral("my.qml"));
-    }
-
-    void gamesAreHeardWhereTheOptionsSay()
-    {
-        for (const char *line : {"--port 4444", "--listen 0.0.0.0", "--feed a.json", "record a"})
-            QCOMPARE(parse(QString::fromLatin1(line)).options.session.telemetry.source,
-                     QStringLiteral("auto"));
-        const Options options =
-            parse(QStringLiteral("--telemetry ego --listen :: --port 65535")).options;
-        QCOMPARE(options.session.telemetry.source, QStringLiteral("ego"));
-        QCOMPARE(options.session.telemetry.listenAddress, QHostAddress(QHostAddress::AnyIPv6));
-        QCOMPARE(int(options.session.telemetry.port), 65'535);
-        for (const char *source : {"demo", "auto", "outgauge", "data-out", "ego"}) {
-            const ParsedOptions parsed =
-                parse(QStringLiteral("--telemetry ") + QLatin1String(source));
-            QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
-            QVERIFY(parsed.options.session.telemetry.listenAddress.isNull());
-        }
-    }
-
-    void drivesAndTheirRecordingReachTheirFields()
-    {
-        const Options record =
-            parse(QStringLiteral("record my.pcap --force --duration 2.5 --port 5000 "
-                                 "--feed a.json --feed b.json"))
-                .options;
-        QCOMPARE(record.mode, Options::Mode::Record);
-        QCOMPARE(record.record.path, QStringLiteral("my.pcap"));
-        QVERIFY(record.record.overwrite);
-        QCOMPARE(record.record.seconds, 2.5);
-        QCOMPARE(int(record.session.telemetry.port), 5000);
-        QCOMPARE(record.session.telemetry.feedFiles,
-                 (QStringList{QStringLiteral("a.json"), QStringLiteral("b.json")}));
-
-        const Options play =
-            parse(QStringLiteral("--telemetry my.pcap --speed 2.5 --loop")).options;
-        QCOMPARE(play.session.telemetry.source, QStringLiteral("my.pcap"));
+        const Options play = read("--telemetry my.pcap --speed 2.5 --loop --kmh");
+        QCOMPARE(play.session.telemetry.source, "my.pcap"_q);
         QCOMPARE(play.session.telemetry.startAt, 0.0);
         QCOMPARE(play.session.telemetry.speed, 2.5);
-        QVERIFY(play.session.telemetry.loop);
-        QCOMPARE(
-            parse(QStringLiteral("--telemetry my.json --port 7")).options.session.telemetry.source,
-            QStringLiteral("my.json"));
+        QVERIFY(play.session.telemetry.loop && play.session.useMph == false);
+
+        const Options hear = read("--telemetry ego --listen :: --port 65535");
+        QCOMPARE(hear.session.telemetry.source, "ego"_q);
+        QCOMPARE(hear.session.telemetry.listenAddress, QHostAddress(QHostAddress::AnyIPv6));
+        QCOMPARE(hear.session.telemetry.port, quint16(65'535));
+
+        const Options record = read("record my.pcap --force --duration 2.5 --feed a --feed b");
+        QCOMPARE(record.mode, Options::Mode::Record);
+        QCOMPARE(record.record.path, "my.pcap"_q);
+        QCOMPARE(record.record.seconds, 2.5);
+        QCOMPARE(record.session.telemetry.feedFiles, (QStringList{"a"_q, "b"_q}));
+        QVERIFY(record.record.overwrite);
+
+        QCOMPARE(read("preview Mine --output a.png").preview.output, "a.png"_q);
+        QCOMPARE(read("lint Mine").lint.dashboard, "Mine"_q);
+        QVERIFY(read("profiles list --json").profile.json);
+        const Options copy = read("profiles copy Mine Other");
+        QCOMPARE(copy.mode, Options::Mode::Profile);
+        QCOMPARE(copy.profile.verb, ProfileCommand::Verb::Copy);
+        QCOMPARE(copy.profile.operands, (QStringList{"Mine"_q, "Other"_q}));
+    }
+
+    void someOptionsImplyOthers()
+    {
+        for (const char *line : {"--window", "--view DashboardWindow", "--dashboard my.qml",
+                                 "--window --dashboard my.qml --size 480x272"})
+            QCOMPARE(read(line).windows.view, "DashboardWindow"_q);
+        QCOMPARE(read("--view DashboardEditor --path my.qml").windows.path, "my.qml"_q);
+        for (const char *line : {"--port 4444", "--listen 0.0.0.0", "--feed a.json", "record a"})
+            QCOMPARE(read(line).session.telemetry.source, "auto"_q);
     }
 
     void helpAndVersionArePrinted()
     {
-        const ParsedOptions help = parse(QStringLiteral("--help"));
+        const ParsedOptions help = parse("--help"_q);
         QCOMPARE(help.outcome, ParsedOptions::Outcome::Print);
-        QVERIFY(help.text.contains(QStringLiteral("--upside-down")));
-        const ParsedOptions version = parse(QStringLiteral("--version"));
-        QCOMPARE(version.outcome, ParsedOptions::Outcome::Print);
-        QVERIFY(version.text.startsWith(QStringLiteral("gauge-host ")));
+        for (const char *word : {"--upside-down", "data-out", "profiles copy NAME|ID NEW"})
+            QVERIFY2(help.text.contains(QLatin1String(word)), word);
+        QVERIFY(parse("--version"_q).text.startsWith("gauge-host "_q));
     }
 
     void wrongArgumentsAreOneClearLine_data()
     {
-        QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("mention");
         const auto row = [](const char *line, const char *mention) {
-            QTest::newRow(line) << QString::fromLatin1(line) << QString::fromLatin1(mention);
+            QTest::newRow(line) << QString::fromLatin1(mention);
         };
         row("--wrong", "wrong");
         row("stray", "stray");
-        row("--frames", "frames");
+        row("--frames=", "directory");
         row("--frames out --window", "--window");
-        row("--frames out --view DashboardEditor", "--view");
         row("--view Cockpit", "'Cockpit'");
         row("--view DashboardWindow --path my.qml", "--path");
         row("--view DashboardEditor --dashboard my.qml", "--path");
         row("--view DashboardEditor --window", "--window");
-        row("--path my.qml", "--view");
         row("--mph --kmh", "--kmh");
         row("--size 480x272", "--window");
         row("--upside-down", "--frames");
-        row("--count 5", "--frames");
         row("--frames out --count 0", "'0'");
-        row("--frames out --count -3", "'-3'");
         row("--frames out --count 1000001", "'1000001'");
-        row("--frames out --count ten", "'ten'");
+        row("--frames out --count 5.5", "'5.5'");
         row("--size 480", "'480'");
-        row("--size 480x", "'480x'");
         row("--size 1x1", "'1x1'");
-        row("--size -480x272", "'-480x272'");
         row("--size 16385x272", "'16385x272'");
-        row("--size 99999999999x2", "'99999999999x2'");
-        row("--telemetry crystalball", "'crystalball'");
+        row("--telemetry crystalball", "data-out");
         row("--telemetry demo --listen 0.0.0.0", "--telemetry");
-        row("--telemetry auto --port 0", "'0'");
-        row("--telemetry auto --port 65536", "'65536'");
-        row("--telemetry auto --listen somewhere", "'somewhere'");
-        row("profiles list --listen ::", "--listen");
-        row("--demo-cars 0", "'0'");
+        row("--port 65536", "'65536'");
+        row("--listen somewhere", "'somewhere'");
         row("--demo-cars 4", "'4'");
         row("--json", "profiles list");
         row("profiles vehicles --json", "profiles list");
-        row("profiles", "list");
-        row("profiles explode", "'explode'");
+        row("profiles explode", "activate");
         row("profiles list stray", "profiles list");
         row("profiles copy Mine", "NEW");
-        row("vehicle", "NAME");
-        row("preview", "preview NAME|ID|FILE");
-        row("lint Road stray", "lint NAME|ID|FILE");
+        row("profiles list --listen ::", "--listen");
+        row("lint Road --output x.png", "'preview'");
+        row("preview Road --output=", "a file");
         row("preview Road --size 3x3", "--size");
-        row("lint Road --output x.png", "--output");
-        row("preview Road --output=", "--output");
-        row("profiles list --frames out", "--frames");
-        row("profiles list --size 3x3", "--size");
         row("--start-at -1", "'-1'");
-        row("--start-at nan", "'nan'");
         row("--start-at inf", "'inf'");
-        row("--speed 2", "FILE");
         row("--loop --telemetry auto", "FILE");
         row("--telemetry a.pcap --speed 0.09", "'0.09'");
-        row("--telemetry a.pcap --speed 101", "'101'");
         row("--telemetry a.pcap --speed nan", "'nan'");
         row("--telemetry a.pcap --port 4444", "--port");
         row("--telemetry demo --feed a.json", "demo");
-        row("record", "record FILE");
-        row("record a b", "record FILE");
-        row("record a --frames out", "--frames");
-        row("record a --telemetry demo", "demo");
         row("record a --telemetry b.pcap", "b.pcap");
-        row("record a --duration 0", "'0'");
-        row("record a --json", "profiles list");
-        row("--duration 5", "record");
+        row("record a --duration 0", "1000000");
         row("--force", "record");
     }
 
     void wrongArgumentsAreOneClearLine()
     {
-        QFETCH(QString, line);
         QFETCH(QString, mention);
-        const ParsedOptions parsed = parse(line);
+        const ParsedOptions parsed = parse(QString::fromUtf8(QTest::currentDataTag()));
         QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Fail);
         QVERIFY2(parsed.text.contains(mention), qPrintable(parsed.text));
         QVERIFY(!parsed.text.contains(QLatin1Char('\n')));
-    }
-
-    void commandsAreRead_data()
-    {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("verb");
-        QTest::addColumn<QStringList>("operands");
-        using Verb = ProfileCommand::Verb;
-        const auto row = [](const char *line, Verb verb, const QStringList &operands) {
-            QTest::newRow(line) << QString::fromLatin1(line) << static_cast<int>(verb) << operands;
-        };
-        const QString mine = QStringLiteral("Mine");
-        const QString other = QStringLiteral("Other");
-        row("profiles list", Verb::List, {});
-        row("profiles activate Mine", Verb::Activate, {mine});
-        row("profiles copy Mine Other", Verb::Copy, {mine, other});
-        row("profiles rename Mine Other", Verb::Rename, {mine, other});
-        row("profiles remove Mine", Verb::Remove, {mine});
-        row("profiles vehicles", Verb::Vehicles, {});
-        row("vehicle Mine", Verb::Vehicle, {mine});
-    }
-
-    void commandsAreRead()
-    {
-        QFETCH(QString, line);
-        QFETCH(int, verb);
-        QFETCH(QStringList, operands);
-        const ParsedOptions parsed = parse(line);
-        QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Run);
-        QCOMPARE(parsed.options.mode, Options::Mode::Profile);
-        QCOMPARE(static_cast<int>(parsed.options.profile.verb), verb);
-        QCOMPARE(parsed.options.profile.operands, operands);
-        QVERIFY(!parsed.options.profile.json);
     }
 };
 

@@ -1,9 +1,7 @@
+#include "support/TestFiles.h"
 #include "system/Terminal.h"
-#include "system/Termination.h"
 
-#include <QtCore/QEventLoop>
 #include <QtCore/QProcess>
-#include <QtCore/QTimer>
 #include <QtTest/QtTest>
 
 #include <array>
@@ -11,32 +9,6 @@
 #include <windows.h>
 
 namespace {
-
-constexpr int EndedByItself = 7;
-
-constexpr int NotEnded = -1;
-
-/// What a person at the program's console does who presses Ctrl+C.
-void pressCtrlC()
-{
-    GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
-}
-
-void spinUntilRequested()
-{
-    while (!Termination::requested()) {}
-}
-
-/// Never gives control back to the event loop, like a script without an end.
-void spin()
-{
-    for (volatile bool forever = true; forever;) {}
-}
-
-int runLoops()
-{
-    return QCoreApplication::exec() == 0 ? EndedByItself : 1;
-}
 
 /// The console's screen, wherever the streams go.
 HANDLE openScreen()
@@ -52,24 +24,24 @@ DWORD screenMode()
     return mode;
 }
 
-/// Like a program with windows, which has no console of its own.
-int useTerminal(const QString &kind)
+/// A program with windows, which has no console of its own: 0 if the parent's takes sequences.
+int useTerminal(bool plain)
 {
     const ParentTerminal terminal;
     const bool takesSequences = (screenMode() & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
-    if (kind == QLatin1String("plain"))
+    if (plain)
         SetConsoleMode(openScreen(), ENABLE_PROCESSED_OUTPUT | ENABLE_WRAP_AT_EOL_OUTPUT);
     std::fputs("[####....] a bar", stderr);
-    printLine(QStringLiteral("told"));
-    return takesSequences ? EndedByItself : 1;
+    printLine("told"_q);
+    return takesSequences ? 0 : 1;
 }
 
-/// Has a console of its own, lets a program use it and prints what stands there then.
+/// The program's parent, with a console of its own: prints what stands on it after the program's
+/// end. 0 if all went well and the console's mode is what it was.
 int lendTerminal(const QString &kind)
 {
     const DWORD before = screenMode();
-    QString command =
-        QStringLiteral("\"%1\" --child use %2").arg(QCoreApplication::applicationFilePath(), kind);
+    QString command = "\"%1\" --use %2"_q.arg(QCoreApplication::applicationFilePath(), kind);
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     // Wine's streams that begin without a handle can't get one later.
@@ -81,115 +53,42 @@ int lendTerminal(const QString &kind)
                        DETACHED_PROCESS, nullptr, nullptr, &startup, &started) == 0)
         return 1;
     WaitForSingleObject(started.hProcess, INFINITE);
-    DWORD code = 0;
+    DWORD code = 1;
     GetExitCodeProcess(started.hProcess, &code);
     std::array<wchar_t, 40> text{};
     DWORD size = 0;
-    ReadConsoleOutputCharacterW(openScreen(), text.data(), static_cast<DWORD>(text.size()), {0, 0},
-                                &size);
-    std::puts(
-        qUtf8Printable(QString::fromWCharArray(text.data(), static_cast<int>(size)).trimmed()));
+    ReadConsoleOutputCharacterW(openScreen(), text.data(), DWORD(text.size()), {0, 0}, &size);
+    std::puts(qUtf8Printable(QString::fromWCharArray(text.data(), int(size)).trimmed()));
     std::fflush(stdout);
     return screenMode() == before ? static_cast<int>(code) : 2;
 }
 
-/// The process that ends by requests, with a console of its own.
-int runChild(const QString &kind, const QString &terminal)
-{
-    if (kind == QLatin1String("lend"))
-        return lendTerminal(terminal);
-    if (kind == QLatin1String("use"))
-        return useTerminal(terminal);
-    SetConsoleCtrlHandler(nullptr, FALSE); // What is ignored here is inherited.
-    if (kind == QLatin1String("again") || kind == QLatin1String("after")) {
-        const Termination first;
-    }
-    if (kind == QLatin1String("after")) {
-        pressCtrlC();
-        spin();
-    }
-    const Termination termination;
-    if (kind == QLatin1String("early")) {
-        pressCtrlC();
-        spinUntilRequested();
-        QCoreApplication::processEvents();
-        QCoreApplication::exec();
-        return runLoops();
-    }
-    QTimer::singleShot(0, QCoreApplication::instance(), [kind] {
-        if (kind == QLatin1String("busy")) {
-            pressCtrlC();
-            spinUntilRequested();
-            pressCtrlC();
-            spin();
-        }
-        QEventLoop inner;
-        QTimer::singleShot(0, &inner, pressCtrlC);
-        inner.exec();
-    });
-    return runLoops();
-}
-
-/// The exit code of a child with a console that nobody sees.
-int run(const QStringList &words, QByteArray *output = nullptr)
-{
-    QProcess process;
-    process.setCreateProcessArgumentsModifier(
-        [](QProcess::CreateProcessArguments *arguments) { arguments->flags |= CREATE_NO_WINDOW; });
-    process.start(QCoreApplication::applicationFilePath(),
-                  QStringList{QStringLiteral("--child")} + words);
-    if (process.waitForFinished()) {
-        if (output != nullptr)
-            *output = process.readAllStandardOutput().trimmed();
-        return process.exitCode();
-    }
-    process.kill();
-    process.waitForFinished();
-    return NotEnded;
-}
-
 } // namespace
 
-class ConsoleTest : public QObject
+class ParentTerminalTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aRequestEndsAllLoops()
-    {
-        QCOMPARE(run({QStringLiteral("nested")}), EndedByItself);
-        QCOMPARE(run({QStringLiteral("again")}), EndedByItself);
-    }
-
-    void aRequestBeforeTheLoopEndsIt() { QCOMPARE(run({QStringLiteral("early")}), EndedByItself); }
-
-    void theSystemEndsWhatDoesNotEndItself_data()
+    void itIsUsedAndGivenBack_data()
     {
         QTest::addColumn<QString>("kind");
-        QTest::newRow("busy at the second request") << QStringLiteral("busy");
-        QTest::newRow("request after the object's end") << QStringLiteral("after");
+        QTest::newRow("with sequences") << "sequences";
+        QTest::newRow("without") << "plain";
     }
 
-    void theSystemEndsWhatDoesNotEndItself()
+    void itIsUsedAndGivenBack()
     {
         QFETCH(QString, kind);
-        // Wine's handler ends a process as if all were well.
-        const int code = run({kind});
-        QVERIFY2(code == 0 || static_cast<DWORD>(code) == STATUS_CONTROL_C_EXIT,
-                 qPrintable(QString::number(code)));
-    }
-
-    void theParentsTerminalTakesSequencesUntilTheEnd()
-    {
-        // Wine's sets the mode, and prints them all the same.
-        QCOMPARE(run({QStringLiteral("lend"), QStringLiteral("sequences")}), EndedByItself);
-    }
-
-    void aTerminalWithoutSequencesShowsNone()
-    {
-        QByteArray screen;
-        QCOMPARE(run({QStringLiteral("lend"), QStringLiteral("plain")}, &screen), EndedByItself);
-        QCOMPARE(screen, QByteArray("told"));
+        QProcess process;
+        process.setCreateProcessArgumentsModifier(
+            [](auto *arguments) { arguments->flags |= CREATE_NO_WINDOW; });
+        process.start(QCoreApplication::applicationFilePath(), {"--lend"_q, kind});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 0);
+        // Wine's terminal sets the mode for sequences, and prints them all the same.
+        if (kind == "plain"_q)
+            QCOMPARE(process.readAllStandardOutput().trimmed(), QByteArray("told"));
     }
 };
 
@@ -197,13 +96,12 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == QLatin1String("--child"))
-        return runChild(arguments.value(2), arguments.value(3));
-    // Only those on the sender's console get its requests. There is one already in a command
-    // window.
-    AllocConsole();
-    ConsoleTest test;
+    if (arguments.value(1) == "--lend"_q)
+        return lendTerminal(arguments.value(2));
+    if (arguments.value(1) == "--use"_q)
+        return useTerminal(arguments.value(2) == "plain"_q);
+    ParentTerminalTest test;
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "ConsoleTest.moc"
+#include "ParentTerminalTest.moc"

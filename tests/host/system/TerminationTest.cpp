@@ -1,4 +1,5 @@
 #include "system/Termination.h"
+#include "support/TestFiles.h"
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QProcess>
@@ -6,82 +7,56 @@
 #include <QtTest/QtTest>
 
 #include <csignal>
-#include <cstdio>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace {
 
 constexpr int EndedByItself = 7;
 
-void say(const char *word)
+/// Requests the end of this process, on Windows as Ctrl+C on its console does.
+void request(int signal)
 {
-    std::puts(word);
-    std::fflush(stdout);
+#ifdef Q_OS_WIN
+    Q_UNUSED(signal)
+    GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0); // Comes on a thread of the system's.
+#else
+    std::raise(signal);
+#endif
 }
 
-/// Never gives control back to the event loop, like a script without an end.
-void spin()
+int runChild(const QString &kind, int signal)
 {
-    say("ready");
-    while (!Termination::requested()) {}
-    say("asked");
-    for (volatile bool forever = true; forever;) {}
-}
-
-/// The process that the tests send signals to.
-int runChild(const QString &kind)
-{
-    if (kind == QLatin1String("nohup"))
-        std::signal(SIGHUP, SIG_IGN);
-    const Termination termination;
-    if (kind == QLatin1String("nohup")) {
-        std::raise(SIGHUP);
-        return Termination::requested() ? 1 : EndedByItself;
-    }
-    if (kind == QLatin1String("early")) {
-        std::raise(SIGTERM);
-        QCoreApplication::processEvents();
-        QCoreApplication::exec();
+#ifdef Q_OS_WIN
+    SetConsoleCtrlHandler(nullptr, FALSE); // Ignoring Ctrl+C is inherited.
+#endif
+    if (kind == "ignored"_q)
+        std::signal(signal, SIG_IGN);
+    auto termination = std::make_unique<Termination>();
+    termination.reset();
+    if (kind != "after"_q)
+        termination = std::make_unique<Termination>();
+    if (kind == "nested"_q) {
+        QTimer::singleShot(0, QCoreApplication::instance(), [signal] {
+            QEventLoop inner;
+            QTimer::singleShot(0, &inner, [signal] { request(signal); });
+            inner.exec();
+        });
         return QCoreApplication::exec() == 0 ? EndedByItself : 1;
     }
-    QTimer::singleShot(0, QCoreApplication::instance(), [kind] {
-        if (kind == QLatin1String("busy"))
-            spin();
-        QEventLoop inner;
-        QTimer::singleShot(0, &inner, [] { say("ready"); });
-        inner.exec();
-    });
+    request(signal);
+    if (kind == "ignored"_q)
+        return Termination::requested() ? 1 : EndedByItself;
+    while (!Termination::requested()) {} // Without an object it ends here.
+    if (kind == "twice"_q) {
+        request(signal);
+        for (volatile bool busy = true; busy;) {}
+    }
+    QCoreApplication::exec();
     return QCoreApplication::exec() == 0 ? EndedByItself : 1;
 }
-
-class Child
-{
-public:
-    explicit Child(const QString &kind)
-    {
-        process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--child"), kind});
-    }
-
-    bool says(const QByteArray &word)
-    {
-        while (!process.canReadLine()) {
-            if (!process.waitForReadyRead())
-                return false;
-        }
-        return process.readLine().trimmed() == word;
-    }
-
-    void send(int signal) const { kill(static_cast<pid_t>(process.processId()), signal); }
-
-    int exitCode()
-    {
-        if (!process.waitForFinished())
-            return -1;
-        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-    }
-
-private:
-    QProcess process;
-};
 
 } // namespace
 
@@ -90,41 +65,41 @@ class TerminationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aSignalEndsAllLoops_data()
+    void aRequestEndsTheProgram_data()
     {
+        QTest::addColumn<QString>("kind");
         QTest::addColumn<int>("signal");
-        QTest::newRow("SIGTERM") << SIGTERM;
-        QTest::newRow("SIGINT") << SIGINT;
-        QTest::newRow("SIGHUP") << SIGHUP;
+        QTest::addColumn<bool>("bySystem");
+        QTest::newRow("nested loops") << "nested" << SIGTERM << false;
+        QTest::newRow("before the loop") << "early" << SIGINT << false;
+        QTest::newRow("twice while busy") << "twice" << SIGTERM << true;
+        QTest::newRow("after the object's end") << "after" << SIGTERM << true;
+#ifndef Q_OS_WIN
+        QTest::newRow("the terminal closes") << "nested" << SIGHUP << false;
+        QTest::newRow("the parent ignores it") << "ignored" << SIGHUP << false;
+#endif
     }
 
-    void aSignalEndsAllLoops()
+    void aRequestEndsTheProgram()
     {
+        QFETCH(QString, kind);
         QFETCH(int, signal);
-        Child child(QStringLiteral("nested"));
-        QVERIFY(child.says("ready"));
-        child.send(signal);
-        QCOMPARE(child.exitCode(), EndedByItself);
-    }
-
-    void aSignalBeforeTheLoopEndsIt()
-    {
-        QCOMPARE(Child(QStringLiteral("early")).exitCode(), EndedByItself);
-    }
-
-    void aSecondSignalEndsAProgramThatIsBusy()
-    {
-        Child child(QStringLiteral("busy"));
-        QVERIFY(child.says("ready"));
-        child.send(SIGTERM);
-        QVERIFY(child.says("asked"));
-        child.send(SIGINT);
-        QCOMPARE(child.exitCode(), -2);
-    }
-
-    void whatTheParentIgnoresStaysIgnored()
-    {
-        QCOMPARE(Child(QStringLiteral("nohup")).exitCode(), EndedByItself);
+        QProcess process;
+#ifdef Q_OS_WIN
+        process.setCreateProcessArgumentsModifier(
+            [](auto *arguments) { arguments->flags |= CREATE_NO_WINDOW; });
+#endif
+        process.start(QCoreApplication::applicationFilePath(),
+                      {"--child"_q, kind, QString::number(signal)});
+        QVERIFY(process.waitForFinished());
+        bool bySystem = process.exitStatus() == QProcess::CrashExit;
+#ifdef Q_OS_WIN
+        // Wine's handler ends a process as if all were well.
+        bySystem = bySystem || process.exitCode() == 0;
+#endif
+        QTEST(bySystem, "bySystem");
+        if (!bySystem)
+            QCOMPARE(process.exitCode(), EndedByItself);
     }
 };
 
@@ -132,8 +107,8 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == QLatin1String("--child"))
-        return runChild(arguments.value(2));
+    if (arguments.value(1) == "--child"_q)
+        return runChild(arguments.value(2), arguments.value(3).toInt());
     TerminationTest test;
     return QTest::qExec(&test, argc, argv);
 }
