@@ -110,9 +110,15 @@ DashboardActionResult DashboardProfilesManager::performAction(Id id, int action,
     case DashboardProfileAction::Activate:
         return activateProfile(id);
     case DashboardProfileAction::Copy:
-        return copyProfile(id, parameter.toString());
-    case DashboardProfileAction::Rename:
-        return renameProfile(id, parameter.toString());
+    case DashboardProfileAction::Rename: {
+        const QString newName = parameter.toString();
+        if (newName.isEmpty())
+            return failure(tr("Name cannot be empty"));
+        if (!isValidProfileName(newName))
+            return failure(tr("Name is not correct"));
+        return action == DashboardProfileAction::Copy ? copyProfile(id, newName)
+                                                      : renameProfile(id, newName);
+    }
     case DashboardProfileAction::Remove:
         return removeProfile(id);
     default:
@@ -145,11 +151,6 @@ DashboardActionResult DashboardProfilesManager::activateProfile(Id id)
 
 DashboardActionResult DashboardProfilesManager::copyProfile(Id id, const QString &newName)
 {
-    if (newName.isEmpty())
-        return failure(tr("Name cannot be empty"));
-    if (!isValidProfileName(newName))
-        return failure(tr("Name is not correct"));
-
     QString source;
     {
         const LockGuard guard(lock);
@@ -186,10 +187,6 @@ DashboardActionResult DashboardProfilesManager::copyProfile(Id id, const QString
 
 DashboardActionResult DashboardProfilesManager::renameProfile(Id id, const QString &newName)
 {
-    if (newName.isEmpty())
-        return failure(tr("Name cannot be empty"));
-    if (!isValidProfileName(newName))
-        return failure(tr("Name is not correct"));
     {
         const LockGuard guard(lock);
         DashboardProfile *const profile = profiles.find(id);

@@ -45,6 +45,7 @@ private:
 
     void activateFirstProfile();
 
+    // New names are valid ones.
     DashboardActionResult activateProfile(Id id);
     DashboardActionResult copyProfile(Id id, const QString &newName);
     DashboardActionResult renameProfile(Id id, const QString &newName);
