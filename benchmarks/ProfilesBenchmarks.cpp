@@ -1,7 +1,8 @@
 #include "profiles/DashboardProfilesManager.h"
 
-#include "profiles/Fakes.h"
+#include "profiles/FakeProvider.h"
 #include "support/FakeCounter.h"
+#include "support/FakeEngine.h"
 #include "support/TemporaryHome.h"
 #include "support/TestFiles.h"
 

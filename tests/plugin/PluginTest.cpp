@@ -4,6 +4,7 @@
 #include "plugin/IDashboardRenderer.h"
 #include "plugin/IViewModel.h"
 #include "plugin/TelemetryRecords.h"
+#include "profiles/FakeProvider.h"
 #include "support/FakeNavigation.h"
 #include "support/LogCapture.h"
 #include "support/TemporaryHome.h"
@@ -59,6 +60,14 @@ private Q_SLOTS:
         engine->updateTelemetry({}, {}, {}, false);
         QTRY_COMPARE_WITH_TIMEOUT(latest.picture().size(), QSize(480, 272), 30'000);
         engine->removeConsumer(&latest);
+    }
+
+    void theStoreRefusesNullPointers()
+    {
+        const auto create = reinterpret_cast<CreatePMFunction>(library.resolve("CreatePM"));
+        FakeProvider provider;
+        QVERIFY(create(nullptr, &provider) == nullptr);
+        QVERIFY(create(engine.get(), nullptr) == nullptr);
     }
 
     void initRegistersTheViewsInOrderAndTheFade()

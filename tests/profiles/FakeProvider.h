@@ -1,11 +1,11 @@
 #pragma once
 
 #include "plugin/IRecentVehicleNameProvider.h"
-#include "support/FakeEngine.h"
 
 class FakeProvider final : public IRecentVehicleNameProvider
 {
 public:
     QString name;
-    QString recentVehicleName() override { return name; }
+    int asked = 0; ///< Under the store's lock, so any thread may count.
+    QString recentVehicleName() override { return ++asked, name; }
 };

@@ -2,7 +2,9 @@
 
 #include <QtTest/QtTest>
 
-#include <set>
+#include <tuple>
+
+using Action = DashboardProfileAction::Code;
 
 class ProfileStoreTest : public QObject
 {
@@ -13,249 +15,194 @@ private Q_SLOTS:
     {
         ProfilesFixture f;
         f.start();
+        f.report("Car"_q);
         QCOMPARE(f.store->revision(), 1);
         QCOMPARE(f.store->activeProfileId(), -1);
-        QVERIFY(f.store->profileHeaders().empty());
-        QVERIFY(!f.store->profileHeader(0));
-        QVERIFY(!f.store->profile(-1));
+        QVERIFY(!f.store->profileHeader(0) && !f.store->profile(-1));
         QVERIFY(f.engine.documents.isEmpty());
         QVERIFY(!QFileInfo::exists(f.home.path("/Documents/Orvalentix")));
-        QVERIFY(!QFileInfo::exists(ProfilesFixture::builtInRoot()));
-        f.store->activateRecentProfileForVehicle("Car"_q);
-        QCOMPARE(f.store->revision(), 1);
+        QVERIFY(!QFileInfo::exists(ProfilesFixture::builtInPath()));
     }
 
-    void builtInProfilesGetTheFirstIdsAndTheListIsSortedByName()
+    void wholeDashboardsAreListedByNameAndBuiltInOnesHaveTheFirstIds()
     {
-        ProfilesFixture f;
-        f.addUser({"alpha"_q, "Zulu"_q, "Classic"_q});
-        ProfilesFixture::addBuiltIn("Mid"_q);
+        ProfilesFixture f({"alpha"_q, "Zulu"_q, ".hidden"_q}, {"Mid"_q});
+        for (const char *const file : {"NoPreview/Dash.qml", "NoDocument/preview.png", "file"})
+            writeFile(f.userPath(QString::fromLatin1(file)), "");
         f.start();
-        QCOMPARE(f.names(), (QStringList{"Classic"_q, "Mid"_q, "Zulu"_q, "alpha"_q}));
+        QCOMPARE(f.state(), "Mid* Zulu alpha"_q);
+        QCOMPARE(f.id("Zulu"_q) + f.id("alpha"_q), 1 + 2);
         const auto mid = f.store->profile(0);
-        QCOMPARE(mid->name, "Mid"_q);
-        QVERIFY(mid->builtIn);
-        QCOMPARE(mid->directory, ProfilesFixture::builtInRoot() + "/Mid"_q);
+        QVERIFY(mid->name == "Mid"_q && mid->builtIn);
+        QCOMPARE(mid->directory, ProfilesFixture::builtInPath("Mid"_q));
         QCOMPARE(mid->qmlPath, mid->directory + "/Dash.qml"_q);
         QCOMPARE(mid->previewPath, mid->directory + "/preview.png"_q);
-        std::set<int> ids;
-        for (const auto &header : f.store->profileHeaders())
-            ids.insert(header.id);
-        QCOMPARE(ids, (std::set<int>{0, 1, 2, 3}));
-    }
-
-    void aDirectoryWithoutBothFilesIsNotListedAndTakesNoId()
-    {
-        ProfilesFixture f;
-        f.addUser({"Whole"_q, ".hidden"_q});
-        writeFile(f.userPath("NoPreview/Dash.qml"_q), "");
-        writeFile(f.userPath("NoDocument/preview.png"_q), "");
-        writeFile(f.userPath("file"_q), "");
-        f.start();
-        QCOMPARE(f.names(), QStringList{"Whole"_q});
-        QCOMPARE(f.id("Whole"_q), 0);
-    }
-
-    void theRecentProfileBecomesActiveElseTheFirst_data()
-    {
-        QTest::addColumn<QString>("recent");
-        QTest::addColumn<QString>("active");
-        QTest::newRow("none") << QString() << "Classic"_q;
-        QTest::newRow("unknown") << "Gone"_q
-                                 << "Classic"_q;
-        QTest::newRow("exact") << "Second"_q
-                               << "Second"_q;
-        QTest::newRow("other case") << "SECOND"_q
-                                    << "Second"_q;
-        QTest::newRow("exact before other case") << "classic"_q
-                                                 << "classic"_q;
-        QTest::newRow("capitals come first") << "CLASSIC"_q
-                                             << "Classic"_q;
+        QVERIFY(f.store->profileNameExists("zULU"_q) && !f.store->profileNameExists("Zul"_q));
     }
 
     void theRecentProfileBecomesActiveElseTheFirst()
     {
-        QFETCH(QString, recent);
-        QFETCH(QString, active);
-        ProfilesFixture f;
-        ProfilesFixture::addBuiltIn("Classic"_q);
-        f.addUser({"classic"_q, "Second"_q});
-        ProfilesFixture::setRecentName(recent);
-        f.start();
-        QCOMPARE(f.activeName(), active);
-        QCOMPARE(f.engine.documents,
-                 QStringList{f.store->profile(f.store->activeProfileId())->qmlPath});
-        QCOMPARE(ProfilesFixture::recentName(), recent);
-        QVERIFY(f.store->profileNameExists("cLASSIC"_q));
-        QVERIFY(!f.store->profileNameExists("Classi"_q));
-    }
-
-    void assignmentsComeBackAfterARestartWhateverTheNames()
-    {
-        QStringList names{"Plain"_q, "General"_q, "per%cent"_q, "br]ack[et"_q,
-                          "😀 ü"_q,   "semi;=x"_q, "Groß"_q};
-#ifdef Q_OS_UNIX
-        names += {"line\nfeed"_q, R"(back\s)"_q, R"(semi;colon="x")"_q};
-#endif
-        ProfilesFixture f;
-        f.addUser(names);
-        f.start();
-        for (const QString &name : qAsConst(names)) {
-            f.provider.name = name + "/ , \"@%1\" é😀\n"_q;
-            f.counter.count += 10'000;
-            QVERIFY(f.act(name, DashboardProfileAction::Activate).ok);
-            f.store->activateRecentProfileForVehicle("@Variant(%1)"_q.arg(name));
-            f.store->activateRecentProfileForVehicle(" @"_q + name);
-        }
-        const Assignments before = f.assignments();
-        QCOMPARE(before.size(), names.size());
-        QCOMPARE(f.storedAssignments(), before);
-        f.start();
-        QCOMPARE(f.assignments(), before);
-    }
-
-    void aFileIsReadAsFarAsItCanBe_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QStringList>("vehicles");
-        const QByteArray one = "[Alpha]\nVehicle.0.Name=A\nVehicle.1.Name=B\nVehicleCount=";
-        QTest::newRow("empty") << QByteArray() << QStringList();
-        QTest::newRow("whole") << one + "2\n" << QStringList{"A"_q, "B"_q};
-        QTest::newRow("other case") << "[aLPHA]" + one.mid(7) + "2\n" << QStringList{"A"_q, "B"_q};
-        QTest::newRow("count below") << one + "1\n" << QStringList{"A"_q};
-        QTest::newRow("count beyond") << one + "3\n" << QStringList{""_q, "A"_q, "B"_q};
-        QTest::newRow("two billion") << one + "2000000000\n" << QStringList{""_q, "A"_q, "B"_q};
-        QTest::newRow("too big") << one + "99999999999\n" << QStringList{""_q, "A"_q, "B"_q};
-        QTest::newRow("negative") << one + "-1\n" << QStringList();
-        QTest::newRow("no number") << one + "many\n" << QStringList();
-        // Serialised objects ask for all memory, exhaust the stack or need a display, however they
-        // are written.
-        const QByteArray variant = R"(Variant(\0\0\0\t\x7f\xff\xff\xff))";
-        const QByteArray pixmap = R"(@Variant(\0\0\0\x41\0\0\0\x1))";
-        const QByteArray lists = "@Variant(" + QByteArray(R"(\0\0\0\t\0\0\0\x1)").repeated(50'000);
-        QTest::newRow("serialised count") << one + "@" + variant << QStringList();
-        QTest::newRow("serialised vehicle")
-            << one + "2\nVehicle.1.Name=@" + variant << QStringList{""_q, "A"_q};
-        int spelling = 0;
-        for (const QByteArray &value :
-             {pixmap, lists + ")", " \"@" + variant, "a, @" + variant, "\\\n@" + variant,
-              "\\\r\n@" + variant, "\\x40" + variant, "\\x10040" + variant, "\\100" + variant,
-              "\\200100" + variant, "@\\x56" + variant.mid(1)}) {
-            QTest::addRow("serialised, spelt %d", ++spelling) << one + "2\n[x]\ny=" + value + '\n'
-                                                              << QStringList{"A"_q, "B"_q};
-        }
-        QTest::newRow("serialised only in looks")
-            << QByteArray(
-                   "[Alpha]\nVehicle.0.Name=@@Variant(1)\nVehicle.1.Name=\"a, @Variant(2)\"\n"
-                   "Vehicle.2.Name=mail@Variant(3)\nVehicleCount=3\n")
-            << QStringList{"@Variant(1)"_q, "a, @Variant(2)"_q, "mail@Variant(3)"_q};
-        QTest::newRow("count missing")
-            << QByteArray("[Alpha]\nVehicle.0.Name=A\n") << QStringList();
-        QTest::newRow("sparse") << QByteArray("[Alpha]\nVehicle.1999999999.Name=A\n"
-                                              "Vehicle.01.Name=B\nVehicleCount=2000000000\n")
-                                << QStringList{""_q, "A"_q};
-        QTest::newRow("unknown groups") << "[A/B]\nx=1\n[C\\D]\nx=1\n" + one + "1\n[%5d%0A]\nx=2\n"
-                                        << QStringList{"A"_q};
-        QTest::newRow("binary") << QByteArray("\0\xff[\x80]=\n\0\n", 8).repeated(5000)
-                                << QStringList();
-    }
-
-    void aFileIsReadAsFarAsItCanBe()
-    {
-        QFETCH(QByteArray, content);
-        QFETCH(QStringList, vehicles);
-        ProfilesFixture f;
-        f.addUser({"Alpha"_q, "Beta"_q});
-        writeFile(f.iniPath(), content);
-        f.start();
-        QStringList read = f.store->profile(f.id("Alpha"_q))->vehicles.values();
-        read.sort();
-        QCOMPARE(read, vehicles);
-        f.store->activateRecentProfileForVehicle("New"_q);
-        QCOMPARE(f.storedAssignments(), f.assignments());
-    }
-
-    void aFileCutOffAnywhereIsNoFaultAndTheNextSaveIsWhole()
-    {
-        ProfilesFixture f(fastFolder());
-        f.addUser({"Alpha"_q, "Beta %é"_q});
-        f.start();
-        for (const char *const vehicle : {"one", "twö", "@three, \"3\"", "fo\x01ur\n"}) {
-            f.act("Alpha"_q, DashboardProfileAction::Activate);
-            f.store->activateRecentProfileForVehicle(QString::fromUtf8(vehicle));
-            f.counter.count += 9000;
-            f.provider.name = QString::fromUtf8(vehicle) + "b"_q;
-            f.act("Beta %é"_q, DashboardProfileAction::Activate);
-        }
-        const QByteArray whole = readFile(f.iniPath());
-        QVERIFY(whole.size() > 200);
-        for (int size = 0; size < whole.size(); ++size) {
-            writeFile(f.iniPath(), whole.left(size));
+        ProfilesFixture f({"classic"_q, "Second"_q}, {"Classic"_q});
+        const std::vector<std::pair<QString, QString>> rows{
+            {""_q, "Classic"_q},        {"Gone"_q, "Classic"_q},    {"SECOND"_q, "Second"_q},
+            {"classic"_q, "classic"_q}, {"CLASSIC"_q, "Classic"_q}, {"Gone/Second"_q, "Second"_q}};
+        for (const auto &[recent, expected] : rows) {
+            ProfilesFixture::setRecentName(recent);
             f.start();
-            f.store->activateRecentProfileForVehicle("New"_q);
-            QVERIFY(f.assignments().value(f.activeName()).contains("New"_q));
-            QCOMPARE(f.storedAssignments(), f.assignments());
+            const auto active = f.store->profile(f.store->activeProfileId());
+            QCOMPARE(active->name, expected);
+            QCOMPARE(f.engine.documents, QStringList{active->qmlPath});
+            QCOMPARE(ProfilesFixture::recentName(), recent);
         }
     }
 
-    void aLargeFileIsReadInTimeThatFollowsItsSize()
+    void everyActionHasItsEffectsAndNoOthers()
     {
-        ProfilesFixture f;
-        f.addUser({"Alpha"_q});
-        QByteArray content = "[Alpha]\nVehicleCount=100000\n";
-        for (int i = 0; i < 100'000; ++i) {
-            content += "Vehicle." + QByteArray::number(i) + ".Name=" + QByteArray(180, 'v') +
-                       QByteArray::number(i) + '\n';
+        // The vehicle V is the current one and belongs to B, the user's own. A is built in.
+        const std::vector<std::tuple<QString, QString, int, QString>> rows{
+            {"A"_q, "A"_q, Action::Activate, "+0"_q},
+            {"A"_q, "B"_q, Action::Activate, "+0 recent=B document=B activated 1"_q},
+            {"B"_q, "A"_q, Action::Activate,
+             "+1 saved recent=A document=A activated 0 modified 0 modified 1"_q},
+            {"A"_q, "A"_q, Action::Copy, "+1 list"_q},
+            {"A"_q, "B"_q, Action::Rename, "+1 saved list modified 1"_q},
+            {"B"_q, "B"_q, Action::Rename, "+1 saved recent=New document=New list modified 1"_q},
+            {"A"_q, "B"_q, Action::Remove, "+1 list modified 1"_q},
+            {"B"_q, "B"_q, Action::Remove, "+1 recent=A document=A list modified 1 activated 0"_q},
+            {"B alone"_q, "B"_q, Action::Remove,
+             "+1 recent=(none) document= list modified 0 activated -1"_q}};
+        for (const auto &[active, profile, action, expected] : rows) {
+            ProfilesFixture f({"B"_q}, active == "B alone"_q ? QStringList() : QStringList{"A"_q});
+            writeFile(f.iniPath(), "[B]\nVehicle.0.Name=V\nVehicleCount=1\n");
+            ProfilesFixture::setRecentName(active);
+            f.start();
+            QFile::remove(f.iniPath());
+            f.provider.name = "V"_q;
+            QVERIFY(f.act(profile, action, "New"_q).ok);
+            QCOMPARE(f.effects(), expected);
         }
-        QVERIFY(content.size() > 20'000'000);
-        writeFile(f.iniPath(), content);
-        f.start();
-        QCOMPARE(f.store->profile(0)->vehicles.size(), 100'000);
     }
 
-    void whatCannotBeReadGivesNoProfilesAndNoVehicles()
+    void aCopyIsTheUsersOwnStandsAtTheEndAndStaysThereWhenRenamed()
     {
-        NEEDS_POSIX();
-        const Unprivileged user;
-        ProfilesFixture f;
-        f.addUser({"Alpha"_q});
-        QDir().mkpath(f.iniPath());
+        ProfilesFixture f({"Own"_q}, {"Built"_q});
+        writeFile(ProfilesFixture::builtInPath("Built/.hidden/file"_q), "hidden");
+        QFile::setPermissions(ProfilesFixture::builtInPath("Built/Dash.qml"_q), QFile::ReadOwner);
         f.start();
-        f.store->activateRecentProfileForVehicle("Car"_q);
-        QCOMPARE(f.assignments().value("Alpha"_q), QSet<QString>{"Car"_q});
-        QVERIFY(QFileInfo(f.iniPath()).isDir());
-
-        QDir().rmdir(f.iniPath());
-        writeFile(f.iniPath(), "[Alpha]\nVehicle.0.Name=A\nVehicleCount=1\n");
-        QFile::setPermissions(f.iniPath(), {});
-        QVERIFY(f.start().profile(0)->vehicles.isEmpty());
-
-        QFile::setPermissions(f.userPath(), {});
-        QVERIFY(f.start().profileHeaders().empty());
-        QFile::setPermissions(f.userPath(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        QVERIFY(QDir(f.userPath()).removeRecursively());
-        writeFile(f.home.data("/Dashboards"), "a file in the root's place");
-        QVERIFY(f.start().profileHeaders().empty());
+        for (const QString &name : {"Built"_q, "ünï😀"_q, "%1 %2"_q})
+            QVERIFY(f.act("Built"_q, Action::Copy, name).ok);
+        QVERIFY(f.isWhole("%1 %2"_q));
+        QCOMPARE(readFile(f.userPath("ünï😀/.hidden/file"_q)), QByteArray("hidden"));
+        QVERIFY(f.store->performAction(2, Action::Rename, QVariant(42)).ok);
+        QCOMPARE(f.state(), "Built* Own 42 ünï😀 %1 %2"_q);
+        QCOMPARE(f.store->profile(2)->previewPath, f.userPath("42/preview.png"_q));
+        QVERIFY(f.act("42"_q, Action::Remove).ok);
+        QVERIFY(!QFileInfo::exists(f.userPath("42"_q)));
     }
 
-    void thousandsOfProfilesAreListed()
+    void aFailureHasItsMessageAndChangesNothing()
     {
+        ProfilesFixture f({"User"_q}, {"Built"_q});
+        QDir().mkpath(f.userPath("Other"_q));
+        f.start();
+        const auto shown = [&](const QString &name) {
+            return QDir::toNativeSeparators(f.userPath(name));
+        };
+        const auto fails = [&](int id, int action, const QString &name, const QString &message) {
+            const auto result = f.store->performAction(id, action, name);
+            QVERIFY(!result.ok);
+            QCOMPARE(result.message, message);
+        };
+        const QString notRenamed = "Failed to rename '%1' to '%2'"_q.arg(shown("User"_q));
+        fails(0, -1, {}, "Unsupported action: -1"_q);
+        fails(99, Action::Activate, {}, "Profile not found"_q);
+        fails(99, Action::Rename, "New"_q, "Dashboard does not exist"_q);
+        fails(-1, Action::Remove, {}, "Dashboard does not exist"_q);
+        fails(99, Action::Copy, "New"_q, "Dashboard does not exist"_q);
+        fails(99, Action::Copy, {}, "Name cannot be empty"_q);
+        fails(99, Action::Copy, "User"_q, "Dashboard with given name already exists"_q);
+        fails(0, Action::Rename, "New"_q, "Built-in profile cannot be renamed"_q);
+        fails(0, Action::Remove, {}, "Built-in profile cannot be removed"_q);
+        fails(1, Action::Rename, "User"_q, notRenamed.arg("User"_q));
+        fails(1, Action::Rename, "Other"_q, notRenamed.arg("Other"_q));
+        for (const char *const name : {"a/b", "a\\b", "a..b", "..", "a:b", " a", "a ", "a.", "."})
+            fails(0, Action::Copy, QString::fromLatin1(name), "Name is not correct"_q);
+        QStringList unfit{QString(300, u'x'), "a"_q + QChar(0) + u'b'};
 #ifdef Q_OS_WIN
-        // Wine looks a name up by reading all of its directory.
-        constexpr int Count = 1000;
+        unfit += {"con"_q, "Nul.txt"_q, "com1"_q, "what?"_q, "tab\tbed"_q, "a\"b"_q, "<a>"_q};
 #else
-        constexpr int Count = 10'000;
+        unfit += {QString(100, QChar(0x20AC)), QString(QChar(0xD800)), ".hidden"_q};
 #endif
-        ProfilesFixture f(fastFolder());
-        for (int i = 0; i < Count; ++i) {
-            const QString directory = f.userPath("P%1"_q.arg(i));
-            writeFile(directory + "/Dash.qml"_q, "");
-            writeFile(directory + "/preview.png"_q, "");
+        for (const QString &name : qAsConst(unfit)) {
+            fails(99, Action::Copy, name, "Failed to create '%1'"_q.arg(shown(name)));
+            fails(1, Action::Rename, name, notRenamed.arg(name));
         }
-        f.start();
-        QCOMPARE(f.store->profileHeaders().size(), std::size_t(Count));
-        QVERIFY(f.store->profileNameExists("p%1"_q.arg(Count - 1)));
+        QFile::remove(f.userPath("User/preview.png"_q));
+        fails(1, Action::Copy, "New"_q, "'New' is not a valid dashboard"_q);
+        QVERIFY(QDir(f.userPath("User"_q)).removeRecursively());
+        fails(1, Action::Copy, "New"_q,
+              "Failed to copy '%1' to '%2'"_q.arg(shown("User"_q), shown("New"_q)));
+        QCOMPARE(f.store->revision(), 1);
+        QVERIFY(f.signalLog.isEmpty() && f.leftovers().isEmpty());
+        QCOMPARE(QDir(f.userPath()).entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+                 QStringList{"Other"_q});
+
+        // What is gone can still be activated and removed.
+        QVERIFY(f.act("User"_q, Action::Activate).ok);
+        QVERIFY(f.act("User"_q, Action::Remove).ok);
+        QCOMPARE(f.state(), "Built*"_q);
     }
+
+#ifndef Q_OS_WIN // It has no limit of file sizes, its permissions are lists, and Wine has no links.
+    void aFullOrReadOnlyDiskLosesNothingAndLeavesNothingBehind()
+    {
+        const Unprivileged user;
+        ProfilesFixture f({"A"_q});
+        f.start();
+        const auto fails = [&](int action, const char *message) {
+            QVERIFY(f.act("A"_q, action, "New"_q).message.startsWith(QLatin1String(message)));
+            QVERIFY(!QFileInfo::exists(f.userPath("New"_q)));
+            QVERIFY(f.leftovers().isEmpty());
+        };
+        {
+            const FullDisk disk(5000);
+            fails(Action::Copy, "Failed to copy '");
+        }
+        const auto readOnly = QFile::ReadOwner | QFile::ExeOwner;
+        QFile::setPermissions(f.userPath(), readOnly);
+        fails(Action::Copy, "Failed to create '");
+        fails(Action::Rename, "Failed to rename '");
+        fails(Action::Remove, "Failed to remove '");
+        QFile::setPermissions(f.userPath(), readOnly | QFile::WriteOwner);
+        QFile::setPermissions(f.userPath("A/sub"_q), QFile::ExeOwner);
+        fails(Action::Copy, "Failed to copy '");
+        QFile::setPermissions(f.userPath("A/sub"_q), readOnly);
+        fails(Action::Remove, "Failed to remove '");
+        QVERIFY(f.isWhole("A"_q));
+        QFile::setPermissions(f.userPath("A/sub"_q), readOnly | QFile::WriteOwner);
+        QCOMPARE(f.savedState(), "A*"_q);
+    }
+
+    void linksGoWithoutWhatTheyPointAt()
+    {
+        ProfilesFixture f({"A"_q});
+        const QString elsewhere = f.home.path("/elsewhere");
+        ProfilesFixture::addDashboard(elsewhere);
+        // What killed copies have left, a reserved name among them.
+        for (const char *const left : {"Free", ".staging..left/Free", ".staging..left/A"})
+            QDir().mkpath(f.userPath(QString::fromLatin1(left)));
+        for (const char *const link : {"Linked", "Second", ".staging..left/X"})
+            QFile::link(elsewhere, f.userPath(QString::fromLatin1(link)));
+        f.start();
+        QVERIFY(f.act("Second"_q, Action::Rename, "Free"_q).ok);
+        QVERIFY(f.act("Linked"_q, Action::Copy, "Copied"_q).ok);
+        QVERIFY(!QFileInfo(f.userPath("Copied"_q)).isSymLink());
+        QVERIFY(f.act("Linked"_q, Action::Remove).ok);
+        QVERIFY(!QFileInfo(f.userPath("Linked"_q)).isSymLink());
+        QVERIFY(QFileInfo::exists(elsewhere + "/sub/face.svg"_q));
+        QVERIFY(f.isWhole("A"_q) && f.leftovers().isEmpty());
+    }
+#endif
 };
 
 QTEST_GUILESS_MAIN(ProfileStoreTest)

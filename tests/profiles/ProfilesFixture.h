@@ -2,8 +2,9 @@
 
 #include "profiles/DashboardProfilesManager.h"
 
-#include "Fakes.h"
+#include "FakeProvider.h"
 #include "support/FakeCounter.h"
+#include "support/FakeEngine.h"
 #include "support/SettingsGroup.h"
 #include "support/TemporaryHome.h"
 #include "support/TestFiles.h"
@@ -11,9 +12,11 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QMap>
 
-using Assignments = QMap<QString, QSet<QString>>;
+#include <algorithm>
+#include <array>
 
-/// A home with dashboards, and a store over them that runs by a clock in the test's hand.
+/// A home with dashboards, and a store over them that runs by the test's clock. One at a time: the
+/// built-in dashboards lie beside the program.
 class ProfilesFixture
 {
 public:
@@ -22,67 +25,59 @@ public:
     FakeProvider provider;
     FakeCounter counter;
     std::unique_ptr<DashboardProfilesManager> store;
-    QStringList signalLog;
+    QStringList signalLog; ///< "list", "modified 1", "activated 1", in order.
+    QString recentAtStart; ///< Of the settings.
 
-    explicit ProfilesFixture(const QString &parent = QDir::tempPath())
+    explicit ProfilesFixture(const QStringList &users = {}, const QStringList &builtIns = {},
+                             const QString &parent = fastFolder())
         : home(parent)
     {
-        QDir(builtInRoot()).removeRecursively();
-    }
-    ~ProfilesFixture() { QDir(builtInRoot()).removeRecursively(); }
-    ProfilesFixture(const ProfilesFixture &) = delete;
-    ProfilesFixture &operator=(const ProfilesFixture &) = delete;
-
-    static QString builtInRoot()
-    {
-        return QCoreApplication::applicationDirPath() + "/Dashboards"_q;
-    }
-    QString userPath(const QString &name = {}) const { return home.data("/Dashboards/") + name; }
-    /// As messages spell it.
-    QString shownPath(const QString &name = {}) const
-    {
-        return QDir::toNativeSeparators(userPath(name));
-    }
-    QString iniPath() const { return home.data("/dashboardsExtra.ini"); }
-
-    static QStringList assets()
-    {
-        return {"0.svg"_q, "Needle.svg"_q, "dial.svg"_q, "sub/face.svg"_q, "zero.svg"_q};
-    }
-    static void addDashboard(const QString &directory)
-    {
-        writeFile(directory + "/Dash.qml"_q, "Item {}");
-        writeFile(directory + "/preview.png"_q, "png");
-        const QStringList files = assets();
-        for (const QString &file : files)
-            writeFile(directory + u'/' + file, QByteArray(20'000, 's'));
-    }
-    void addUser(const QStringList &names) const
-    {
-        for (const QString &name : names)
+        QDir(builtInPath()).removeRecursively();
+        for (const QString &name : builtIns)
+            addDashboard(builtInPath(name));
+        for (const QString &name : users)
             addDashboard(userPath(name));
     }
-    static void addBuiltIn(const QString &name) { addDashboard(builtInRoot() + u'/' + name); }
+    ~ProfilesFixture() { QDir(builtInPath()).removeRecursively(); }
+    Q_DISABLE_COPY(ProfilesFixture)
+
+    static QString builtInPath(const QString &name = {})
+    {
+        return QCoreApplication::applicationDirPath() + "/Dashboards/"_q + name;
+    }
+    QString userPath(const QString &name = {}) const { return home.data("/Dashboards/") + name; }
+    QString iniPath() const { return home.data("/dashboardsExtra.ini"); }
+
+    static void addDashboard(const QString &directory)
+    {
+        for (const char *const file : Files)
+            writeFile(directory + QString::fromLatin1(file), QByteArray(20'000, 's'));
+    }
+    bool isWhole(const QString &user) const
+    {
+        return std::all_of(Files.begin(), Files.end(), [&](const char *file) {
+            return readFile(userPath(user) + QString::fromLatin1(file)).size() == 20'000;
+        });
+    }
 
     /// Starts the store, or starts it again.
-    DashboardProfilesManager &start()
+    void start()
     {
-        store.reset();
+        recentAtStart = recentName();
         engine.documents.clear();
         signalLog.clear();
         store = std::make_unique<DashboardProfilesManager>(&engine, &provider, counter);
         using Store = DashboardAbstractProfilesManager;
-        QObject::connect(store.get(), &Store::profileListChanged, store.get(),
+        QObject::connect(store.get(), &Store::profileListChanged,
                          [this] { signalLog += "list"_q; });
-        QObject::connect(store.get(), &Store::profileModified, store.get(),
-                         [this](auto id) { signalLog += "modified %1"_q.arg(id); });
-        QObject::connect(store.get(), &Store::newProfileActivated, store.get(),
-                         [this](auto id) { signalLog += "activated %1"_q.arg(id); });
-        return *store;
+        QObject::connect(store.get(), &Store::profileModified,
+                         [this](int id) { signalLog += "modified %1"_q.arg(id); });
+        QObject::connect(store.get(), &Store::newProfileActivated,
+                         [this](int id) { signalLog += "activated %1"_q.arg(id); });
     }
 
     /// The id of the first profile of this name, or -1.
-    DashboardProfileHeader::Id id(const QString &name) const
+    int id(const QString &name) const
     {
         for (const DashboardProfileHeader &header : store->profileHeaders()) {
             if (header.name == name)
@@ -94,47 +89,30 @@ public:
     {
         return store->performAction(id(name), action, parameter);
     }
-    QStringList names() const
+    void report(const QString &vehicle) const { store->activateRecentProfileForVehicle(vehicle); }
+
+    /// What happened after the start: "+1 saved recent=B document=B list modified 1". Only a new
+    /// file counts as saved.
+    QString effects() const
     {
-        QStringList result;
-        for (const DashboardProfileHeader &header : store->profileHeaders())
-            result += header.name;
-        return result;
-    }
-    QString activeName() const
-    {
-        const auto header = store->profileHeader(store->activeProfileId());
-        return header ? header->name : QString();
+        QStringList result{"+%1"_q.arg(store->revision() - 1)};
+        if (QFileInfo::exists(iniPath()))
+            result += "saved"_q;
+        if (recentName() != recentAtStart)
+            result += "recent="_q + recentName();
+        for (const QString &document : engine.documents.mid(1))
+            result += "document="_q + document.section(u'/', -2, -2);
+        return (result + signalLog).join(u' ');
     }
 
-    /// What the store has in memory.
-    Assignments assignments() const
+    /// The list with a star at the active profile, and the vehicles in memory: "A(V W) B* C(X)".
+    QString state() const { return stateOf(*store); }
+
+    /// The same as the next start would find it.
+    QString savedState()
     {
-        Assignments result;
-        for (const DashboardProfileHeader &header : store->profileHeaders()) {
-            const auto profile = store->profile(header.id);
-            if (profile && !profile->vehicles.isEmpty())
-                result[header.name] += profile->vehicles;
-        }
-        return result;
-    }
-    /// What its file says; a vehicle that is missing there is an empty text.
-    Assignments storedAssignments() const
-    {
-        Assignments result;
-        // Under a name of its own: QSettings takes a path with the same size and time to the
-        // millisecond for the file that it has read before.
-        const QTemporaryDir place(home.path("/copy-XXXXXX"));
-        QFile::copy(iniPath(), place.filePath("copy.ini"_q));
-        QSettings file(place.filePath("copy.ini"_q), QSettings::IniFormat);
-        const QStringList groups = file.childGroups();
-        for (const QString &group : groups) {
-            file.beginGroup(group);
-            for (int i = 0; i < file.value("VehicleCount"_q).toInt(); ++i)
-                result[group] += file.value("Vehicle.%1.Name"_q.arg(i)).toString();
-            file.endGroup();
-        }
-        return result;
+        FakeEngine other;
+        return stateOf(DashboardProfilesManager(&other, &provider, counter));
     }
     static QString recentName()
     {
@@ -144,10 +122,28 @@ public:
     {
         openSettingsGroup("Dashboard"_q)->setValue("RecentProfile"_q, name);
     }
-    /// Hidden entries of the user's root: none, but while a copy is under way.
+    /// Hidden files and folders of the store: none, but while a copy is under way.
     QStringList leftovers() const
     {
-        return QDir(userPath())
-            .entryList({".*"_q}, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        const auto kinds = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+        return QDir(userPath()).entryList({".*"_q}, kinds) +
+               QDir(home.data()).entryList({".*"_q}, kinds);
+    }
+
+private:
+    static constexpr std::array<const char *, 5> Files{"/Dash.qml", "/0.svg", "/dial.svg",
+                                                       "/sub/face.svg", "/preview.png"};
+
+    static QString stateOf(const DashboardProfilesManager &store)
+    {
+        QStringList result;
+        for (const DashboardProfileHeader &header : store.profileHeaders()) {
+            QStringList vehicles = store.profile(header.id)->vehicles.values();
+            vehicles.sort();
+            const bool isActive = header.id == store.activeProfileId();
+            result += header.name + (isActive ? "*"_q : ""_q) +
+                      (vehicles.isEmpty() ? ""_q : u'(' + vehicles.join(u' ') + u')');
+        }
+        return result.join(u' ');
     }
 };
