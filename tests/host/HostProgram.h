@@ -5,6 +5,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QImage>
 #ifdef Q_OS_WIN
 #include "support/UserHive.h"
 #endif
@@ -22,69 +23,55 @@ struct Run
 class HostProgram
 {
 public:
-#ifdef Q_OS_WIN
-    HostProgram()
-        : hive(path("Documents"))
-    {
-    }
-#endif
-
     /// A path in the user's home.
-    QString path(const char *tail) const
-    {
-        return home.filePath(QString::fromUtf8(tail));
-    }
+    QString path(const char *tail) const { return home.filePath(QString::fromUtf8(tail)); }
 
-    /// The folder of one of the user's dashboards.
-    QString dashboard(const QString &name) const
-    {
-        return path("Documents/Orvalentix/Halvorin/Dashboards/") + name;
-    }
-
-    void start(QProcess &process, const QStringList &arguments, const QStringList &unset = {}) const
+    /// The arguments are in one line, as in a shell, and in a list.
+    void start(QProcess &process, const char *line, const QStringList &more = {}) const
     {
         QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
         for (const char *name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"})
             variables.insert(QLatin1String(name), home.path());
         // Drivers keep memory to their end, and the leak check can't tell it from the program's.
         variables.insert("ASAN_OPTIONS"_q, "detect_leaks=0"_q);
-        for (const QString &name : unset)
-            variables.remove(name);
         process.setProcessEnvironment(variables);
-        process.start(QStringLiteral(GAUGE_HOST), arguments);
+        process.start(QStringLiteral(GAUGE_HOST),
+                      QProcess::splitCommand(QString::fromUtf8(line)) + more);
     }
 
     static Run finish(QProcess &process)
     {
         constexpr int LongestRunMs = 120'000;
-        if (process.state() != QProcess::NotRunning)
-            process.waitForFinished(LongestRunMs);
-        if (process.state() != QProcess::NotRunning || process.exitStatus() == QProcess::CrashExit)
+        if (process.state() != QProcess::NotRunning && !process.waitForFinished(LongestRunMs))
             return {};
         const auto text = [](QByteArray bytes) {
             return QString::fromUtf8(bytes.replace("\r\n", "\n"));
         };
-        return {process.exitCode(), text(process.readAllStandardOutput()),
-                text(process.readAllStandardError())};
+        return {process.exitStatus() == QProcess::CrashExit ? -1 : process.exitCode(),
+                text(process.readAllStandardOutput()), text(process.readAllStandardError())};
     }
 
-    Run run(const QStringList &arguments, const QStringList &unset = {}) const
+    Run run(const char *line, const QStringList &more = {}) const
     {
         QProcess process;
-        start(process, arguments, unset);
+        start(process, line, more);
         return finish(process);
     }
 
-    /// The same with the arguments in one line, which spaces separate.
-    Run run(const char *line) const
+    /// The frames that were written into `path("frames")`.
+    QList<QImage> frames() const
     {
-        return run(QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts));
+        QList<QImage> images;
+        const QDir folder(path("frames"));
+        for (const QString &name : folder.entryList({"*.png"_q}, QDir::Files, QDir::Name))
+            images += QImage(folder.filePath(name));
+        return images;
     }
 
 private:
     QTemporaryDir home;
 #ifdef Q_OS_WIN
-    SharedUserHive hive;
+    SharedUserHive hive{path("Documents")};
 #endif
 };
 

@@ -10,15 +10,6 @@ class RecordTest : public QObject
     Q_OBJECT
 
 private:
-    static constexpr quint16 Port = 9999; ///< A usual one.
-
-    const HostProgram host;
-
-    QStringList command(const QString &file, const QStringList &options = {}) const
-    {
-        return QStringList{"record"_q, file, "--listen"_q, ownAddress()} + options;
-    }
-
     static std::vector<Datagram> read(const QString &file)
     {
         QString error;
@@ -32,9 +23,9 @@ private:
 private Q_SLOTS:
     void whatComesInIsRecordedUntilTheEnd_data()
     {
-        QTest::addColumn<bool>("killed");
-        QTest::newRow("terminated") << false;
-        QTest::newRow("killed") << true;
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("terminated") << 0;
+        QTest::newRow("killed") << -1;
     }
 
     void whatComesInIsRecordedUntilTheEnd()
@@ -42,55 +33,47 @@ private Q_SLOTS:
 #ifdef Q_OS_WIN
         QSKIP("Ends the program by a signal.");
 #endif
-        QFETCH(bool, killed);
-        const QString file = host.path(QTest::currentDataTag());
+        QFETCH(int, exitCode);
+        const HostProgram host;
+        const QString file = host.path("drive.pcap");
         QProcess process;
-        host.start(process, command(file));
+        host.start(process, "record", {file, "--listen"_q, ownAddress()});
         QByteArray errors;
         QTRY_VERIFY2((errors += process.readAllStandardError()).contains("Ctrl+C"), errors);
         QUdpSocket game;
-        const auto send = [&game](const QByteArray &payload) {
-            game.writeDatagram(payload, QHostAddress(ownAddress()), Port);
-        };
+        constexpr quint16 Port = 9999; // A usual one.
         for (int i = 0; i < 10; ++i)
-            send(QByteArray(5 * i, char(i)));
+            game.writeDatagram(QByteArray(5 * i, char(i)), QHostAddress(ownAddress()), Port);
         QTRY_COMPARE(read(file).size(), std::size_t(10));
-        send("tail");
-        killed ? process.kill() : process.terminate();
+        exitCode == 0 ? process.terminate() : process.kill();
         const Run run = HostProgram::finish(process);
-        QCOMPARE(run.exitCode, killed ? -1 : 0);
-        const std::vector<Datagram> datagrams = read(file);
-        QVERIFY(datagrams.size() >= 10);
-        for (int i = 0; i < 10; ++i) {
-            const Datagram &datagram = datagrams[std::size_t(i)];
-            QCOMPARE(datagram.payload, QByteArray(5 * i, char(i)));
-            QCOMPARE(datagram.sender.address, QHostAddress(QHostAddress::LocalHost));
-            QCOMPARE(datagram.sender.port, game.localPort());
-            QCOMPARE(datagram.sender.toPort, Port);
-        }
-        if (!killed) {
-            const auto summary = QStringLiteral("datagrams %1, ").arg(datagrams.size());
-            QVERIFY2(run.output.startsWith(summary), qPrintable(run.output));
-        }
-        const Run again = host.run(command(file));
+        QCOMPARE(run.exitCode, exitCode);
+        QVERIFY2(exitCode != 0 || run.output.startsWith("datagrams 10, "_q),
+                 qPrintable(run.output));
+        const Run again = host.run("record", {file, "--listen"_q, ownAddress()});
         QCOMPARE(again.exitCode, 1);
         QVERIFY2(again.errors.contains("--force"_q), qPrintable(again.errors));
-        QCOMPARE(read(file).size(), datagrams.size());
+        const std::vector<Datagram> datagrams = read(file);
+        QCOMPARE(datagrams.size(), std::size_t(10));
+        const Datagram &last = datagrams.back();
+        QCOMPARE(last.payload, QByteArray(45, char(9)));
+        QCOMPARE(last.sender.address, QHostAddress(QHostAddress::LocalHost));
+        QCOMPARE(last.sender.port, game.localPort());
+        QCOMPARE(last.sender.toPort, Port);
     }
 
     void aRecordingOfNothingLeavesNoFile()
     {
-        const QString file = host.path("nothing.pcap");
-        const Run nothing = host.run(command(file, {"--duration"_q, "1"_q}));
+        const HostProgram host;
+        const QStringList command{host.path("drive.pcap"), "--listen"_q, ownAddress()};
+        const Run nothing = host.run("record --duration 1", command);
         QCOMPARE(nothing.exitCode, 1);
         QVERIFY2(nothing.errors.contains("Nothing came in"_q), qPrintable(nothing.errors));
-        QVERIFY(!QFileInfo::exists(file));
-
         writeFile(host.path("bad.json"), "{\"name\": 1}");
-        const Run bad = host.run(command(file, {"--feed"_q, host.path("bad.json")}));
+        const Run bad = host.run("record --feed", QStringList{host.path("bad.json")} + command);
         QCOMPARE(bad.exitCode, 1);
         QVERIFY2(bad.errors.contains("bad.json: 'name' must be"_q), qPrintable(bad.errors));
-        QVERIFY(!QFileInfo::exists(file));
+        QVERIFY(!QFileInfo::exists(host.path("drive.pcap")));
     }
 };
 

@@ -8,31 +8,21 @@ class OptionsTest : public QObject
     Q_OBJECT
 
 private:
-    static ParsedOptions parse(const QString &line)
+    static ParsedOptions parse(const char *line)
     {
         return parseOptions(QStringList{"gauge-host"_q} +
-                            line.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+                            QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts));
     }
 
     static Options read(const char *line)
     {
-        const ParsedOptions parsed = parse(QString::fromUtf8(line));
+        const ParsedOptions parsed = parse(line);
         if (parsed.outcome != ParsedOptions::Outcome::Run)
             qFatal("%s: %s", line, qUtf8Printable(parsed.text));
         return parsed.options;
     }
 
 private Q_SLOTS:
-    void whatIsNotSaidIsLeftOpen()
-    {
-        const Options options = read("");
-        QCOMPARE(options.mode, Options::Mode::Windows);
-        QVERIFY(options.windows.view.isEmpty() && options.session.dashboard.isEmpty());
-        QVERIFY(!options.session.useMph && options.session.telemetry.source.isEmpty());
-        QVERIFY(options.session.telemetry.listenAddress.isNull());
-        QVERIFY(options.session.hardwareAcceleration && !options.verbose);
-    }
-
     void everyOptionReachesItsField()
     {
         const Options frames = read("--frames out --count 50 --size 1440x816 --upside-down --mph "
@@ -41,57 +31,55 @@ private Q_SLOTS:
         QCOMPARE(frames.mode, Options::Mode::Frames);
         QCOMPARE(frames.frames.directory, "out"_q);
         QCOMPARE(frames.frames.count, 50);
-        QCOMPARE(frames.frames.size.value_or(QSize()), QSize(1440, 816));
+        QVERIFY(frames.frames.size == QSize(1440, 816) && frames.frames.upsideDown);
         QCOMPARE(frames.session.dashboard, "my.qml"_q);
         QCOMPARE(frames.session.telemetry.demoCars, 3);
         QCOMPARE(frames.session.telemetry.startAt, 12.5);
-        QVERIFY(frames.session.useMph == true && frames.frames.upsideDown);
-        QVERIFY(!frames.session.hardwareAcceleration && frames.verbose);
+        QVERIFY(frames.session.useMph == true && !frames.session.hardwareAcceleration);
+        QVERIFY(frames.verbose);
 
-        const Options play = read("--telemetry my.pcap --speed 2.5 --loop --kmh");
-        QCOMPARE(play.session.telemetry.source, "my.pcap"_q);
-        QCOMPARE(play.session.telemetry.startAt, 0.0);
-        QCOMPARE(play.session.telemetry.speed, 2.5);
-        QVERIFY(play.session.telemetry.loop && play.session.useMph == false);
+        const TelemetryRequest drive =
+            read("--telemetry a.pcap --speed 2.5 --loop").session.telemetry;
+        QCOMPARE(drive.source, "a.pcap"_q);
+        QVERIFY(drive.startAt == 0 && drive.speed == 2.5 && drive.loop);
 
-        const Options hear = read("--telemetry ego --listen :: --port 65535");
-        QCOMPARE(hear.session.telemetry.source, "ego"_q);
-        QCOMPARE(hear.session.telemetry.listenAddress, QHostAddress(QHostAddress::AnyIPv6));
-        QCOMPARE(hear.session.telemetry.port, quint16(65'535));
+        const TelemetryRequest games =
+            read("--telemetry ego --listen :: --port 65535").session.telemetry;
+        QCOMPARE(games.source, "ego"_q);
+        QCOMPARE(games.listenAddress, QHostAddress(QHostAddress::AnyIPv6));
+        QCOMPARE(games.port, quint16(65'535));
 
         const Options record = read("record my.pcap --force --duration 2.5 --feed a --feed b");
         QCOMPARE(record.mode, Options::Mode::Record);
         QCOMPARE(record.record.path, "my.pcap"_q);
-        QCOMPARE(record.record.seconds, 2.5);
+        QVERIFY(record.record.seconds == 2.5 && record.record.overwrite);
         QCOMPARE(record.session.telemetry.feedFiles, (QStringList{"a"_q, "b"_q}));
-        QVERIFY(record.record.overwrite);
 
         QCOMPARE(read("preview Mine --output a.png").preview.output, "a.png"_q);
         QCOMPARE(read("lint Mine").lint.dashboard, "Mine"_q);
         QVERIFY(read("profiles list --json").profile.json);
-        const Options copy = read("profiles copy Mine Other");
-        QCOMPARE(copy.mode, Options::Mode::Profile);
-        QCOMPARE(copy.profile.verb, ProfileCommand::Verb::Copy);
-        QCOMPARE(copy.profile.operands, (QStringList{"Mine"_q, "Other"_q}));
+        QCOMPARE(read("profiles copy Mine Other").profile.operands,
+                 (QStringList{"Mine"_q, "Other"_q}));
     }
 
-    void someOptionsImplyOthers()
+    void whatIsNotSaidIsImpliedOrLeftOpen()
     {
-        for (const char *line : {"--window", "--view DashboardWindow", "--dashboard my.qml",
-                                 "--window --dashboard my.qml --size 480x272"})
+        const Options options = read("");
+        QCOMPARE(options.mode, Options::Mode::Windows);
+        QVERIFY(options.windows.view.isEmpty() && options.session.telemetry.source.isEmpty());
+        QVERIFY(!options.session.useMph && options.session.hardwareAcceleration);
+        for (const char *line : {"--window --size 480x272", "--dashboard my.qml"})
             QCOMPARE(read(line).windows.view, "DashboardWindow"_q);
         QCOMPARE(read("--view DashboardEditor --path my.qml").windows.path, "my.qml"_q);
         for (const char *line : {"--port 4444", "--listen 0.0.0.0", "--feed a.json", "record a"})
             QCOMPARE(read(line).session.telemetry.source, "auto"_q);
     }
 
-    void helpAndVersionArePrinted()
+    void helpListsCommandsAndFeeds()
     {
-        const ParsedOptions help = parse("--help"_q);
-        QCOMPARE(help.outcome, ParsedOptions::Outcome::Print);
-        for (const char *word : {"--upside-down", "data-out", "profiles copy NAME|ID NEW"})
-            QVERIFY2(help.text.contains(QLatin1String(word)), word);
-        QVERIFY(parse("--version"_q).text.startsWith("gauge-host "_q));
+        const QString help = parse("--help").text;
+        for (const char *text : {"--upside-down", "data-out", "profiles copy NAME|ID NEW"})
+            QVERIFY2(help.contains(QLatin1String(text)), qPrintable(help));
     }
 
     void wrongArgumentsAreOneClearLine_data()
@@ -105,48 +93,36 @@ private Q_SLOTS:
         row("--frames=", "directory");
         row("--frames out --window", "--window");
         row("--view Cockpit", "'Cockpit'");
-        row("--view DashboardWindow --path my.qml", "--path");
         row("--view DashboardEditor --dashboard my.qml", "--path");
-        row("--view DashboardEditor --window", "--window");
         row("--mph --kmh", "--kmh");
-        row("--size 480x272", "--window");
         row("--upside-down", "--frames");
         row("--frames out --count 0", "'0'");
-        row("--frames out --count 1000001", "'1000001'");
+        row("--frames out --count 1000001", "1000000");
         row("--frames out --count 5.5", "'5.5'");
         row("--size 480", "'480'");
         row("--size 1x1", "'1x1'");
-        row("--size 16385x272", "'16385x272'");
+        row("--size 16385x272", "16384x16384");
         row("--telemetry crystalball", "data-out");
         row("--telemetry demo --listen 0.0.0.0", "--telemetry");
-        row("--port 65536", "'65536'");
-        row("--listen somewhere", "'somewhere'");
-        row("--demo-cars 4", "'4'");
-        row("--json", "profiles list");
-        row("profiles vehicles --json", "profiles list");
-        row("profiles explode", "activate");
-        row("profiles list stray", "profiles list");
-        row("profiles copy Mine", "NEW");
-        row("profiles list --listen ::", "--listen");
-        row("lint Road --output x.png", "'preview'");
-        row("preview Road --output=", "a file");
-        row("preview Road --size 3x3", "--size");
-        row("--start-at -1", "'-1'");
-        row("--start-at inf", "'inf'");
-        row("--loop --telemetry auto", "FILE");
-        row("--telemetry a.pcap --speed 0.09", "'0.09'");
-        row("--telemetry a.pcap --speed nan", "'nan'");
         row("--telemetry a.pcap --port 4444", "--port");
         row("--telemetry demo --feed a.json", "demo");
+        row("--listen somewhere", "'somewhere'");
+        row("profiles explode", "activate");
+        row("profiles list stray", "profiles list");
+        row("profiles list --listen ::", "--listen");
+        row("preview Road --size 3x3", "--size");
+        row("lint Road --output x.png", "'preview'");
         row("record a --telemetry b.pcap", "b.pcap");
-        row("record a --duration 0", "1000000");
-        row("--force", "record");
+        row("--start-at -1", "'-1'");
+        row("--start-at inf", "'inf'");
+        row("--telemetry a.pcap --speed 0.09", "'0.09'");
+        row("--telemetry a.pcap --speed nan", "'nan'");
     }
 
     void wrongArgumentsAreOneClearLine()
     {
         QFETCH(QString, mention);
-        const ParsedOptions parsed = parse(QString::fromUtf8(QTest::currentDataTag()));
+        const ParsedOptions parsed = parse(QTest::currentDataTag());
         QCOMPARE(parsed.outcome, ParsedOptions::Outcome::Fail);
         QVERIFY2(parsed.text.contains(mention), qPrintable(parsed.text));
         QVERIFY(!parsed.text.contains(QLatin1Char('\n')));
