@@ -18,6 +18,7 @@ public:
 
     QStringList calls;     ///< "add", "remove", "waiting SCALE", "renderer", in order.
     QStringList documents; ///< Which it was told to show, in order.
+    std::vector<std::pair<std::uint32_t, bool>> updates; ///< Rpm and pause, in order.
     std::set<IDashboardConsumer *> consumers;
     IDashboardConsumer *last = nullptr; ///< Who was added last, registered or not.
 
@@ -25,9 +26,10 @@ public:
 
     QStringList takeCalls() { return std::exchange(calls, {}); }
 
-    void updateTelemetry(const VehicleTelemetry &, const DisplayLimits &, const ExtendedTelemetry &,
-                         bool) override
+    void updateTelemetry(const VehicleTelemetry &vehicle, const DisplayLimits &,
+                         const ExtendedTelemetry &, bool paused) override
     {
+        updates.emplace_back(vehicle.rpm, paused);
     }
     void setDashboardFile(const QString &path) override { documents += path; }
     void shutdown() override {}

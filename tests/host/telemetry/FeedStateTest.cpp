@@ -1,9 +1,4 @@
-#include "RealDrive.h"
-#include "RecordFields.h"
-#include "Senders.h"
-
-#include "telemetry/feeds/DataOutFeed.h"
-#include "telemetry/feeds/EgoFeed.h"
+#include "FeedRig.h"
 #include "telemetry/feeds/FormerVehicleNames.h"
 #include "telemetry/feeds/OutGaugeFeed.h"
 #include "telemetry/feeds/RevLimitStore.h"
@@ -14,172 +9,153 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-/// An OutGauge datagram of a car at full throttle.
-Packet revving(const QByteArray &car, float rpm, int gear, bool shiftLight)
-{
-    return Senders::outGauge(car)
-        .put<quint8>(10, quint8(gear + 1))
-        .reals(16, rpm)
-        .put<quint32>(44, shiftLight ? 1 : 0)
-        .reals(48, 1.0);
-}
-
 class FeedStateTest : public QObject
 {
     Q_OBJECT
 
 private:
-    QTemporaryDir folder;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("cars.ini"));
     RevLimitStore::TimePoint now{1h};
+    std::unique_ptr<OutGaugeFeed> outGauge;
 
-    QString path() const { return folder.filePath(QStringLiteral("cars.ini")); }
-    OutGaugeFeed outGauge()
+    std::unique_ptr<RevLimitStore> openStore()
     {
-        return OutGaugeFeed(std::make_unique<RevLimitStore>(path(), [this] { return now; }));
+        return std::make_unique<RevLimitStore>(path, [this] { return now; });
+    }
+    VehicleTelemetry send(Feed &feed, const QByteArray &datagram)
+    {
+        return feed.decode(datagram, now += 20ms)->sample.vehicle;
+    }
+    std::uint64_t maskOf(Feed &feed, const QByteArray &datagram)
+    {
+        return send(feed, datagram).availabilityMask;
     }
 
-    TelemetrySample send(Feed &feed, const QByteArray &datagram)
+    /// Drives a car at full throttle, and gives the limit that is known then.
+    uint rev(const char *car, float rpm, int gear, bool shiftLight = false, float speed = 50)
     {
-        return feed.decode(datagram, now += 20ms)->sample;
+        Packet packet = Senders::outGauge(car);
+        packet.put<quint8>(10, quint8(gear + 1)).reals(12, speed, rpm);
+        packet.put<quint32>(44, shiftLight ? 1 : 0).reals(48, gear > 0 ? 1 : 0);
+        return send(*outGauge, packet).maxRpm;
     }
-    QString nameIn(Feed &&feed, const QByteArray &datagram)
-    {
-        return feed.decode(datagram, now)->vehicle;
-    }
-
     /// The shift light comes on at 7000, and the engine goes on to 7500.
-    TelemetrySample driveToTheLight(Feed &feed, const QByteArray &car)
+    uint revToTheLight(const char *car)
     {
-        for (int rpm = 3000; rpm <= 7500; rpm += 250)
-            send(feed, revving(car, float(rpm), 2, rpm >= 7000));
-        for (int i = 0; i < 3; ++i)
-            send(feed, revving(car, 7500, 2, true));
-        return send(feed, revving(car, 5000, 3, false));
+        for (const float rpm : {3000.0F, 6750.0F, 7000.0F, 7500.0F, 7500.0F, 7500.0F})
+            rev(car, rpm, 2, rpm >= 7000);
+        return rev(car, 5000, 3);
+    }
+    uint upshift(const char *car, std::chrono::milliseconds pause, float rpm, float speed)
+    {
+        for (int gear = 1; gear < 5; ++gear) {
+            for (int i = 0; i < 3; ++i)
+                rev(car, 2400, gear, false, speed);
+            rev(car, 2400, 0, false, speed);
+            now += pause;
+            rev(car, rpm, gear + 1, false, speed);
+        }
+        return rev(car, rpm, 5, false, speed);
     }
 
 private Q_SLOTS:
-    void init() { QFile::remove(path()); }
+    void init()
+    {
+        outGauge.reset();
+        QFile::remove(path);
+        outGauge = std::make_unique<OutGaugeFeed>(openStore());
+    }
 
     void vehiclesHaveLastingNames()
     {
-        const auto outGaugeName = [&](const QByteArray &car) {
-            return nameIn(outGauge(), Senders::outGauge(car));
-        };
-        QCOMPARE(outGaugeName("XFG"), QStringLiteral("OutGauge XFG"));
-        QCOMPARE(outGaugeName("beam"), QStringLiteral("OutGauge beam"));
-        QCOMPARE(outGaugeName("\x12\x34\x56"), QStringLiteral("OutGauge 563412"));
-        QCOMPARE(outGaugeName(QByteArray("\0\x12\0", 3)), QStringLiteral("OutGauge 001200"));
-        QCOMPARE(outGaugeName(""), QString());
-        QCOMPARE(nameIn(DataOutFeed(), Senders::dataOut()), QStringLiteral("Data Out car 1234"));
-        QCOMPARE(nameIn(DataOutFeed(), Senders::dataOut(311, 0)), QString());
-        QCOMPARE(nameIn(EgoFeed(), Senders::ego()), QStringLiteral("EGO car 8000-1450-5"));
-        QCOMPARE(nameIn(EgoFeed(), Senders::ego(38)), QString());
+        EgoFeed ego;
+        DataOutFeed dataOut;
+        for (const auto &[feed, datagram, name] :
+             {std::tuple<Feed *, QByteArray, const char *>{outGauge.get(), Senders::outGauge("XFG"),
+                                                           "OutGauge XFG"},
+              {outGauge.get(), Senders::outGauge("\x12\x34\x56"), "OutGauge 563412"},
+              {outGauge.get(), Senders::outGauge(QByteArray("\0\x12\0", 3)), "OutGauge 001200"},
+              {outGauge.get(), Senders::outGauge(""), ""},
+              {&dataOut, Senders::dataOut(), "Data Out car 1234"},
+              {&dataOut, Senders::dataOut(311, 0), ""},
+              {&ego, Senders::ego(), "EGO car 8000-1450-5"},
+              {&ego, Senders::ego(38), ""}})
+            QCOMPARE(feed->decode(datagram, now)->vehicle, QLatin1String(name));
         QCOMPARE(formerVehicleNames(QStringLiteral("OutGauge 563412")),
                  QStringList{QStringLiteral("OutGauge 123456")});
     }
 
     void limitsAreLearntFromTheShiftLight()
     {
-        OutGaugeFeed feed = outGauge();
-        QCOMPARE(uint(send(feed, revving("XFG", 900, 0, false)).vehicle.maxRpm), 0U);
-        const TelemetrySample sample = driveToTheLight(feed, "XFG");
-        QCOMPARE(uint(sample.vehicle.maxRpm), 7500U);
-        QCOMPARE(+sample.limits.rpmBlinkingThresholdPercent, 93);
-        QVERIFY(sample.limits.rpmYellowThresholdPercent < sample.limits.rpmRedThresholdPercent);
-        // Another car is another engine.
-        QCOMPARE(uint(send(feed, revving("FZ5", 5000, 3, false)).vehicle.maxRpm), 0U);
-        QCOMPARE(uint(send(feed, revving("XFG", 5000, 3, false)).vehicle.maxRpm), 7500U);
+        // Lights are tested at a standstill.
+        QCOMPARE(rev("XFG", 0, 0), 0U);
+        QCOMPARE(rev("XFG", 0, 0, true), 0U);
+        QCOMPARE(revToTheLight("XFG"), 7500U);
+        const DisplayLimits limits = outGauge->decode(Senders::outGauge(), now)->sample.limits;
+        QCOMPARE(+limits.rpmBlinkingThresholdPercent, 93);
+        QVERIFY(limits.rpmYellowThresholdPercent < limits.rpmRedThresholdPercent);
+        // Two wild numbers are none.
+        rev("XFG", 29'000, 3);
+        rev("XFG", 29'000, 3);
+        QCOMPARE(rev("XFG", 6000, 3), 7500U);
+        QCOMPARE(rev("FZ5", 5000, 3), 0U);
+        QCOMPARE(rev("XFG", 5000, 3), 7500U);
     }
 
-    void limitsAreLearntFromADriverWhoLiftsAndUsesTheClutch()
+    void limitsAreLearntOnlyFromUpshiftsAtFullThrottle()
+    {
+        QCOMPARE(upshift("UP1", 400ms, 1900, 20), 2400U);
+        QCOMPARE(upshift("UP2", 3s, 1900, 20), 0U);
+        QCOMPARE(upshift("UP3", 400ms, 2400, 20), 0U);
+        QCOMPARE(upshift("UP4", 400ms, 1900, 0), 0U);
+    }
+
+    void aRealDriverWhoLiftsAndUsesTheClutchTeachesTheLimit()
     {
         EgoFeed feed;
         int count = 0;
-        for (const Datagram &datagram : realDrive(QStringLiteral("ego-dirt-rally-2.pcap"))) {
-            // As with extradata 1, which doesn't tell it.
-            const auto sample =
-                feed.decode(datagram.payload.left(152), now + datagram.time)->sample;
-            // After two upshifts and four downshifts, and after the third upshift. It turns to
-            // 8000.
-            if (++count == 310)
-                QCOMPARE(uint(sample.vehicle.maxRpm), 0U);
-            if (count == 350)
-                QVERIFY(sample.vehicle.maxRpm > 7600 && sample.vehicle.maxRpm < 8100);
+        const std::vector<Datagram> stage = realDrive("ego-dirt-rally-2.pcap");
+        for (const auto &[time, sender, payload] : stage) {
+            // Shortened to extradata 1, which doesn't tell that the engine turns to 8000.
+            const auto maximum = feed.decode(payload.left(152), now + time)->sample.vehicle.maxRpm;
+            ++count;
+            if (count == 310) // After two upshifts and four downshifts,
+                QCOMPARE(maximum | 0, 0U);
+            if (count == 350) // and after the third upshift.
+                QVERIFY(maximum > 7600 && maximum < 8100);
         }
-    }
-
-    void limitsAreLearntOnlyFromUpshifts()
-    {
-        OutGaugeFeed feed = outGauge();
-        const auto drive = [&](const QByteArray &car, std::chrono::milliseconds pause, float rpm,
-                               float speed) {
-            TelemetrySample sample;
-            for (int gear = 1; gear < 5; ++gear) {
-                for (int i = 0; i < 3; ++i)
-                    sample = send(feed, revving(car, 2400, gear, false).reals(12, speed));
-                send(feed, revving(car, 2400, 0, false).reals(48, 0));
-                now += pause;
-                send(feed, revving(car, rpm, gear + 1, false).reals(12, speed));
-            }
-            return uint(sample.vehicle.maxRpm);
-        };
-        QCOMPARE(drive("UP1", 400ms, 1900, 20), 2400U);
-        QCOMPARE(drive("UP2", 3s, 1900, 20), 0U);
-        QCOMPARE(drive("UP3", 400ms, 2400, 20), 0U);
-        QCOMPARE(drive("UP4", 400ms, 1900, 0), 0U);
-    }
-
-    void neitherAWildNumberNorATestOfTheLightsIsLearnt()
-    {
-        OutGaugeFeed feed = outGauge();
-        send(feed, revving("XFG", 0, 0, false));
-        QCOMPARE(uint(send(feed, revving("XFG", 0, 0, true)).vehicle.maxRpm), 0U);
-        send(feed, revving("XFG", 900, 0, false));
-        QCOMPARE(uint(driveToTheLight(feed, "XFG").vehicle.maxRpm), 7500U);
-        send(feed, revving("XFG", 29'000, 3, false));
-        send(feed, revving("XFG", 29'000, 3, false));
-        QCOMPARE(uint(send(feed, revving("XFG", 6000, 3, false)).vehicle.maxRpm), 7500U);
+        // Another stage may be driven in another car.
+        QCOMPARE(send(feed, stage[0].payload.left(152)).maxRpm | 0, 0U);
     }
 
     void limitsLastFromSessionToSession()
     {
-        {
-            OutGaugeFeed feed = outGauge();
-            driveToTheLight(feed, "XFG");
-            // One name for all cars is worth nothing in the next session.
-            driveToTheLight(feed, "beam");
-            QVERIFY2(!QFile::exists(path()), "written with each datagram");
-            now += RevLimitStore::WritingPause;
-            driveToTheLight(feed, "FZ5");
-            QVERIFY(QFile::exists(path()));
-        }
-        OutGaugeFeed feed = outGauge();
-        QCOMPARE(uint(send(feed, revving("XFG", 900, 0, false)).vehicle.maxRpm), 7500U);
-        QCOMPARE(uint(send(feed, revving("FZ5", 900, 0, false)).vehicle.maxRpm), 7500U);
-        QCOMPARE(uint(send(feed, revving("beam", 900, 0, false)).vehicle.maxRpm), 0U);
+        revToTheLight("XFG");
+        revToTheLight("beam"); // Which BeamNG.drive calls each of its cars.
+        QVERIFY2(!QFile::exists(path), "written with each datagram");
+        now += RevLimitStore::WritingPause;
+        revToTheLight("FZ5");
+        QVERIFY(QFile::exists(path));
+        rev("XFG", 8000, 2, true); // Not written before the end.
+        outGauge.reset();
+        outGauge = std::make_unique<OutGaugeFeed>(openStore());
+        QVERIFY(rev("XFG", 900, 0) == 8000 && rev("FZ5", 900, 0) == 7500);
+        QCOMPARE(rev("beam", 900, 0), 0U);
     }
 
-    void aSpoiltFileCostsOnlyTheLearning()
+    void aSpoiltFileAndManyCarsCostOnlyTheLearning()
     {
-        QFile file(path());
+        QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("[RevLimits]\nXFG\\highest=4000000000\nXFG\\shiftLight=-7\nXFG\\fullShifts=x\n"
-                   "\xff\xfe\x00garbage");
+        file.write("[RevLimits]\nXFG\\highest=4000000000\nXFG\\shiftLight=-7\n\xff\xfe\x00garbage");
         file.close();
-        OutGaugeFeed feed = outGauge();
-        QCOMPARE(uint(send(feed, revving("XFG", 900, 0, false)).vehicle.maxRpm), 0U);
-        QCOMPARE(uint(driveToTheLight(feed, "XFG").vehicle.maxRpm), 7500U);
-    }
-
-    void aMillionCarsDontFillTheFile()
-    {
-        RevLimitStore store(path(), [this] { return now; });
-        for (int car = 0; car < 2 * RevLimitStore::MostCars; ++car)
-            store.keep(QString::number(car), {7000, 6500, 0});
-        QCOMPARE(store.limitsOf(QStringLiteral("1")).highest, 7000U);
-        QCOMPARE(store.limitsOf(QString::number(RevLimitStore::MostCars)).highest, 0U);
+        const auto store = openStore();
+        QCOMPARE(store->limitsOf(QStringLiteral("XFG")).highest, 0U);
+        for (int car = 0; car <= RevLimitStore::MostCars; ++car)
+            store->keep(QString::number(car), {7000, 6500, 0});
+        QCOMPARE(store->limitsOf(QStringLiteral("1")).highest, 7000U);
+        QCOMPARE(store->limitsOf(QString::number(RevLimitStore::MostCars)).highest, 0U);
     }
 
     void aFieldThatNeverMovesIsUnavailable()
@@ -187,90 +163,41 @@ private Q_SLOTS:
         EgoFeed feed;
         const Packet parked =
             Packet(264).reals(28, 10).reals(184, 80).reals(252, 837.758, 151.8437, 5);
-        QCOMPARE(send(feed, parked).vehicle.availabilityMask | 0, 0ULL);
-        const auto moving = send(feed, Senders::ego()).vehicle.availabilityMask | 0;
-        QVERIFY((moving & Available::Pedals) != 0);
-        QVERIFY((moving & Available::TyrePressure) != 0);
-        // Once it has moved, a 0 is a value.
-        QCOMPARE(send(feed, parked).vehicle.availabilityMask | 0, moving);
-        // Another car, and another game, begin anew.
-        const Packet other = Packet(264).reals(28, 10).reals(184, 80).reals(252, 700, 90, 5);
-        QCOMPARE(send(feed, other).vehicle.availabilityMask | 0, 0ULL);
-        send(feed, Senders::ego());
+        QCOMPARE(maskOf(feed, parked), 0ULL);
+        const std::uint64_t moving = maskOf(feed, Senders::ego());
+        QVERIFY((moving & Available::Pedals) != 0 && (moving & Available::TyrePressure) != 0);
+        QCOMPARE(maskOf(feed, parked), moving);
+        QCOMPARE(maskOf(feed, Packet(parked).reals(252, 700, 90)), 0ULL); // Another car.
+        maskOf(feed, Senders::ego());
         feed.restart();
-        QCOMPARE(send(feed, parked).vehicle.availabilityMask | 0, 0ULL);
+        QCOMPARE(maskOf(feed, parked), 0ULL);
+
+        const Packet dry = Senders::outGauge().reals(28, 0);
+        const std::uint64_t withoutFuel = maskOf(*outGauge, dry);
+        QCOMPARE(maskOf(*outGauge, Senders::outGauge()), withoutFuel | Available::FuelLevel);
+        QCOMPARE(maskOf(*outGauge, dry), withoutFuel | Available::FuelLevel);
     }
 
-    void whatShortEgoDatagramsDontTellIsLearntAnewInEachStage()
-    {
-        EgoFeed feed;
-        float clock = 0;
-        const auto drive = [&](float rpm, float gear) {
-            const Packet packet = Senders::ego(38).reals(0, clock += 0.01F).reals(116, 1.0);
-            return uint(send(feed, Packet(packet).reals(132, gear).reals(148, rpm * 0.10472F))
-                            .vehicle.maxRpm);
-        };
-        const auto shiftUpTo = [&drive](float gear, float rpm) {
-            for (int i = 0; i < 3; ++i)
-                drive(rpm, gear - 1);
-            return drive(rpm / 2, gear);
-        };
-        shiftUpTo(2, 7000);
-        QCOMPARE(shiftUpTo(3, 7200), 0U);
-        QCOMPARE(shiftUpTo(4, 7100), 7200U);
-        QCOMPARE(drive(900, 1), 7200U);
-        clock = 0;
-        QCOMPARE(drive(900, 1), 0U);
-        shiftUpTo(2, 5000);
-        shiftUpTo(3, 5000);
-        QCOMPARE(shiftUpTo(4, 5000), 5000U);
-        QCOMPARE(uint(send(feed, Senders::ego()).vehicle.maxRpm), 8000U);
-    }
-
-    void fuelThatOutGaugeNeverTellsIsUnavailable()
-    {
-        OutGaugeFeed feed = outGauge();
-        const auto hasFuel = [&](const Packet &packet) {
-            return (send(feed, packet).vehicle.availabilityMask & Available::FuelLevel) != 0;
-        };
-        QVERIFY(!hasFuel(Senders::outGauge().reals(28, 0)));
-        QVERIFY(hasFuel(Senders::outGauge()));
-        // A tank may run dry.
-        QVERIFY(hasFuel(Senders::outGauge().reals(28, 0)));
-        QVERIFY(!hasFuel(Senders::outGauge("FBM").reals(28, 0)));
-    }
-
-    void roamingFreelyHasNoLaps()
-    {
-        DataOutFeed feed;
-        Packet roaming = Senders::dataOut(324);
-        roaming.reals(244 + 52, 0, 0, 0, 0).put<quint16>(244 + 68, 0).put<quint8>(244 + 70, 0);
-        const auto mask = send(feed, roaming).vehicle.availabilityMask | 0;
-        QCOMPARE(mask & (Available::CompletedLaps | Available::Position | Available::CurrentTime |
-                         Available::LastTime | Available::BestTime),
-                 0ULL);
-        QVERIFY((mask & Available::Pedals) != 0);
-        const auto racing =
-            send(feed, roaming.put<quint8>(244 + 70, 3)).vehicle.availabilityMask | 0;
-        QVERIFY((racing & Available::CompletedLaps) != 0);
-    }
-
-    void menusPauseWhatWasShown()
+    void menusPauseWhatWasShownAndRoamingFreelyHasNoLaps()
     {
         DataOutFeed feed;
         const QByteArray menu = Packet(311);
-        QVERIFY(send(feed, menu).paused);
-        QCOMPARE(send(feed, menu).vehicle.availabilityMask | 0, 0ULL);
-        QVERIFY(!send(feed, Senders::dataOut()).paused);
+        QCOMPARE(maskOf(feed, menu), 0ULL);
+        send(feed, Senders::dataOut());
         const auto paused = feed.decode(menu, now);
         QVERIFY(paused->sample.paused);
         QCOMPARE(+paused->sample.vehicle.fuelLevelPercent, 45);
         QCOMPARE(paused->vehicle, QStringLiteral("Data Out car 1234"));
-        QVERIFY(!send(feed, Senders::dataOut()).paused);
+
+        Packet roaming = Senders::dataOut(324, 99);
+        roaming.reals(244 + 52, 0, 0, 0, 0).put<quint16>(244 + 68, 0).put<quint8>(244 + 70, 0);
+        const std::uint64_t mask = maskOf(feed, roaming);
+        constexpr auto Race = Available::CompletedLaps | Available::Position;
+        constexpr auto Times = Available::CurrentTime | Available::LastTime | Available::BestTime;
+        QCOMPARE(mask & (Race | Times), 0ULL);
+        QCOMPARE(maskOf(feed, roaming.put<quint8>(244 + 70, 3)), mask | Race);
     }
 };
-
-} // namespace
 
 QTEST_GUILESS_MAIN(FeedStateTest)
 #include "FeedStateTest.moc"

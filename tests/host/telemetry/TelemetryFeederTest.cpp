@@ -1,61 +1,27 @@
 #include "telemetry/TelemetryFeeder.h"
-
-#include "IDashboardEngine.h"
-#include "IDashboardRenderer.h"
+#include "support/FakeEngine.h"
 #include "telemetry/TelemetryMonitor.h"
 #include "telemetry/VehicleNames.h"
 
-#include <QtGui/QImage>
 #include <QtTest/QtTest>
+
+using namespace std::chrono_literals;
+using State = TelemetryMonitor::State;
 
 namespace {
 
-/// Notes the updates.
-class Engine final : public IDashboardEngine
-{
-public:
-    struct Update
-    {
-        std::uint32_t rpm;
-        bool paused;
-        bool operator==(const Update &other) const
-        {
-            return rpm == other.rpm && paused == other.paused;
-        }
-    };
-    std::vector<Update> updates;
+const TelemetryMonitor::TimePoint Start{1h};
 
-    void updateTelemetry(const VehicleTelemetry &vehicle, const DisplayLimits & /*limits*/,
-                         const ExtendedTelemetry & /*extended*/, bool paused) override
-    {
-        updates.push_back({vehicle.rpm, paused});
-    }
-    void setDashboardFile(const QString & /*path*/) override {}
-    void shutdown() override {}
-    std::unique_ptr<IDashboardRenderer> createRenderer() override { return {}; }
-    void addConsumer(IDashboardConsumer * /*consumer*/) override {}
-    void removeConsumer(IDashboardConsumer * /*consumer*/) override {}
-    bool hasConsumers() override { return true; }
-    std::unique_ptr<QImage> createWaitingImage(int /*scale*/) override { return {}; }
-    void setMotionProfileName(const QString & /*name*/) override {}
-    void setTuneInfo(const QString & /*group*/, const QString & /*name*/,
-                     const TuneValue & /*value*/) override
-    {
-    }
-};
-
-/// Hands its sink to the test.
-class Source final : public TelemetrySource
+/// Gives its sink to the test.
+struct FakeSource final : public TelemetrySource
 {
-public:
-    explicit Source(TelemetrySink *&sink)
+    TelemetrySink *&sink;
+
+    explicit FakeSource(TelemetrySink *&sink)
         : sink(sink)
     {
     }
     void start(TelemetrySink &taker) override { sink = &taker; }
-
-private:
-    TelemetrySink *&sink;
 };
 
 } // namespace
@@ -67,24 +33,50 @@ class TelemetryFeederTest : public QObject
 private Q_SLOTS:
     void silenceRepeatsTheLastTelemetryAsPaused()
     {
-        Engine engine;
+        FakeEngine engine;
         VehicleNames vehicles;
+        const QSignalSpy changes(&vehicles, &VehicleNames::vehicleChanged);
         TelemetryMonitor monitor;
         TelemetrySink *sink = nullptr;
-        const TelemetryFeeder feeder(std::make_unique<Source>(sink), engine, vehicles, monitor);
+        const TelemetryFeeder feeder(std::make_unique<FakeSource>(sink), engine, vehicles, monitor);
         TelemetrySample sample;
         sample.vehicle.rpm = 5000;
         sink->update(sample, QStringLiteral("Kart"));
         sink->fallSilent();
         sample.paused = true;
-        sample.vehicle.rpm = 900;
         sink->update(sample, QStringLiteral("Kart"));
         QVERIFY((engine.updates ==
-                 std::vector<Engine::Update>{{5000, false}, {5000, true}, {900, true}}));
+                 decltype(engine.updates){{5000, false}, {5000, true}, {5000, true}}));
         QCOMPARE(feeder.updatesSent(), 3);
+        QCOMPARE(changes.size(), 1);
         QCOMPARE(vehicles.recentVehicleName(), QStringLiteral("Kart"));
-        const auto now = std::chrono::steady_clock::now();
-        QCOMPARE(monitor.reading(now).state, TelemetryMonitor::State::Paused);
+        QCOMPARE(monitor.reading(std::chrono::steady_clock::now()).state, State::Paused);
+    }
+
+    void silencePausesAndThenLoses()
+    {
+        TelemetryMonitor monitor;
+        QCOMPARE(monitor.reading(Start).state, State::Waiting);
+        monitor.update(false, Start);
+        for (const auto &[silence, state] : {std::pair{499ms, State::Live},
+                                             {500ms, State::Paused},
+                                             {4999ms, State::Paused},
+                                             {5000ms, State::Lost}})
+            QCOMPARE(monitor.reading(Start + silence).state, state);
+    }
+
+    void rateIsTheLastTwoSeconds()
+    {
+        TelemetryMonitor monitor;
+        auto moment = 0ms;
+        for (; moment < 1000ms; moment += 20ms)
+            monitor.update(false, Start + moment);
+        QCOMPARE(monitor.reading(Start + 1000ms).rate, 50.0);
+        for (; moment < 60'100ms; moment += 10ms)
+            monitor.update(false, Start + moment);
+        // The quarter of a second that still runs doesn't count.
+        QCOMPARE(monitor.reading(Start + 60'100ms).rate, 100.0);
+        QCOMPARE(monitor.reading(Start + 60'250ms).rate, (7 * 25 + 10) / 2.0);
     }
 };
 
