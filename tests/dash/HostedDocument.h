@@ -1,49 +1,52 @@
 #pragma once
 
-#include <QtCore/QStringList>
+#include "plugin/IViewModel.h"
+
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 
 #include <memory>
 
-class IViewModel;
-
-/// A view's document in a window that isn't shown, among doubles of everything that the host
-/// offers to it.
+/// A view's document among the host's QML, in a window that isn't shown; a double stands for what
+/// the host does with a window. `model` must live as long.
 class HostedDocument
 {
 public:
-    /// On a double of the view model and of its images.
-    HostedDocument(const QString &document, const QString &imageProvider, double scale);
-    /// On `model`, as a host sets it up. It must live as long as the document.
-    HostedDocument(const QString &document, IViewModel &model);
-    ~HostedDocument();
+    HostedDocument(const QString &document, IViewModel &model)
+    {
+        engine.addImportPath(QStringLiteral("qrc:/qml/modules"));
+        qmlRegisterType<QObject>("ClassicUIBridge", 1, 0, "ClassicUIBridge"); // Nobody uses it.
+        set("qt_scale", 1.0);
+        set("ux", create(QStringLiteral("qrc:/qml/Theme.qml")));
+        host = create(QStringLiteral("qrc:/HostDouble.qml"));
+        set("qt_window", host);
+        set("cpp_viewModel", model.asQObject());
+        model.initContext(engine.rootContext());
+        model.setWindow(&window);
+        root.reset(qobject_cast<QQuickItem *>(create(document)));
+        root->setParentItem(window.contentItem());
+    }
 
-    /// What the document has called since the last question, a line each.
-    QStringList takeCalls() const;
-
-    QObject *viewModel() const { return part("viewModel"); }
-    QObject *hostWindow() const { return part("window"); }
-
-    /// The one item below `item` whose property has this text; null if there is none.
-    static QQuickItem *withText(const QQuickItem *item, const QString &text,
-                                const char *property = "text");
-
-    /// Every text that the document shows, tool tips too, from back to front.
-    QStringList texts() const { return texts(root.get()); }
-
-    QStringList warnings;
-    QStringList imageRequests; ///< The id and the requested width, with a blank between.
     QQmlEngine engine;
-    std::unique_ptr<QObject> host;
+    QObject *host = nullptr; ///< The engine's, for what is bound to it ends before.
     QQuickWindow window;
     std::unique_ptr<QQuickItem> root;
 
 private:
-    HostedDocument();
-
-    void load(const QString &document, QObject *model, double scale);
-    QObject *part(const char *name) const;
-    static QStringList texts(const QQuickItem *item);
+    template<typename Value> void set(const char *name, Value value)
+    {
+        engine.rootContext()->setContextProperty(QLatin1String(name), value);
+    }
+    QObject *create(const QString &address)
+    {
+        QQmlComponent component(&engine, address);
+        QObject *object = component.create();
+        if (object == nullptr)
+            qFatal("%s", qPrintable(component.errorString()));
+        object->setParent(&engine);
+        return object;
+    }
 };

@@ -1,5 +1,0 @@
-import QtQuick 2.15
-
-Flickable {
-    flickableDirection: Flickable.VerticalFlick
-}

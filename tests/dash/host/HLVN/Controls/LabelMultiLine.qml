@@ -1,5 +1,0 @@
-import QtQuick 2.15
-
-Text {
-    wrapMode: Text.WordWrap
-}
