@@ -89,15 +89,37 @@ private Q_SLOTS:
         writeFile(ProfilesFixture::builtInPath("Built/.hidden/file"_q), "hidden");
         QFile::setPermissions(ProfilesFixture::builtInPath("Built/Dash.qml"_q), QFile::ReadOwner);
         f.start();
-        for (const QString &name : {"Built"_q, "ünï😀"_q, "%1 %2"_q})
+        for (const QString &name : {"Built"_q, "console"_q, "com10"_q, "%1 %2"_q})
             QVERIFY(f.act("Built"_q, Action::Copy, name).ok);
         QVERIFY(f.isWhole("%1 %2"_q));
-        QCOMPARE(readFile(f.userPath("ünï😀/.hidden/file"_q)), QByteArray("hidden"));
+        QCOMPARE(readFile(f.userPath("com10/.hidden/file"_q)), QByteArray("hidden"));
         QVERIFY(f.store->performAction(2, Action::Rename, QVariant(42)).ok);
-        QCOMPARE(f.state(), "Built* Own 42 ünï😀 %1 %2"_q);
+        QCOMPARE(f.state(), "Built* Own 42 console com10 %1 %2"_q);
         QCOMPARE(f.store->profile(2)->previewPath, f.userPath("42/preview.png"_q));
         QVERIFY(f.act("42"_q, Action::Remove).ok);
         QVERIFY(!QFileInfo::exists(f.userPath("42"_q)));
+    }
+
+    void aHomeMayLieAnywhere()
+    {
+        const QTemporaryDir place(fastFolder() + "/gauge-XXXXXX"_q);
+        QStringList parents{place.filePath("Größe 仪表盘 🏎"_q),
+                            place.filePath(QString(150, u'x'))};
+#ifdef Q_OS_WIN
+        parents += "//gauge-tests/share"_q; // packaging/windows/wine makes it.
+#endif
+        for (const QString &parent : qAsConst(parents)) {
+            QDir().mkpath(parent);
+            ProfilesFixture f({"A"_q}, {}, parent);
+            f.start();
+            f.report("V"_q);
+            const QString name(60, u'n');
+            QVERIFY(f.act("A"_q, Action::Copy, name).ok);
+            QVERIFY(f.act("A"_q, Action::Rename, "Größe 仪表盘 🏎"_q).ok);
+            QCOMPARE(f.savedState(), "Größe 仪表盘 🏎*(V) "_q + name);
+            QVERIFY(f.act(name, Action::Remove).ok);
+            QVERIFY(!QFileInfo::exists(f.userPath(name)) && f.leftovers().isEmpty());
+        }
     }
 
     void aFailureHasItsMessageAndChangesNothing()
@@ -129,7 +151,7 @@ private Q_SLOTS:
             fails(0, Action::Copy, QString::fromLatin1(name), "Name is not correct"_q);
         QStringList unfit{QString(300, u'x'), "a"_q + QChar(0) + u'b'};
 #ifdef Q_OS_WIN
-        unfit += {"con"_q, "Nul.txt"_q, "com1"_q, "what?"_q, "tab\tbed"_q, "a\"b"_q, "<a>"_q};
+        unfit += {"con"_q, "Nul.txt"_q, "com1"_q, "com¹"_q, "CONIN$"_q, "what?"_q, "tab\tbed"_q};
 #else
         unfit += {QString(100, QChar(0x20AC)), QString(QChar(0xD800)), ".hidden"_q};
 #endif

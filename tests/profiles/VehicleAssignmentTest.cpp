@@ -105,6 +105,7 @@ private Q_SLOTS:
         QCOMPARE(f.savedState(), "A*(W X Y) B(V)"_q);
         QVERIFY(f.act("B"_q, Action::Rename, "C"_q).ok);
         QCOMPARE(f.savedState(), "A*(W X Y) C(V)"_q);
+        QVERIFY(!readFile(f.iniPath()).contains("[B]"));
         writeFile(f.iniPath(), "[C]\nVehicle.0.Name=Y\nVehicleCount=1\n");
         f.report("Z"_q);
         QCOMPARE(f.savedState(), "A*(W X Z) C(V Y)"_q);

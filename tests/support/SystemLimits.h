@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QStorageInfo>
 #include <QtCore/QString>
 
 #ifdef Q_OS_UNIX
@@ -10,27 +12,21 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-/// While it lives a file takes so many bytes and no more, as on a disk that is full.
+/// While it lives no file grows beyond so many bytes, as on a full disk.
 class FullDisk
 {
 public:
     explicit FullDisk(rlim_t bytes)
-        : handler(std::signal(SIGXFSZ, SIG_IGN))
     {
+        std::signal(SIGXFSZ, SIG_IGN);
         getrlimit(RLIMIT_FSIZE, &before);
         const rlimit limit{bytes, before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);
     }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
-    }
-    FullDisk(const FullDisk &) = delete;
-    FullDisk &operator=(const FullDisk &) = delete;
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before); }
+    Q_DISABLE_COPY(FullDisk)
 
 private:
-    void (*handler)(int);
     rlimit before{};
 };
 
@@ -38,36 +34,18 @@ private:
 class Unprivileged
 {
 public:
-    Unprivileged()
-        : before(geteuid())
-    {
-        if (before == 0 && seteuid(65534) != 0)
-            qFatal("can't become nobody");
-    }
-    ~Unprivileged()
-    {
-        if (before == 0 && seteuid(0) != 0)
-            qFatal("can't become root again");
-    }
-    Unprivileged(const Unprivileged &) = delete;
-    Unprivileged &operator=(const Unprivileged &) = delete;
+    Unprivileged() { become(65534); }
+    ~Unprivileged() { become(0); }
+    Q_DISABLE_COPY(Unprivileged)
 
 private:
-    uid_t before;
-};
-
-/// A folder for the test on another volume than `path`, or an empty text where there is none.
-inline QString folderOnOtherVolume(const QString &path)
-{
-    struct stat here
+    void become(uid_t user) const
     {
-    }, there{};
-    const char *const candidate = "/dev/shm";
-    const bool other = stat(QFile::encodeName(path).constData(), &here) == 0 &&
-                       stat(candidate, &there) == 0 && here.st_dev != there.st_dev &&
-                       access(candidate, W_OK) == 0;
-    return other ? QString::fromLatin1(candidate) : QString();
-}
+        if (isRoot && seteuid(user) != 0)
+            qFatal("can't change the user");
+    }
+    const bool isRoot = geteuid() == 0;
+};
 
 /// Makes a pipe that has a name in the file system.
 inline bool makePipe(const QString &path)
@@ -75,39 +53,33 @@ inline bool makePipe(const QString &path)
     return mkfifo(QFile::encodeName(path).constData(), 0600) == 0;
 }
 
-/// Begins a test of what only one system has. The list of one-sided tests tells the reason.
 #define NEEDS_POSIX() static_cast<void>(0)
 
 #else
 
-#include <QtCore/QFileInfo>
-
-/// Windows has no limit on the size of files for one process.
+/// Tests skip what these would need: Windows has no limit on the size of a process's files, and its
+/// pipes have a file system of their own.
 struct FullDisk
 {
-    explicit FullDisk(qint64 /*bytes*/) { qFatal("the test needs NEEDS_POSIX()"); }
+    explicit FullDisk(qint64 /*bytes*/) {}
 };
-
-/// Windows asks access lists in place of permissions, and Wine keeps none.
-struct Unprivileged
-{
-    Unprivileged() { qFatal("the test needs NEEDS_POSIX()"); }
-};
-
-/// A folder for the test on another volume than `path`, or an empty text where there is none. Under
-/// Wine the memory disk is one.
-inline QString folderOnOtherVolume(const QString & /*path*/)
-{
-    const QString candidate = QStringLiteral("Z:/dev/shm");
-    return QFileInfo(candidate).isWritable() ? candidate : QString();
-}
-
-/// Pipes have a file system of their own here.
 inline bool makePipe(const QString & /*path*/)
 {
-    qFatal("the test needs NEEDS_POSIX()");
+    return false;
 }
 
 #define NEEDS_POSIX() QSKIP("one-sided: POSIX", )
 
 #endif
+
+/// A folder on another volume than `path`, or an empty text where there is none.
+inline QString folderOnOtherVolume(const QString &path)
+{
+#ifdef Q_OS_WIN
+    const QString candidate = QStringLiteral("Z:/dev/shm"); // Wine's.
+#else
+    const QString candidate = QStringLiteral("/dev/shm");
+#endif
+    const bool isOther = QStorageInfo(candidate) != QStorageInfo(path);
+    return isOther && QFileInfo(candidate).isWritable() ? candidate : QString();
+}

@@ -6,10 +6,11 @@
 
 #ifdef Q_OS_WIN
 #include "support/UserHive.h"
+
+#include <memory>
 #endif
 
 #include <array>
-#include <memory>
 
 /// A home for one test: documents, settings and temporary files end up in it, and nothing of the
 /// user's is read or written. The environment is put back at the end.
@@ -19,14 +20,9 @@ public:
     explicit TemporaryHome(const QString &parent = QDir::tempPath())
         : directory(parent + QStringLiteral("/gauge-home-XXXXXX"))
     {
-        const std::array<QByteArray, Names.size()> values{
-            path().toLocal8Bit(),          path("/config").toLocal8Bit(),
-            path("/data").toLocal8Bit(),   path("/cache").toLocal8Bit(),
-            path("/system").toLocal8Bit(), path("/tmp").toLocal8Bit(),
-            path("/tmp").toLocal8Bit()};
         for (std::size_t i = 0; i < Names.size(); ++i) {
             before[i] = qgetenv(Names[i]);
-            qputenv(Names[i], values[i]);
+            qputenv(Names[i], path(Tails[i]).toLocal8Bit());
         }
         QDir().mkpath(path("/tmp"));
 #ifdef Q_OS_WIN
@@ -42,8 +38,7 @@ public:
         for (std::size_t i = 0; i < Names.size(); ++i)
             before[i].isNull() ? qunsetenv(Names[i]) : qputenv(Names[i], before[i]);
     }
-    TemporaryHome(const TemporaryHome &) = delete;
-    TemporaryHome &operator=(const TemporaryHome &) = delete;
+    Q_DISABLE_COPY(TemporaryHome)
 
     QString path(const char *tail = "") const
     {
@@ -60,6 +55,8 @@ private:
     static constexpr std::array<const char *, 7> Names{
         "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_DIRS", "TMPDIR",
         "TMP"};
+    static constexpr std::array<const char *, 7> Tails{"",        "/config", "/data", "/cache",
+                                                       "/system", "/tmp",    "/tmp"};
 
     QTemporaryDir directory;
     std::array<QByteArray, Names.size()> before;
