@@ -1,11 +1,10 @@
 #include "ui/CodeEditor.h"
 
-#include "support/DocumentFolder.h"
+#include "support/TestFiles.h"
 
-#include <QtCore/QFileInfo>
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
 #include <QtCore/QVariant>
-#include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
 class CodeEditorTest : public QObject
@@ -15,120 +14,90 @@ class CodeEditorTest : public QObject
 private Q_SLOTS:
     void init()
     {
-        folder = std::make_unique<DocumentFolder>();
-        QVERIFY(QDir().mkpath(folder->path(QStringLiteral("bin"))));
-        qputenv("PATH", QFile::encodeName(folder->path(QStringLiteral("bin"))));
+        folder = std::make_unique<QTemporaryDir>();
+        qputenv("PATH", QFile::encodeName(path("bin")));
         qunsetenv("VISUAL");
-        document = folder->write(QStringLiteral("my dash/$(touch x); '\"-é\n*.qml"), "Item {}");
+        document = path("my dash/$(touch x); '\"-é\n*.qml");
+        writeFile(document, "Item {}");
         opened.clear();
-        desktopWorks = true;
     }
 
     void visualStudioCodeGetsFolderAndFile()
     {
-        addProgram(QStringLiteral("code"));
-        addProgram(QStringLiteral("kate"));
+        addProgram("code");
+        addProgram("kate");
         qputenv("VISUAL", "kate");
-        QCOMPARE(messageOf(document), QString());
-        QTRY_COMPARE(run(), QStringList({QStringLiteral("code"), QFileInfo(document).absolutePath(),
-                                         document}));
-        QVERIFY(opened.isEmpty());
+        open(document);
+        QTRY_COMPARE(run(), QStringList({"code"_q, QFileInfo(document).path(), document, ""_q}));
+        // A name like an option is a file.
+        writeFile(path("--wait"), "Item {}");
+        QVERIFY(QDir::setCurrent(folder->path()));
+        open("--wait"_q);
+        QTRY_COMPARE(run().value(2), path("--wait"));
     }
 
     void theCommandInVisualIsNext()
     {
-        addProgram(QStringLiteral("my editor"));
+        addProgram("my editor");
         qputenv("VISUAL", "\"my editor\" --wait '-n'");
-        QCOMPARE(messageOf(document), QString());
-        QTRY_COMPARE(run(), QStringList({QStringLiteral("my editor"), QStringLiteral("--wait"),
-                                         QStringLiteral("'-n'"), document}));
+        open(document);
+        QTRY_COMPARE(run(), QStringList({"my editor"_q, "--wait"_q, "'-n'"_q, document, ""_q}));
         QVERIFY(opened.isEmpty());
-    }
-
-    void theDesktopIsLast_data()
-    {
-        QTest::addColumn<QByteArray>("visual");
-        QTest::newRow("nothing set") << QByteArray();
-        QTest::newRow("not there") << QByteArray("no-such-editor -w");
-        QTest::newRow("not to be started") << QByteArray("broken");
-        QTest::newRow("lives in a terminal") << QByteArray("vim");
     }
 
     void theDesktopIsLast()
     {
-        QFETCH(QByteArray, visual);
-        addProgram(QStringLiteral("vim"));
+        addProgram("vim");
         for (const char *name : {"bin/broken", "bin/code"}) {
-            const QString broken = folder->write(QLatin1String(name), "\x7f"
-                                                                      "ELF no program");
-            QVERIFY(QFile::setPermissions(broken, QFile::ReadOwner | QFile::ExeOwner));
+            writeFile(path(name), "\x7f"
+                                  "ELF no program");
+            QVERIFY(QFile::setPermissions(path(name), QFile::ReadOwner | QFile::ExeOwner));
         }
-        qputenv("VISUAL", visual);
-        QCOMPARE(messageOf(document), QString());
-        QCOMPARE(opened, QList<QUrl>({QUrl::fromLocalFile(document)}));
+        for (const char *visual : {"", "no-such-editor -w", "broken", "vim"}) {
+            qputenv("VISUAL", visual);
+            QCOMPARE(open(document), QString());
+            QCOMPARE(std::exchange(opened, {}), QUrl::fromLocalFile(document));
+        }
     }
 
     void theUserIsToldWhereThereIsNone()
     {
-        desktopWorks = false;
-        QVERIFY(messageOf(document).contains(QStringLiteral("VISUAL")));
+        QVERIFY(open(document, false).contains("VISUAL"_q));
         opened.clear();
-        const QString gone = folder->path(QStringLiteral("gone.qml"));
-        QVERIFY(messageOf(gone).contains(gone));
-        QVERIFY(!messageOf({}).isEmpty());
+        QVERIFY(open(path("gone.qml")).contains("gone.qml"_q));
+        QVERIFY(!open({}).isEmpty());
         QVERIFY(opened.isEmpty());
     }
 
-    void aNameLikeAnOptionIsAFile()
-    {
-        addProgram(QStringLiteral("code"));
-        folder->write(QStringLiteral("--wait"), "Item {}");
-        const QString before = QDir::currentPath();
-        QVERIFY(QDir::setCurrent(folder->path({})));
-        QCOMPARE(messageOf(QStringLiteral("--wait")), QString());
-        QVERIFY(QDir::setCurrent(before));
-        QTRY_COMPARE(run().value(2), folder->path(QStringLiteral("--wait")));
-    }
-
 private:
-    /// A program that leaves its name and its arguments in a file, each with a null behind it.
-    void addProgram(const QString &name) const
+    QString path(const char *name) const { return folder->filePath(QString::fromUtf8(name)); }
+
+    /// A program that leaves its name and its arguments in a file, each with a byte 1 behind it.
+    void addProgram(const QByteArray &name) const
     {
-        const QString log = folder->path(QStringLiteral("run"));
-        const QString program = folder->write(QStringLiteral("bin/") + name,
-                                              "#!/bin/sh\nprintf '%s\\0' \"${0##*/}\" \"$@\" > '" +
-                                                  log.toUtf8() + "'\n");
+        const QString program = path("bin/" + name);
+        writeFile(program, "#!/bin/sh\nprintf '%s\\001' \"${0##*/}\" \"$@\" > '" +
+                               path("run").toUtf8() + "'\n");
         QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner));
     }
 
-    QStringList run() const
-    {
-        QFile file(folder->path(QStringLiteral("run")));
-        if (!file.open(QIODevice::ReadOnly))
-            return {};
-        QStringList words;
-        const QList<QByteArray> parts = file.readAll().split('\0');
-        for (const QByteArray &word : parts)
-            words += QString::fromUtf8(word);
-        words.removeLast();
-        return words;
-    }
+    QStringList run() const { return QString::fromUtf8(readFile(path("run"))).split(QChar(1)); }
 
-    QString messageOf(const QString &path)
+    /// Opens the file and returns the message of a failure.
+    QString open(const QString &file, bool desktopWorks = true)
     {
-        CodeEditor editor([this](const QUrl &url) {
-            opened += url;
+        CodeEditor editor([&](const QUrl &url) {
+            opened = url;
             return desktopWorks;
         });
-        const QSignalSpy spy(&editor, &CodeEditor::failed);
-        editor.open(QVariantMap{{QStringLiteral("path"), path}});
-        return spy.isEmpty() ? QString() : spy.constFirst().constFirst().toString();
+        const QSignalSpy failed(&editor, &CodeEditor::failed);
+        editor.open(QVariantMap{{"path"_q, file}});
+        return failed.value(0).value(0).toString();
     }
 
-    std::unique_ptr<DocumentFolder> folder;
+    std::unique_ptr<QTemporaryDir> folder;
     QString document;
-    QList<QUrl> opened;
-    bool desktopWorks = true;
+    QUrl opened;
 };
 
 QTEST_GUILESS_MAIN(CodeEditorTest)

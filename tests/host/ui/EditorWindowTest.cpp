@@ -1,391 +1,270 @@
-#include "DashboardAbstractProfilesManager.h"
-#include "IDashboardEngine.h"
-#include "ViewBench.h"
+#include "FakeStore.h"
+#include "WindowRig.h"
 #include "support/LogCapture.h"
-#include "telemetry/TelemetryMonitor.h"
 #include "telemetry/VehicleNames.h"
 #include "ui/GalleryWindow.h"
 
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
-#include <QtGui/QAccessible>
-#include <QtGui/QGuiApplication>
 #include <QtQml/QQmlEngine>
-#include <QtTest/QtTest>
 
 namespace {
 
-const QString View = QStringLiteral("DashboardEditor");
-constexpr const char *Red =
-    "import QtQuick 2.15\nRectangle { width: 480; height: 272; color: '#ff0000' }\n";
-constexpr const char *Blue =
-    "import QtQuick 2.15\nRectangle { width: 480; height: 272; color: '#0000ff' }\n";
+const QString View = "DashboardEditor"_q;
+
+// Gas makes it red, brake green.
+constexpr const char *Pedals =
+    "Rectangle { width: 480; height: 272; color: Qt.rgba(dash_gasPedal_Percent / 100, "
+    "dash_brakePedal_Percent / 100, 0, 1) }";
+
+/// The slider that stands behind this caption.
+QQuickItem *slider(const QQuickWindow *window, const char *caption)
+{
+    const QQuickItem *label = find(window, "text", QString::fromUtf8(caption));
+    const QList<QQuickItem *> cells = label->parentItem()->childItems();
+    return cells.at(cells.indexOf(const_cast<QQuickItem *>(label)) + 1);
+}
 
 } // namespace
 
+/// The editor and its file dialog, under a window manager.
 class EditorWindowTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { bench = std::make_unique<ViewBench>(); }
-    void cleanupTestCase() { bench.reset(); }
-    void cleanup() { bench->tidyUp(); }
-
-    void itOpensWithTheFileAndWithoutAWarning()
+    void init()
     {
-        const LogCapture log;
-        ViewWindow *window = bench->open(View, bench->makeDocument(Red));
+        rig = std::make_unique<ViewRig>();
+        log = std::make_unique<LogCapture>();
+        document = rig->document(Pedals);
+        window = rig->open(View, document);
         QVERIFY(window != nullptr);
-        QCOMPARE(window->title(), QStringLiteral("Dashboard Editor"));
-        QCOMPARE(window->minimumSize(), QSize(900, 765));
+    }
+
+    void cleanup()
+    {
+        rig.reset();
+        log.reset();
+    }
+
+    void itShowsItsDocumentAndWhatBecomesOfIt()
+    {
         QCOMPARE(window->size(), QSize(900, 765));
-        QTRY_COMPARE(previewColour(window), QColor(Qt::red));
-        QCOMPARE(log.lines, QStringList());
-
-        // A saved change shows, also one that replaces the file.
-        bench->makeDocument(Blue);
-        QTRY_COMPARE(previewColour(window), QColor(Qt::blue));
-
-        QEvent newLanguage(QEvent::LanguageChange);
-        QCoreApplication::sendEvent(QCoreApplication::instance(), &newLanguage);
-        QCOMPARE(log.lines, QStringList());
+        QCOMPARE(window->minimumSize(), window->size());
+        QTRY_COMPARE(previewColor(), QColor(Qt::black));
+        rig->document("Rectangle { width: 480; height: 272; color: 'blue' }");
+        QTRY_COMPARE(previewColor(), QColor(Qt::blue));
+        const QString other = rig->home.path("/Other.qml");
+        writeFile(other,
+                  "import QtQuick 2.15\nRectangle { width: 480; height: 272; color: 'lime' }");
+        QCOMPARE(rig->open(View, other), window);
+        QTRY_COMPARE(previewColor(), QColor(Qt::green));
+        QCOMPARE(log->lines.filter("DASH"_q), log->lines);
     }
 
     void itShowsWhatItsDashboardSays()
     {
-        const QString document = bench->makeDocument(Red);
-        ViewWindow *window = bench->open(View, document);
-        if (window == nullptr)
-            QFAIL("It doesn't open");
-        auto *bar =
-            window->rootObject()->findChild<QQuickItem *>(QStringLiteral("documentMessages"));
-        if (bar == nullptr)
-            QFAIL("There is no bar");
-        QVERIFY(!bar->isVisible());
-        bench->navigation->tellViews(QStringLiteral("/other/Dash.qml"), 1, QStringLiteral("no"));
-        QVERIFY(!bar->isVisible());
+        const auto bar = [this] { return find(window, "objectName", "documentMessages"_q); };
+        rig->navigation.tellViews("/other/Dash.qml"_q, 1, "no"_q);
+        QVERIFY(bar() == nullptr);
         for (int i = 0; i <= ViewWindow::MostMessages; ++i)
-            bench->navigation->tellViews(document, 12, QString::number(i));
-        QVERIFY(bar->isVisible());
-        const QString name = QFileInfo(document).fileName();
-        QCOMPARE(bar->property("text").toString(), name + QStringLiteral(":12: 100"));
+            rig->navigation.tellViews(document, 12, QString::number(i));
+        QTRY_COMPARE(bar()->property("text").toString(), "Dash.qml:12: 100"_q);
         QCOMPARE(window->messages().size(), ViewWindow::MostMessages);
-        bar->forceActiveFocus(Qt::TabFocusReason);
-        QTest::keyClick(window, Qt::Key_Return);
-        QTRY_VERIFY(!bar->hasActiveFocus());
-        QTest::keyClick(window, Qt::Key_Escape);
-        QTRY_VERIFY(bar->hasActiveFocus());
-        bench->open(View, QStringLiteral("/other/Dash.qml"));
-        QVERIFY(!bar->isVisible());
+        rig->open(View, "/other/Dash.qml"_q);
+        QVERIFY(bar() == nullptr);
     }
 
     void everythingFitsInItsWindow()
     {
-        ViewWindow *window = bench->open(View, bench->makeDocument(Red));
-        QVERIFY(window != nullptr);
         window->setMinimumSize({}); // As on a screen that is too small for it.
-        for (const QSize size : {QSize(900, 765), QSize(1270, 765), QSize(900, 860),
-                                 QSize(896, 576), QSize(736, 436)}) {
+        for (const QSize size : {QSize(1270, 765), QSize(900, 860), QSize(736, 436)}) {
             window->resize(size);
             QTRY_COMPARE(window->rootObject()->size().toSize(), size);
-            const QQuickItem *preview = ViewBench::find(window->rootObject(), "fillMode", 1);
+            const QQuickItem *preview = find(window, "fillMode", 1);
             QVERIFY(4 * preview->height() > size.height());
             QVERIFY(preview->height() < preview->parentItem()->height() + 4);
-            const QQuickItem *ok = button(window, "OK");
-            const QQuickItem *note = ViewBench::find(window->rootObject(), "wrapMode", 4);
-            QVERIFY(ok != nullptr && note != nullptr);
-            const qreal noteEnd = note->mapToScene({0, note->height()}).y();
-            QVERIFY2(noteEnd <= ok->mapToScene({0, 0}).y(), qPrintable(QString::number(noteEnd)));
+            QVERIFY(note()->mapToScene({0, note()->height()}).y() <=
+                    button("OK")->mapToScene({}).y());
         }
     }
 
-    void slidersStepByKeysAndKeepTheirStart()
+    void slidersReachThePreview()
     {
-        ViewWindow *window = bench->open(View);
-        QVERIFY(window != nullptr);
-        QQuickItem *rpm = ViewBench::find(window->rootObject(), "value", 700.0);
-        QQuickItem *maxRpm = ViewBench::find(window->rootObject(), "value", 13000.0);
-        QVERIFY(rpm != nullptr && maxRpm != nullptr);
-        QCOMPARE(rpm->property("maximumValue").toReal(), 13000.0);
-        rpm->forceActiveFocus(Qt::TabFocusReason);
-        QTest::keyClick(window, Qt::Key_Right, Qt::ShiftModifier);
-        QCOMPARE(rpm->property("value").toReal(), 701.0);
-        QTest::keyClick(window, Qt::Key_Right);
-        QCOMPARE(rpm->property("value").toReal(), 801.0);
-        QTest::keyClick(window, Qt::Key_PageDown);
-        QCOMPARE(rpm->property("value").toReal(), 0.0);
-
+        QQuickItem *rpm = slider(window, "RPM:");
+        const auto value = [rpm] { return rpm->property("value").toReal(); };
+        const auto press = [&](int key) {
+            rpm->forceActiveFocus(Qt::TabFocusReason);
+            keys(window, {key});
+            return value();
+        };
+        QCOMPARE(press(Qt::SHIFT | Qt::Key_Right), 701.0);
+        QCOMPARE(press(Qt::Key_Right), 801.0);
+        QCOMPARE(press(Qt::Key_PageDown), 0.0);
         // Between two steps lies nothing, wherever the mouse lets go.
-        QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier,
-                          rpm->mapToScene({rpm->width() * 0.611, rpm->height() / 2}).toPoint());
-        const qreal value = rpm->property("value").toReal();
-        QVERIFY(value > 5000);
-        QCOMPARE(value, qreal(qRound(value)));
-
-        // Lowering the limit lowers what is above it.
-        maxRpm->setProperty("value", 4000);
-        QCOMPARE(rpm->property("maximumValue").toReal(), 4000.0);
-        QVERIFY(rpm->property("value").toReal() <= 4000);
+        QTest::mouseClick(window, Qt::LeftButton, {}, middle(rpm) + QPoint(11, 0));
+        QVERIFY(value() > 5000);
+        QCOMPARE(value(), qreal(qRound(value())));
+        slider(window, "Max RPM:")->setProperty("value", 4000);
+        QCOMPARE(value(), 4000.0);
+        slider(window, "Gas pedal:")->setProperty("value", 100);
+        QTRY_COMPARE(previewColor(), QColor(Qt::red));
+        slider(window, "Brake pedal:")->setProperty("value", 100);
+        QTRY_COMPARE(previewColor(), QColor(Qt::yellow));
     }
 
     void theFileDialogWorksByKeys()
     {
-        const QDir folder(bench->home.path("/folder"));
-        QVERIFY(folder.mkpath(QStringLiteral("deeper")));
-        const QString chosen = folder.filePath(QStringLiteral("Dash.qml"));
-        QVERIFY(QFile::copy(bench->makeDocument(Red), chosen));
-        QVERIFY(QFile::copy(chosen, folder.filePath(QStringLiteral("Dash.txt"))));
-        ViewWindow *window = bench->open(View);
-        QVERIFY(window != nullptr);
-        const QQuickItem *code = button(window, "Code");
-        QVERIFY(code != nullptr && !code->isEnabled());
+        const QString folder = rig->home.path("/folder");
+        const QString other = folder + "/deeper/Other.qml"_q;
+        for (const QString &file : {folder + "/Dash.qml"_q, folder + "/Dash.txt"_q, other})
+            writeFile(file, "Item {}");
+        answerDialog([](QQuickView *dialog) { keys(dialog, {Qt::Key_Escape}); });
+        QCOMPARE(window->argument(), QVariant(document));
 
-        // Escape gives up, and changes nothing.
-        answerDialog([](QWindow *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
-        press(button(window, "..."));
-        QVERIFY(!code->isEnabled());
-
-        answerDialog([&chosen](QWindow *dialog) {
-            auto *view = qobject_cast<QQuickView *>(dialog);
-            QQuickItem *path = ViewBench::find(view->rootObject(), "selectByMouse", true);
+        answerDialog([&](QQuickView *dialog) {
+            QQuickItem *path = find(dialog, "selectByMouse", true);
             path->forceActiveFocus();
-            path->setProperty("text", chosen + QLatin1Char('x'));
-            QTest::keyClick(dialog, Qt::Key_Return);
-            QVERIFY(view->rootObject()->property("problem").toString().contains(chosen));
-            QCOMPARE(path->property("text").toString(), chosen + QLatin1Char('x'));
-            path->setProperty("text", QFileInfo(chosen).path());
-            QTest::keyClick(dialog, Qt::Key_Return);
-            const QQuickItem *list = ViewBench::find(view->rootObject(), "currentIndex", 0);
-            QTRY_COMPARE(list->property("count").toInt(), 2); // The folder in it and the document.
-            QTest::keyClick(dialog, Qt::Key_D);
-            QTest::keyClick(dialog, Qt::Key_A);
-            QTest::keyClick(dialog, Qt::Key_Return);
+            path->setProperty("text", folder + "/missing"_q);
+            keys(dialog, {Qt::Key_Return});
+            QVERIFY(dialog->rootObject()->property("problem").toString().contains("missing"_q));
+            path->setProperty("text", folder);
+            keys(dialog, {Qt::Key_Return});
+            // The folder in it and the document.
+            QTRY_COMPARE(find(dialog, "currentIndex", 0)->property("count").toInt(), 2);
+            type(dialog, "da");
+            keys(dialog, {Qt::Key_Return});
         });
-        press(button(window, "..."));
-        QVERIFY(code->isEnabled());
-        QVERIFY(ViewBench::find(window->rootObject(), "text", chosen) != nullptr);
+        QCOMPARE(window->argument(), QVariant(folder + "/Dash.qml"_q));
 
-        // What has been typed goes before what lies under the list's cursor.
-        const QString other = folder.filePath(QStringLiteral("deeper/Other.qml"));
-        QVERIFY(QFile::copy(chosen, other));
-        answerDialog([&other](QWindow *dialog) {
-            auto *view = qobject_cast<QQuickView *>(dialog);
-            ViewBench::find(view->rootObject(), "selectByMouse", true)->setProperty("text", other);
-            press(ViewBench::find(view->rootObject(), "primary", true));
+        // What has been typed wins over what is selected in the list.
+        answerDialog([&](QQuickView *dialog) {
+            find(dialog, "selectByMouse", true)->setProperty("text", other);
+            click(find(dialog, "primary", true));
         });
-        press(button(window, "..."));
-        QVERIFY(ViewBench::find(window->rootObject(), "text", other) != nullptr);
         QCOMPARE(window->argument(), QVariant(other));
 
-        // A folder that has gone is left for the one above, and going up keeps the place.
-        QVERIFY(QDir(folder.filePath(QStringLiteral("deeper"))).removeRecursively());
-        answerDialog([&folder](QWindow *dialog) {
-            const QObject *root = qobject_cast<QQuickView *>(dialog)->rootObject();
-            const auto path = [root] { return root->property("folderPath").toString(); };
-            QCOMPARE(path(), folder.path());
-            QTest::keyClick(dialog, Qt::Key_Backspace);
-            QTRY_COMPARE(path(), QFileInfo(folder.path()).path());
-            QTRY_COMPARE(root->property("wantedName").toString(), QString());
-            QTest::keyClick(dialog, Qt::Key_Return);
-            QTRY_COMPARE(path(), folder.path());
+        // The folder of a lost file gives way to the one above it.
+        QVERIFY(QDir(folder + "/deeper"_q).removeRecursively());
+        answerDialog([&](QQuickView *dialog) {
+            const auto path = [dialog] { return dialog->rootObject()->property("folderPath"); };
+            QCOMPARE(path(), QVariant(folder));
+            keys(dialog, {Qt::Key_Backspace});
+            QTRY_COMPARE(path(), QVariant(rig->home.path()));
         });
-        press(button(window, "..."));
+    }
+
+    void itEndsWhileItsFileDialogIsOpen()
+    {
+        const QPointer<ViewWindow> editor(window);
+        QPoint offset(99, 99);
+        answerDialog([&](const QQuickView *dialog) {
+            offset = dialog->geometry().center() - editor->geometry().center();
+            editor->hide();
+        });
+        QVERIFY(offset.manhattanLength() <= 2);
+        editor->show();
+        QVERIFY(QTest::qWaitForWindowActive(editor));
+        answerDialog([&](const QQuickView *) { rig->navigation.closeViews(); });
+        QTRY_VERIFY(editor == nullptr);
     }
 
     void aRenamedDashboardStaysOpen()
     {
-        const QDir folder(bench->home.data("/Dashboards"));
-        QVERIFY(folder.mkpath(QStringLiteral("Old")));
-        const QString path = folder.filePath(QStringLiteral("Old/Dash.qml"));
-        QVERIFY(QFile::copy(bench->makeDocument(Red), path));
-        QVERIFY(QFile::copy(path, folder.filePath(QStringLiteral("Old/preview.png"))));
+        FakeStore store;
+        const auto id = store.add("Old"_q);
         VehicleNames vehicles;
-        const auto store = bench->library.createProfiles(*bench->engine, vehicles);
         const TelemetryMonitor monitor;
-        const GalleryWindow gallery(*bench->navigation, *bench->engine, *store, vehicles, monitor,
-                                    QString());
-        ViewWindow *window = bench->open(View, path);
-        QVERIFY(window != nullptr);
-        const std::vector<DashboardProfileHeader> headers = store->profileHeaders();
-        const auto mine = std::find_if(headers.begin(), headers.end(),
-                                       [](const auto &header) { return !header.builtIn; });
-        QVERIFY(mine != headers.end());
-        QVERIFY(
-            store->performAction(mine->id, DashboardProfileAction::Rename, QStringLiteral("New"))
-                .ok);
-        const QString newPath = folder.filePath(QStringLiteral("New/Dash.qml"));
-        QTRY_COMPARE(window->argument(), QVariant(newPath));
+        const GalleryWindow gallery(rig->navigation, *rig->engine, store, vehicles, monitor, {});
+        rig->open(View, store.profile(id)->qmlPath);
+        store.performAction(id, DashboardProfileAction::Rename, "New"_q);
+        QTRY_COMPARE(window->argument(), QVariant("/dashboards/New/Dash.qml"_q));
     }
 
     void everyRoadClosesItAlone()
     {
         const QSignalSpy quit(QCoreApplication::instance(), &QCoreApplication::aboutToQuit);
-        for (const char *road : {"OK", "frame", "quit"}) {
-            const QPointer<ViewWindow> window = bench->open(View, bench->makeDocument(Red));
-            QVERIFY(window != nullptr);
-            if (qstrcmp(road, "OK") == 0)
-                press(button(window, "OK"));
-            else if (qstrcmp(road, "frame") == 0)
-                window->close();
-            else
-                Q_EMIT window->engine()->quit();
-            QTRY_VERIFY2(window == nullptr, road);
-            QCOMPARE(bench->navigation->openViews(), QStringList());
+        const std::vector<std::function<void()>> roads{[this] { click(button("OK")); },
+                                                       [this] { window->close(); },
+                                                       [this] { Q_EMIT window->engine()->quit(); }};
+        for (const auto &close : roads) {
+            window = rig->open(View);
+            const QPointer<ViewWindow> closing(window);
+            close();
+            QTRY_VERIFY(closing == nullptr);
         }
+        QCOMPARE(rig->navigation.openViews(), QStringList());
         QCOMPARE(quit.count(), 0);
     }
 
-    void itAsksForOtherWindowsItself()
+    void itMayBeReplacedByWhatItAsksFor()
     {
-        QStringList asked;
-        bench->navigation->addTarget(
-            QStringLiteral("HelpBrowser"),
-            [&asked](const QVariant &topic) { asked += topic.toString(); });
-        // One that shows the very view that asks, and closes it.
-        bench->navigation->addTarget(QStringLiteral("SoftwareConfiguration"),
-                                     [this, &asked](const QVariant &) {
-                                         asked += QStringLiteral("settings");
-                                         bench->navigation->showView(View);
-                                         bench->navigation->window(View)->close();
-                                         bench->navigation->showView(View);
-                                     });
-        const QPointer<ViewWindow> window = bench->open(View, bench->makeDocument(Red));
-        QVERIFY(window != nullptr);
-        QTest::keyClick(window.data(), Qt::Key_F1);
-        QCOMPARE(asked, QStringList{QStringLiteral("dashboards")});
-        QQuickItem *note = ViewBench::find(window->rootObject(), "wrapMode", 4);
-        const QString spoken = QAccessible::queryAccessibleInterface(note)->text(QAccessible::Name);
-        QVERIFY2(spoken.startsWith(QStringLiteral("NOTE: ")) && !spoken.contains(QLatin1Char('<')),
-                 qPrintable(spoken));
-        note->forceActiveFocus(Qt::TabFocusReason);
-        QTest::keyPress(window.data(), Qt::Key_Return); // No window is left for a release.
-        QCOMPARE(asked.value(1), QStringLiteral("settings"));
-        QTRY_VERIFY(window == nullptr);
-        QVERIFY(QTest::qWaitForWindowActive(bench->navigation->window(View)));
+        rig->navigation.addTarget("SoftwareConfiguration"_q, [this](const QVariant &) {
+            rig->navigation.window(View)->close();
+            rig->navigation.showView(View);
+        });
+        const QPointer<ViewWindow> closing(window);
+        note()->forceActiveFocus(Qt::TabFocusReason);
+        keys(window, {Qt::Key_Return});
+        QTRY_VERIFY(closing == nullptr);
+        QVERIFY(QTest::qWaitForWindowActive(rig->navigation.window(View)));
     }
 
     void whatIsNotThereIsToldToTheUser()
     {
-        const LogCapture log;
-        const QSignalSpy failures(bench->navigation.get(), &Navigation::failed);
-        bench->navigation->showView(QStringLiteral("NoSuchView"), QStringLiteral("argument"));
-        QCOMPARE(failures.count(), 1);
-        QVERIFY(failures.value(0).value(0).toString().contains(QStringLiteral("NoSuchView")));
-        QCOMPARE(log.lines.size(), 1);
-        bench->navigation->showView(View);
-        QCOMPARE(failures.count(), 1);
-    }
-
-    void framesOfferOnlyWhatIsMeant()
-    {
-        const ViewWindow *window = bench->open(View);
-        QVERIFY(window != nullptr);
-        QCOMPARE(frameFunctions(window), Resize | Move | Maximize | Close);
-        int ofDialog = 0;
-        answerDialog([&ofDialog](const QWindow *dialog) { ofDialog = frameFunctions(dialog); });
-        press(button(window, "..."));
-        QCOMPARE(ofDialog, Resize | Move | Close);
-    }
-
-    void aSecondRequestBringsTheNewFile()
-    {
-        ViewWindow *window = bench->open(View, bench->makeDocument(Red));
-        QVERIFY(window != nullptr);
-        QFile other(bench->home.path("/Other.qml"));
-        QVERIFY(other.open(QIODevice::WriteOnly));
-        other.write(Blue);
-        other.close();
-        QCOMPARE(bench->open(View, other.fileName()), window);
-        QTRY_COMPARE(previewColour(window), QColor(Qt::blue));
+        const QSignalSpy failures(&rig->navigation, &Navigation::failed);
+        rig->navigation.showView("NoSuchView"_q);
+        QVERIFY(failures.value(0).value(0).toString().contains("NoSuchView"_q));
+        HostWindow broken("Broken"_q, rig->navigation);
+        broken.open(QUrl("qrc:/no/such/View.qml"_q));
+        QVERIFY(broken.documentErrors().contains("/no/such/View.qml"_q));
+        QVERIFY(find(&broken, "text", broken.documentErrors()) != nullptr);
     }
 
     void withoutAccelerationItSaysSo()
     {
-        bench->start(false);
-        const LogCapture log;
-        ViewWindow *window = bench->open(View);
-        if (window == nullptr)
-            QFAIL("It doesn't open");
-        const QQuickItem *fields =
-            ViewBench::find(window->rootObject(), "text",
-                            QStringLiteral("Not available without hardware acceleration"));
-        if (fields == nullptr)
-            QFAIL("It says nothing");
-        QVERIFY(fields->property("contentWidth").toReal() <= fields->width());
-        QCOMPARE(log.lines, QStringList());
+        rig.reset();
+        rig = std::make_unique<ViewRig>(false);
+        window = rig->open(View);
+        QVERIFY(find(window, "text", "Not available without hardware acceleration"_q) != nullptr);
     }
 
 private:
-    /// What the window manager is asked to let a user do with a window, as the window manager's
-    /// hints put it.
-    enum FrameFunction { Resize = 0x2, Move = 0x4, Minimize = 0x8, Maximize = 0x10, Close = 0x20 };
-
-    static int frameFunctions(const QWindow *window)
+    QQuickItem *button(const char *text) const
     {
-        QProcess question;
-        question.start(QStringLiteral("xprop"),
-                       {QStringLiteral("-notype"), QStringLiteral("-id"),
-                        QString::number(window->winId()), QStringLiteral("_MOTIF_WM_HINTS")});
-        question.waitForFinished();
-        // "_MOTIF_WM_HINTS = 0x3, 0x36, ...": what of it counts, the functions, and more.
-        return question.readAllStandardOutput().split(',').value(1).trimmed().toInt(nullptr, 16);
+        return find(window, "text", QString::fromUtf8(text));
+    }
+    QQuickItem *note() const { return find(window, "wrapMode", 4); }
+
+    QColor previewColor() const
+    {
+        const QQuickItem *preview = find(window, "fillMode", 1);
+        return preview != nullptr ? window->grabWindow().pixelColor(middle(preview)) : QColor();
     }
 
-    static QQuickItem *button(const ViewWindow *window, const char *text)
+    /// Opens the file dialog and acts on it; it runs an event loop of its own.
+    void answerDialog(const std::function<void(QQuickView *)> &answer) const
     {
-        const QList<QQuickItem *> all = buttons(window->rootObject());
-        for (QQuickItem *item : all) {
-            if (item->property("text").toString() == QLatin1String(text))
-                return item;
-        }
-        return nullptr;
-    }
-
-    static QList<QQuickItem *> buttons(const QQuickItem *root)
-    {
-        QList<QQuickItem *> found;
-        const QList<QQuickItem *> children = root->childItems();
-        for (QQuickItem *child : children) {
-            if (child->inherits("QQuickButton"))
-                found += child;
-            found += buttons(child);
-        }
-        return found;
-    }
-
-    static void press(QQuickItem *button)
-    {
-        button->forceActiveFocus(Qt::TabFocusReason);
-        QTest::keyClick(button->window(), Qt::Key_Space);
-    }
-
-    /// Acts on the next dialog once it is there; it runs an event loop of its own.
-    static void answerDialog(const std::function<void(QWindow *)> &answer)
-    {
-        auto *look = new QTimer(QCoreApplication::instance());
-        QObject::connect(look, &QTimer::timeout, look, [look, answer] {
-            QWindow *dialog = QGuiApplication::modalWindow();
+        QTimer look;
+        connect(&look, &QTimer::timeout, this, [&] {
+            const QPointer<QWindow> dialog(QGuiApplication::modalWindow());
             if (dialog == nullptr || QGuiApplication::focusWindow() != dialog)
                 return;
-            look->stop();
-            look->deleteLater();
-            answer(dialog);
-            dialog->close(); // In case the answer failed half-way.
+            look.stop();
+            answer(qobject_cast<QQuickView *>(dialog));
+            if (dialog != nullptr)
+                dialog->close(); // In case the answer failed half-way.
         });
-        look->start(10);
+        look.start(10);
+        click(button("..."));
+        QVERIFY(!look.isActive());
     }
 
-    static QColor previewColour(ViewWindow *window)
-    {
-        const QQuickItem *preview = ViewBench::find(window->rootObject(), "fillMode", 1);
-        if (preview == nullptr)
-            return {};
-        const QPointF middle = preview->mapToScene({preview->width() / 2, preview->height() / 2});
-        return window->grabWindow().pixelColor(middle.toPoint());
-    }
-
-    std::unique_ptr<ViewBench> bench;
+    std::unique_ptr<ViewRig> rig;
+    std::unique_ptr<LogCapture> log;
+    QString document;
+    ViewWindow *window = nullptr;
 };
 
 int main(int argc, char **argv)

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "DashboardAbstractProfilesManager.h"
+#include "DashboardAction.h"
 
 #include <QtCore/QSemaphore>
 #include <QtCore/QStringList>
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
 
 /// A store without a disk that notes what it was asked to do. Any thread, like the real one.
@@ -20,26 +22,14 @@ public:
         const std::lock_guard guard(mutex);
         DashboardProfile profile;
         profile.id = nextId++;
-        profile.name = name;
         profile.builtIn = builtIn;
         profile.vehicles = vehicles;
         profile.previewPath = preview;
-        profile.qmlPath = QStringLiteral("/dashboards/%1/Dash.qml").arg(name);
-        profile.directory = QStringLiteral("/dashboards/") + name;
+        setName(profile, name);
         profiles.push_back(profile);
         if (active == DashboardProfileHeader::NoId)
             active = profile.id;
         return profile.id;
-    }
-
-    /// As if somebody else removed it.
-    void drop(Id id)
-    {
-        {
-            const std::lock_guard guard(mutex);
-            erase(id);
-        }
-        Q_EMIT profileListChanged();
     }
 
     /// What was asked for so far: action, id and parameter.
@@ -49,9 +39,10 @@ public:
         return noted;
     }
 
-    /// While set, actions wait in the store, with its lock held, until the semaphore lets them on.
-    QSemaphore gate{0};
+    /// While set, copies, renames and removals wait in the store, with its lock held, until the
+    /// semaphore lets them on.
     std::atomic<bool> gated{false};
+    QSemaphore gate{0};
     std::atomic<int> waitingActions{0};
     QString refusal; ///< Set before an action: the message that it fails with.
 
@@ -69,8 +60,11 @@ public:
     std::unique_ptr<DashboardProfile> profile(Id id) const override
     {
         const std::lock_guard guard(mutex);
-        const auto found = find(id);
-        return found != profiles.cend() ? std::make_unique<DashboardProfile>(*found) : nullptr;
+        for (const DashboardProfile &profile : profiles) {
+            if (profile.id == id)
+                return std::make_unique<DashboardProfile>(profile);
+        }
+        return nullptr;
     }
     bool profileNameExists(const QString &name) const override
     {
@@ -79,19 +73,7 @@ public:
             return profile.name.compare(name, Qt::CaseInsensitive) == 0;
         });
     }
-    void activateRecentProfileForVehicle(QString vehicleName) override
-    {
-        Id found = DashboardProfileHeader::NoId;
-        {
-            const std::lock_guard guard(mutex);
-            for (const DashboardProfile &profile : profiles) {
-                if (profile.vehicles.contains(vehicleName))
-                    found = profile.id;
-            }
-            active = found;
-        }
-        Q_EMIT newProfileActivated(found);
-    }
+    void activateRecentProfileForVehicle(QString /*vehicle*/) override {}
     DashboardActionResult performAction(Id id, int action, const QVariant &parameter) override
     {
         {
@@ -100,55 +82,40 @@ public:
             if (gated && action != DashboardProfileAction::Activate) {
                 ++waitingActions;
                 gate.acquire();
-                --waitingActions;
             }
-            if (!refusal.isEmpty())
-                return {false, refusal};
-            if (find(id) == profiles.cend())
-                return {false, QStringLiteral("Dashboard does not exist")};
         }
-        switch (action) {
-        case DashboardProfileAction::Activate:
-            active = id;
-            Q_EMIT newProfileActivated(id);
-            break;
-        case DashboardProfileAction::Copy:
+        if (!refusal.isEmpty())
+            return {false, refusal};
+        if (action == DashboardProfileAction::Copy)
             add(parameter.toString());
+        else
+            change(id, action, parameter.toString());
+        if (action == DashboardProfileAction::Activate)
+            Q_EMIT newProfileActivated(id);
+        else
             Q_EMIT profileListChanged();
-            break;
-        case DashboardProfileAction::Rename: {
-            const std::lock_guard guard(mutex);
-            for (DashboardProfile &profile : profiles) {
-                if (profile.id == id)
-                    profile.name = parameter.toString();
-            }
-        }
-            Q_EMIT profileListChanged();
-            Q_EMIT profileModified(id);
-            break;
-        case DashboardProfileAction::Remove:
-            drop(id);
-            Q_EMIT profileModified(id);
-            break;
-        default:
-            return {false, QStringLiteral("No such action")};
-        }
         return {true, {}};
     }
 
 private:
-    std::vector<DashboardProfile>::const_iterator find(Id id) const
+    static void setName(DashboardProfile &profile, const QString &name)
     {
-        return std::find_if(profiles.cbegin(), profiles.cend(),
-                            [id](const auto &profile) { return profile.id == id; });
+        profile.name = name;
+        profile.directory = QStringLiteral("/dashboards/") + name;
+        profile.qmlPath = profile.directory + QStringLiteral("/Dash.qml");
     }
-    void erase(Id id)
+
+    void change(Id id, int action, const QString &name)
     {
-        const auto found = find(id);
-        if (found != profiles.cend())
-            profiles.erase(found);
-        if (active == id)
-            active = profiles.empty() ? DashboardProfileHeader::NoId : profiles.front().id;
+        const std::lock_guard guard(mutex);
+        const auto profile = std::find_if(profiles.begin(), profiles.end(),
+                                          [id](const auto &known) { return known.id == id; });
+        if (action == DashboardProfileAction::Activate)
+            active = id;
+        else if (action == DashboardProfileAction::Rename)
+            setName(*profile, name);
+        else
+            profiles.erase(profile);
     }
 
     mutable std::mutex mutex;

@@ -1,8 +1,11 @@
 #include "ui/ProfileActions.h"
 
 #include "FakeStore.h"
+#include "support/TestFiles.h"
 
 #include <QtTest/QtTest>
+
+#include <thread>
 
 class ProfileActionsTest : public QObject
 {
@@ -12,77 +15,59 @@ private Q_SLOTS:
     void oneActionAtATimeAndNoneOnThisThread()
     {
         FakeStore store;
-        const auto id = store.add(QStringLiteral("Road"), true);
-        ProfileActions actions(store);
-        QSignalSpy copied(&actions, &ProfileActions::copied);
-        QSignalSpy succeeded(&actions, &ProfileActions::succeeded);
+        const auto id = store.add("Road"_q, true);
         store.gated = true;
+        std::thread opener;
+        {
+            ProfileActions actions(store);
+            const QSignalSpy copied(&actions, &ProfileActions::copied);
+            QVERIFY(actions.copy(id, "Mine"_q));
+            QVERIFY(actions.busyText().contains("Mine"_q));
+            QTRY_COMPARE(store.waitingActions.load(), 1);
+            QVERIFY(!actions.copy(id, "Again"_q) && !actions.remove(id, "Road"_q));
+            store.gate.release();
+            QTRY_COMPARE(copied.count(), 1);
+            QVERIFY(!actions.isBusy());
+            QCOMPARE(store.calls(), QStringList{"1 0 Mine"_q});
+            QCOMPARE(copied.constFirst(), QVariantList({1, "/dashboards/Mine/Dash.qml"_q}));
 
-        QVERIFY(actions.copy(id, QStringLiteral("Mine")));
-        QVERIFY(actions.isBusy());
-        QVERIFY(actions.busyText().contains(QStringLiteral("Mine")));
-        QTRY_COMPARE(store.waitingActions.load(), 1);
-        QVERIFY(!actions.copy(id, QStringLiteral("Again")));
-        QVERIFY(!actions.remove(id, QStringLiteral("Road")));
-        QCoreApplication::processEvents();
-        QCOMPARE(succeeded.count(), 0);
-
-        store.gate.release();
-        QTRY_COMPARE(copied.count(), 1);
-        QVERIFY(!actions.isBusy());
-        QCOMPARE(succeeded.count(), 1);
-        QCOMPARE(store.calls(), QStringList{QStringLiteral("1 0 Mine")});
-        QCOMPARE(copied.first().at(1).toString(), QStringLiteral("/dashboards/Mine/Dash.qml"));
-        QVERIFY(copied.first().at(0).toInt() != id);
+            // Its end waits for what is under way.
+            QVERIFY(actions.remove(id, "Road"_q));
+            QTRY_COMPARE(store.waitingActions.load(), 2);
+            opener = std::thread([&] { store.gate.release(); });
+        }
+        opener.join();
+        QVERIFY(!store.profileNameExists("Road"_q));
     }
 
     void tellsTheStoresOwnMessage()
     {
         FakeStore store;
-        const auto id = store.add(QStringLiteral("Mine"));
-        store.refusal = QStringLiteral("The disk says no");
+        store.refusal = "The disk says no"_q;
         ProfileActions actions(store);
-        QSignalSpy failed(&actions, &ProfileActions::failed);
-        QSignalSpy succeeded(&actions, &ProfileActions::succeeded);
-        actions.rename(id, QStringLiteral("Yours"));
+        const QSignalSpy failed(&actions, &ProfileActions::failed);
+        actions.rename(0, "Yours"_q);
         QTRY_COMPARE(failed.count(), 1);
         QVERIFY(!actions.isBusy());
-        actions.activate(id);
+        actions.activate(0);
         QTRY_COMPARE(failed.count(), 2);
-        for (const QList<QVariant> &failure : failed)
-            QCOMPARE(failure.first().toString(), store.refusal);
-        QCOMPARE(succeeded.count(), 0);
-    }
-
-    void endsOnlyAfterWhatIsUnderWay()
-    {
-        FakeStore store;
-        const auto id = store.add(QStringLiteral("Mine"));
-        store.gated = true;
-        std::thread opener;
-        {
-            ProfileActions actions(store);
-            actions.remove(id, QStringLiteral("Mine"));
-            QTRY_COMPARE(store.waitingActions.load(), 1);
-            opener = std::thread([&] { store.gate.release(); });
-        }
-        opener.join();
-        QVERIFY(!store.profileNameExists(QStringLiteral("Mine")));
+        QCOMPARE(failed.at(0).constFirst().toString() + failed.at(1).constFirst().toString(),
+                 store.refusal.repeated(2));
     }
 
     void namesAreJudgedAsOneTypes()
     {
         FakeStore store;
-        store.add(QStringLiteral("Road"), true);
-        store.add(QStringLiteral("Mine"));
+        store.add("Road"_q, true);
+        store.add("Mine"_q);
         const ProfileActions actions(store);
-        QVERIFY(!actions.nameProblem(QString(), {}).isEmpty());
-        QVERIFY(!actions.nameProblem(QStringLiteral("ROAD"), {}).isEmpty());
-        QVERIFY(!actions.nameProblem(QStringLiteral("Mine"), QStringLiteral("Mine")).isEmpty());
-        QCOMPARE(actions.nameProblem(QStringLiteral("MINE"), QStringLiteral("Mine")), QString());
-        QCOMPARE(actions.nameProblem(QStringLiteral("Rally"), {}), QString());
-        QCOMPARE(actions.freeName(QStringLiteral("Rally")), QStringLiteral("Rally"));
-        QCOMPARE(actions.freeName(QStringLiteral("road")), QStringLiteral("road 2"));
+        QVERIFY(!actions.nameProblem({}, {}).isEmpty());
+        QVERIFY(!actions.nameProblem("ROAD"_q, {}).isEmpty());
+        QVERIFY(!actions.nameProblem("Mine"_q, "Mine"_q).isEmpty());
+        QCOMPARE(actions.nameProblem("MINE"_q, "Mine"_q), QString());
+        QCOMPARE(actions.nameProblem("Rally"_q, {}), QString());
+        QCOMPARE(actions.freeName("Rally"_q), "Rally"_q);
+        QCOMPARE(actions.freeName("road"_q), "road 2"_q);
     }
 };
 
