@@ -8,8 +8,7 @@
 #include "telemetry/TelemetryFeeder.h"
 #include "telemetry/TelemetryMonitor.h"
 #include "telemetry/VehicleNames.h"
-#include "telemetry/demo/DemoCars.h"
-#include "telemetry/demo/PacedSource.h"
+#include "telemetry/demo/DemoSource.h"
 #include "ui/GalleryWindow.h"
 #include "ui/Navigation.h"
 
@@ -185,9 +184,8 @@ int main(int argc, char *argv[])
 
         wait(WarmUpMs);
         printFrames("Scrolling, no telemetry", scroll(window, *grid));
-        const TelemetryFeeder feeder(
-            std::make_unique<PacedSource>(std::make_unique<DemoCars>(64, 1), 30), *engine, vehicles,
-            monitor);
+        const TelemetryFeeder feeder(std::make_unique<DemoSource>(DemoCars(64), 30), *engine,
+                                     vehicles, monitor);
         wait(WarmUpMs); // The engine loads the dashboard at its first tick.
         printFrames("Scrolling, live picture", scroll(window, *grid));
     }

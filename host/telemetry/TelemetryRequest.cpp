@@ -3,7 +3,7 @@
 #include "TelemetrySourceChoices.h"
 #include "system/Terminal.h"
 #include "telemetry/demo/DemoCars.h"
-#include "telemetry/demo/PacedSource.h"
+#include "telemetry/demo/DemoSource.h"
 #include "telemetry/feeds/KnownFeeds.h"
 #include "telemetry/feeds/described/DescribedFeed.h"
 #include "telemetry/recordings/OpenDrive.h"
@@ -142,8 +142,7 @@ bool TelemetryRequest::isDrive() const
 std::unique_ptr<TelemetrySource> TelemetryRequest::makeSource(QStringList &problems) const
 {
     if (source.isEmpty() || source == Demo)
-        return std::make_unique<PacedSource>(std::make_unique<DemoCars>(DemoSeed, demoCars),
-                                             startAt);
+        return std::make_unique<DemoSource>(DemoCars(DemoSeed, demoCars), startAt);
     if (isDrive())
         return play(*this, problems);
     return makeListener(problems);

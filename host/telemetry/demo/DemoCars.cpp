@@ -17,24 +17,24 @@ DemoCars::DemoCars(std::uint32_t seed, int cars)
         this->cars.emplace_back(seed + static_cast<std::uint32_t>(car));
 }
 
-TelemetrySample DemoCars::sampleAt(double seconds)
+TelemetrySample DemoCars::sampleAt(double seconds) const
 {
-    const Turn turn = turnAt(seconds);
-    return cars[turn.car].sampleAt(turn.seconds);
+    const auto [car, moment] = turnAt(seconds);
+    return cars[car].sampleAt(moment);
 }
 
-QString DemoCars::vehicleNameAt(double seconds)
+QString DemoCars::vehicleNameAt(double seconds) const
 {
-    return QLatin1String(Names[turnAt(seconds).car]);
+    return QLatin1String(Names[turnAt(seconds).first]);
 }
 
-DemoCars::Turn DemoCars::turnAt(double seconds) const
+std::pair<std::size_t, double> DemoCars::turnAt(double seconds) const
 {
     // One car has no turns, and its own clock takes any number.
     if (cars.size() == 1 || !std::isfinite(seconds) || seconds < 0)
         return {0, seconds};
     const double turns = std::floor(seconds / TurnSeconds);
     const auto count = static_cast<double>(cars.size());
-    return {static_cast<std::size_t>(std::fmod(turns, count)),
-            std::floor(turns / count) * TurnSeconds + (seconds - turns * TurnSeconds)};
+    const double earlier = std::floor(turns / count) * TurnSeconds;
+    return {std::size_t(std::fmod(turns, count)), earlier + seconds - turns * TurnSeconds};
 }

@@ -10,8 +10,7 @@
 namespace {
 
 constexpr float JackM = 0.12F;       // by which the box lifts the car to change its tyres
-constexpr double FirstGearAt = 2;    // s on the grid
-constexpr double ThrottleAt = 3;     // s on the grid
+constexpr double FirstGearAt = 3;    // s on the grid
 constexpr double ParkedSeconds = 10; // at the box after the race
 constexpr double PausedSeconds = 4;
 constexpr double UnknownSeconds = 5;
@@ -31,11 +30,6 @@ std::uint8_t percent(double value)
     return std::uint8_t(std::lround(std::clamp(value, 0.0, 100.0)));
 }
 
-std::uint32_t milliseconds(double seconds)
-{
-    return std::uint32_t(std::llround(std::max(seconds, 0.0) * 1000));
-}
-
 bool isWithin(double value, double from, double to)
 {
     return value >= from && value < to;
@@ -47,11 +41,9 @@ RaceCar drivenCar(const RaceScript &script, const RaceMoment &moment)
     const RaceLap &lap = script.lapOf(moment);
     RaceCar car = lap.trace->at(moment.trace);
     if (moment.held >= 0) {
-        const bool isOnGrid = moment.lap == 0;
         car.speed = car.slip = 0;
-        car.gear = isOnGrid && moment.held >= FirstGearAt ? 1 : 0;
-        car.throttle =
-            isOnGrid ? std::clamp(moment.held - ThrottleAt, 0.0, RaceCar::StartThrottle) : 0;
+        car.gear = moment.lap == 0 && moment.held > FirstGearAt ? 1 : 0;
+        car.throttle = std::clamp(moment.held - FirstGearAt, 0.0, car.throttle);
         car.rpm = RaceCar::freeRpm(car.throttle);
         car.brake = 0.4;
         car.clutch = 1;
@@ -70,7 +62,6 @@ RaceCar drivenCar(const RaceScript &script, const RaceMoment &moment)
 std::uint32_t statusFlags(const RaceLap &lap, const RaceMoment &moment, const RaceCar &car)
 {
     const double place = car.distance;
-    const bool isBack = moment.lap == RaceScript::RaceLaps;
     const bool isInPits = (lap.comesIn && place >= Circuit::PitEntry) ||
                           (lap.trace == &Laps::instance().out && place < Circuit::PitExit);
     const bool isInZone = lap.mayUseDrs && isWithin(place, DrsFrom, DrsTo);
@@ -80,7 +71,7 @@ std::uint32_t statusFlags(const RaceLap &lap, const RaceMoment &moment, const Ra
     const auto set = [&flags](bool condition, std::uint32_t bit) { flags |= condition ? bit : 0; };
     set(car.absLeft > 0, Status::AbsInAction);
     set(car.tcLeft > 0, Status::TcInAction);
-    set(isBack, Status::AutoShifter);
+    set(moment.lap == RaceScript::RaceLaps, Status::AutoShifter);
     set(isInPits, Status::SpeedLimiter);
     set(isInZone, Status::DrsAvailable);
     set(isInZone && place > DrsFrom + 18 && car.throttle > 0.95, Status::DrsEngaged);
@@ -131,9 +122,9 @@ void fillRace(VehicleTelemetry &vehicle, const RaceScript &script, const RaceMom
     const double tyreLaps = script.tyreLaps(moment);
     vehicle.fuelLevelPercent = percent(fuel);
     vehicle.position = script.position(moment);
-    vehicle.currentTimeMs = milliseconds(moment.elapsed);
-    vehicle.lastTimeMs = milliseconds(lap.last);
-    vehicle.bestTimeMs = milliseconds(lap.best);
+    vehicle.currentTimeMs = std::uint32_t(std::lround(1000 * moment.elapsed));
+    vehicle.lastTimeMs = std::uint32_t(std::lround(1000 * lap.last));
+    vehicle.bestTimeMs = std::uint32_t(std::lround(1000 * lap.best));
     vehicle.completedLaps = std::int32_t(moment.lap);
     vehicle.numberOfLaps = std::int32_t(RaceScript::RaceLaps);
     vehicle.deltaTimeS = float(script.delta(moment));

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr double Grid = -60;           // m from the start line
+constexpr double StartThrottle = 0.85; // 0 to 1, while the clutch waits for the lights
 constexpr double Ahead = 600;          // m past the line that a driver can see
 constexpr double FastestSpeed = 95;    // m/s, more than the car can do
 constexpr double CornerMargin = 0.97;  // of the speed at the edge of grip
@@ -34,9 +35,8 @@ double wish(const RaceCar &car, const std::vector<double> &allowed)
     const double falls = target * (at(ahead + 1) - target);
     const double below = target - car.speed;
     // Waits for the braking point at full throttle; then rather holds the pedal than lifts it.
-    const bool onBrakes = car.brake > 0;
-    const double gain = onBrakes && below > 0 && falls < -4 ? 3 : 8;
-    return gain * below + (!onBrakes && below > 1 ? std::max(falls, 0.0) : falls);
+    const double gain = car.brake > 0 && below > 0 && falls < -4 ? 3 : 8;
+    return gain * below + (car.brake <= 0 && below > 1 ? std::max(falls, 0.0) : falls);
 }
 
 } // namespace
@@ -77,29 +77,20 @@ Laps::Laps()
 {
     RaceCar onGrid;
     onGrid.distance = Grid;
-    onGrid.throttle = RaceCar::StartThrottle;
-    onGrid.rpm = RaceCar::freeRpm(RaceCar::StartThrottle);
+    onGrid.throttle = StartThrottle;
+    onGrid.rpm = RaceCar::freeRpm(StartThrottle);
     const std::vector<double> open = allowed(Nowhere, Nowhere);
-    drive(start, onGrid, open, Circuit::Length);
-
-    const auto again = [](const LapTrace &trace) {
-        RaceCar car = trace.cars.back();
-        car.distance -= Circuit::Length;
-        return car;
-    };
+    start.cars = drive(onGrid, open);
     // Tyres and brakes take some laps to settle, so that each begins as the one before ends.
     flying = start;
-    for (int i = 0; i < 3; ++i) {
-        const RaceCar car = again(flying);
-        flying.cars.clear();
-        drive(flying, car, open, Circuit::Length);
-    }
-    drive(in, again(flying), allowed(Circuit::PitEntry, Nowhere, Circuit::PitBox), Circuit::PitBox);
+    for (int i = 0; i < 3; ++i)
+        flying.cars = drive(flying.cars.back(), open);
+    in.cars = drive(flying.cars.back(), allowed(Circuit::PitEntry, Nowhere, Circuit::PitBox),
+                    Circuit::PitBox);
     in.hold = in.seconds();
-    RaceCar served = in.cars.back();
-    in.cars.pop_back();
-    drive(in, served, allowed(Circuit::PitEntry, Nowhere), Circuit::Length);
-    drive(out, again(in), allowed(Grid, Circuit::PitExit + 5), Circuit::Length);
+    const auto left = drive(in.cars.back(), allowed(Circuit::PitEntry, Nowhere));
+    in.cars.insert(in.cars.end(), left.begin() + 1, left.end());
+    out.cars = drive(in.cars.back(), allowed(Grid, Circuit::PitExit + 5));
 }
 
 std::vector<double> Laps::allowed(double limitFrom, double limitTo, double stopAt) const
@@ -130,13 +121,14 @@ std::vector<double> Laps::allowed(double limitFrom, double limitTo, double stopA
     return speeds;
 }
 
-void Laps::drive(LapTrace &trace, RaceCar car, const std::vector<double> &allowed, double to) const
+std::vector<RaceCar> Laps::drive(RaceCar car, const std::vector<double> &allowed, double to) const
 {
-    trace.cars.push_back(car);
-    while (car.distance < to) {
+    if (car.distance >= Circuit::Length)
+        car.distance -= Circuit::Length;
+    std::vector<RaceCar> cars{car};
+    while (car.distance < to && (to - car.distance > 1.5 || car.speed > 0)) {
         car.step(circuit.at(car.distance), wish(car, allowed), LapTrace::Step);
-        trace.cars.push_back(car);
-        if (to - car.distance < 1.5 && car.speed <= 0)
-            break;
+        cars.push_back(car);
     }
+    return cars;
 }

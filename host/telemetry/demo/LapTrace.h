@@ -40,5 +40,6 @@ private:
     Laps();
     /// m/s that the driver goes at each metre from the grid on, with a stop at `stopAt` if any.
     std::vector<double> allowed(double limitFrom, double limitTo, double stopAt = Nowhere) const;
-    void drive(LapTrace &trace, RaceCar car, const std::vector<double> &allowed, double to) const;
+    std::vector<RaceCar> drive(RaceCar car, const std::vector<double> &allowed,
+                               double to = Circuit::Length) const;
 };

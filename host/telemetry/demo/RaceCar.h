@@ -18,8 +18,6 @@ struct RaceCar
 {
     static constexpr double MaxRpm = 8200;
     static constexpr double IdleRpm = 1100;
-    static constexpr double StartThrottle =
-        0.85;                                    ///< 0 to 1, while the clutch waits for the lights.
     static constexpr double Wheelbase = 2.7;     ///< m.
     static constexpr double AirC = 24;           ///< °C.
     static constexpr double PitSpeed = 60 / 3.6; ///< m/s that the limiter allows in the pit lane.

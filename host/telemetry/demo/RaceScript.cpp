@@ -56,11 +56,6 @@ double LapPace::traceAt(double elapsed) const
     return high;
 }
 
-double RaceLap::elapsed(double moment) const
-{
-    return pace.elapsed(moment) + (moment > trace->hold ? hold : 0);
-}
-
 RaceScript::RaceScript(std::uint32_t seed)
 {
     std::mt19937 random(seed);
@@ -68,23 +63,19 @@ RaceScript::RaceScript(std::uint32_t seed)
     form = 2 * Pi * chance();
     for (int number = 0; number <= RaceLaps; ++number) {
         RaceLap lap = next();
-        lap.pace.from = laps.empty() ? 1 : laps.back().pace.to;
         lap.yellow = isOneOf(Yellows, number);
-        const double slowFrom = 5 + 45 * chance();
+        lap.pace.slowFrom = 5 + 45 * chance();
+        lap.pace.slowTo = lap.pace.slowFrom + YellowLength;
+        lap.pace.slowSeconds = lap.yellow ? YellowSeconds : 0;
+        if (number == RaceLaps)
+            lap.pace = {lap.pace.traced, 1, 1, 0, lap.trace->hold, CoolDownSeconds};
         const double blueFrom = 100 + 2500 * chance();
-        lap.pace.to = 1.002 + 0.024 * chance();
         lap.blueFrom = isOneOf(Blues, number) ? blueFrom : 0;
+        lap.pace.from = laps.empty() ? 1 : laps.back().pace.to;
+        lap.pace.to = 1.002 + 0.024 * chance();
         lap.mayUseDrs = chance() < 0.6 && number > 0 && number < RaceLaps && !lap.yellow;
         lap.warned = number == PenaltyStop - 2;
         lap.punished = number == PenaltyStop;
-        if (lap.yellow) {
-            lap.pace.slowFrom = slowFrom;
-            lap.pace.slowTo = slowFrom + YellowLength;
-            lap.pace.slowSeconds = YellowSeconds;
-        } else if (number == RaceLaps) {
-            lap.pace.slowTo = lap.trace->hold;
-            lap.pace.slowSeconds = CoolDownSeconds;
-        }
         laps.push_back(lap);
     }
 }
@@ -131,7 +122,7 @@ RaceMoment RaceScript::at(double seconds) const
         ++moment.lap;
     const RaceLap &lap = lapOf(moment);
     moment.elapsed = seconds - lap.begin;
-    const double standing = moment.elapsed - lap.pace.elapsed(lap.trace->hold);
+    const double standing = seconds - lap.boxAt();
     // After the last lap the car stays.
     moment.served = lap.hold > 0 && standing >= lap.hold;
     if (lap.comesIn && standing >= 0 && !moment.served) {
@@ -141,11 +132,6 @@ RaceMoment RaceScript::at(double seconds) const
         moment.trace = lap.pace.traceAt(moment.elapsed - (moment.served ? lap.hold : 0));
     }
     return moment;
-}
-
-double RaceScript::end() const
-{
-    return laps.back().begin + laps.back().pace.elapsed(laps.back().trace->hold);
 }
 
 double RaceScript::lapsDriven(const RaceMoment &moment) const

@@ -45,7 +45,12 @@ struct RaceLap
     bool punished = false; ///< Black flag.
 
     /// s gone by at a moment of the trace, with the stop.
-    double elapsed(double moment) const;
+    double elapsed(double moment) const
+    {
+        return pace.elapsed(moment) + (moment > trace->hold ? hold : 0);
+    }
+    /// When the car comes to the box, s since the lights.
+    double boxAt() const { return begin + pace.elapsed(trace->hold); }
 };
 
 /// A moment of the race.
@@ -74,7 +79,7 @@ public:
     const RaceLap &lapOf(const RaceMoment &moment) const { return laps[std::size_t(moment.lap)]; }
 
     /// s until the car has come back to its box.
-    double end() const;
+    double end() const { return laps.back().boxAt(); }
 
     /// Laps driven, with the share of the present one.
     double lapsDriven(const RaceMoment &moment) const;

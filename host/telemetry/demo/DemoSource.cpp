@@ -1,25 +1,21 @@
-#include "PacedSource.h"
-
-#include "TimedTelemetry.h"
+#include "DemoSource.h"
 
 #include <algorithm>
 #include <chrono>
 #include <utility>
 
-PacedSource::PacedSource(std::unique_ptr<TimedTelemetry> telemetry, double startAt)
-    : telemetry(std::move(telemetry))
+DemoSource::DemoSource(DemoCars cars, double startAt)
+    : cars(std::move(cars))
     , startAt(startAt)
 {
 }
 
-PacedSource::~PacedSource() = default;
-
-void PacedSource::start(TelemetrySink &sink)
+void DemoSource::start(TelemetrySink &sink)
 {
     thread.start("telemetry", [this, &sink] { run(sink); });
 }
 
-void PacedSource::run(TelemetrySink &sink)
+void DemoSource::run(TelemetrySink &sink)
 {
     using Clock = std::chrono::steady_clock;
     constexpr std::chrono::duration<double> Period(1.0 / 60);
@@ -29,7 +25,7 @@ void PacedSource::run(TelemetrySink &sink)
     do {
         const std::chrono::duration<double> elapsed = Clock::now() - start;
         const double moment = startAt + elapsed.count();
-        sink.update(telemetry->sampleAt(moment), telemetry->vehicleNameAt(moment));
+        sink.update(cars.sampleAt(moment), cars.vehicleNameAt(moment));
         // After a hold-up the rhythm starts over: a burst of old moments would help nobody.
         next = std::max(next + std::chrono::duration_cast<Clock::duration>(Period), Clock::now());
     } while (thread.waitUntil(next));
