@@ -3,7 +3,7 @@
 #include "render/TelemetryPublisher.h"
 #include "support/Shouter.h"
 #include "views/DashboardWindowVM.h"
-#include "views/EditorBench.h"
+#include "views/EditorRig.h"
 
 #include <QtGui/QMouseEvent>
 #include <QtTest/QtTest>
@@ -121,17 +121,17 @@ private Q_SLOTS:
 
     void everyControlOfTheEditorReachesItsViewModel()
     {
-        EditorBench bench;
-        bench.make();
-        bench.model->setPath(bench.file());
+        EditorRig rig;
+        rig.make();
+        rig.model->setPath(rig.file());
         const Shouter translator("DashboardEditor");
-        const HostedDocument document("qrc:/dash/qml/DashboardEditor.qml"_q, *bench.model);
+        const HostedDocument document("qrc:/dash/qml/DashboardEditor.qml"_q, *rig.model);
         const QStringList sliders{"Steering rotation:"_q, "Gas pedal:"_q, "Brake pedal:"_q,
                                   "Clutch pedal:"_q,      "RPM:"_q,       "Max RPM:"_q};
         const QVector<int> values{-50, 11, 12, 13, 5000, 8000};
         for (int i = 0; i < values.size(); ++i)
             itemAt(document, sliders[i].toUpper(), 1)->setProperty("value", values[i]);
-        const VehicleTelemetry vehicle = bench.published().vehicle;
+        const VehicleTelemetry vehicle = rig.published().vehicle;
         QCOMPARE(QVector<int>({vehicle.steeringPercent, vehicle.gasPedalPercent,
                                vehicle.brakePedalPercent, vehicle.clutchPedalPercent,
                                int(vehicle.rpm), int(vehicle.maxRpm)}),
@@ -151,14 +151,14 @@ private Q_SLOTS:
         };
         for (const auto &[box, state] : boxes) {
             itemAt(document, box.toUpper())->setProperty("checked", true);
-            const PublishedRecords now = bench.published();
+            const PublishedRecords now = rig.published();
             const auto actual = QString::asprintf("%x %d%d%d ", now.vehicle.statusFlags & 0x5150,
                                                   now.showMarkers, now.paused, now.useMph) +
                                 now.motionProfileName;
             QCOMPARE(actual.trimmed(), state);
         }
         QMetaObject::invokeMethod(itemAt(document, "CODE"_q), "clicked");
-        QCOMPARE(bench.navigation.shown.size(), 1U);
+        QCOMPARE(rig.navigation.shown.size(), 1U);
     }
 
     void aChangeShowsThePanelAtTheNextPublication()
