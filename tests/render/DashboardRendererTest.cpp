@@ -1,69 +1,60 @@
 #include "Documents.h"
-#include "Probe.h"
 #include "render/DashboardFadeInOut.h"
-#include "support/FakeCounter.h"
+#include "support/LogCapture.h"
 
-#include <QtGui/QImage>
-#include <QtGui/QPainter>
+#include <QtGui/QWindow>
+#include <QtQml/QQmlError>
 #include <QtTest/QtTest>
 
-#include <set>
+#include <atomic>
+#include <thread>
+
+using OVX::ErrorLog;
 
 namespace {
 
-constexpr QRgb Bar = 0xFFFF6A00;
+/// Doesn't fill the frame, and shows where it is and how large its window's items take themselves
+/// to be.
+const QByteArray Plain = R"(
+    Item {
+        id: root
+        width: 40; height: 20
+        Rectangle { x: 3; y: 5; width: 11; height: 7; color: "lime" }
+        Rectangle {
+            readonly property Item above: root.parent
+            x: 30
+            width: above ? 4 + above.width : 0
+            height: above ? 4 + above.height : 0
+            color: above && above.transformOrigin !== Item.Center || !enabled ? "red" : "white"
+        }
+    })";
 
-FakeCounter &panelCounter()
+/// Runs `action` at every publication after the load.
+QByteArray acting(const QByteArray &action)
 {
-    static FakeCounter counter;
-    return counter;
-}
-
-/// The panel's fade under a clock in the test's hand.
-class TimedFade : public DashboardFadeInOut
-{
-    Q_OBJECT
-
-public:
-    explicit TimedFade(QObject *parent = nullptr)
-        : DashboardFadeInOut(panelCounter(), parent)
-    {
-    }
-};
-
-void publish(DashboardRenderer &renderer, const TuneInfo &tune = {}, const QString &profile = {})
-{
-    renderer.publishTelemetry({}, {}, {}, profile, tune, 1.0F, false, false, false);
-}
-
-/// The text as it should stand in the picture of a failed load.
-Picture drawn(const QString &text, int width, int height)
-{
-    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::black);
-    QPainter painter(&image);
-    painter.setPen(Qt::white);
-    QFont font = painter.font();
-    font.setPixelSize(width / 25);
-    painter.setFont(font);
-    painter.drawText(QRect(0, 0, width, height), Qt::TextWordWrap, text);
-    painter.end();
-    return {Frame(image.constBits(), image.constBits() + image.sizeInBytes()), width, height};
-}
-
-TuneInfo wingTune()
-{
-    TuneInfo tune;
-    tune.group = QStringLiteral("Aero");
-    tune.name = QStringLiteral("Wing");
-    tune.valueMax = 10;
-    tune.valueCurrent = 10;
-    tune.changeCounter = 1;
-    return tune;
+    return R"(
+        Rectangle {
+            id: root
+            property int tick: dash_frameCounter1000
+            property int calls: 0
+            property var made: null
+            width: 480; height: 272; color: "red"
+            Probe { id: probe }
+            Component { id: maker; Rectangle { width: 480; height: 272; color: "lime"; Probe {} } }
+            Component.onCompleted: made = maker.createObject(root)
+            Component.onDestruction: { throw "no fault of the next document" }
+            function make(text) {
+                return Qt.createQmlObject("import QtQuick 2.15; import QtQuick.Window 2.15;
+                    import QtQuick.Controls 2.15; import Probe 1.0; " + text, root)
+            }
+            onTickChanged: if (tick > 2) {)" +
+           action + "}}";
 }
 
 } // namespace
 
+/// What is published to a document, what it may do without harm to the next one, and the picture
+/// of its errors.
 class DashboardRendererTest : public QObject
 {
     Q_OBJECT
@@ -72,247 +63,248 @@ private Q_SLOTS:
     void initTestCase()
     {
         Probe::registerType();
-        qmlRegisterType<TimedFade>("DashboardFadeInOut", 1, 0, "DashboardFadeInOut");
+        DashboardFadeInOut::registerType();
+        plain = folder.write("Plain.qml"_q, document(Plain));
+        DashboardRenderer renderer;
+        QVERIFY(load(renderer, plain));
+        alone = frame(renderer);
+        QVERIFY(count(alone, Green) == 132 * 84 && count(alone, 0xFFFFFFFF) == 48 * 48);
     }
-    void init() { Probe::reports.clear(); }
     void cleanup() { QCOMPARE(Probe::alive, 0); }
 
-    void aNewRendererHasNothingToShowOrSay()
+    void onlyTheFirstLoadPublishesAndAllPropertiesAreThereForIt()
     {
+        DashboardRenderer other;
+        publish(other);
+        QByteArray names;
+        for (const QString &name : other.publishedFields())
+            names += name.toUtf8() + ',';
+        const QByteArray text = "Item { property var all: [" + names + R"(]
+            Probe { Component.onCompleted: report(all.length + " " + dash_frameCounter1000) } })";
         DashboardRenderer renderer;
-        Frame buffer{1, 2, 3};
-        QVERIFY(!renderer.renderFrame(buffer, 480, 272, false));
-        QCOMPARE(buffer, Frame({1, 2, 3}));
-        QVERIFY(renderer.errors().isEmpty());
-        QVERIFY(renderer.publishedFields().empty());
+        QVERIFY(frame(renderer).isNull() && renderer.errors().isEmpty());
+        QVERIFY(loadText(renderer, folder, text));
+        QVERIFY(loadText(renderer, folder, text));
+        publish(renderer);
+        QVERIFY(loadText(renderer, folder, text));
+        QCOMPARE(Probe::reports, QVariantList({"129 2"_q, "129 2"_q, "129 4"_q}));
     }
 
-    void aFailedLoadIsAPictureOfItsErrors()
+    void aFailedLoadIsAPictureOfItsErrorsWhereThereIsRoom()
     {
-        const DocumentFolder folder;
         DashboardRenderer renderer;
-        QVERIFY(!renderer.load(folder.path(QStringLiteral("Missing.qml")), 480, 272));
-        QVERIFY(!renderer.errors().isEmpty());
-        QVERIFY(renderer.errors().constFirst().contains(QLatin1String("file:///")));
-        QVERIFY(renderer.errors().constFirst().contains(QLatin1String("Missing.qml")));
-
-        const Picture picture = frame(renderer, 480, 272);
-        QVERIFY(picture.isWhole());
-        QVERIFY(picture.count(Black) > 480 * 272 / 2);
-        QVERIFY(picture.count(White) > 0);
-        // It starts at the top left.
-        QVERIFY(picture.count(Black, 100, 272) == 480 * 172);
-        QVERIFY(frame(renderer, 480, 272, true) == picture);
-    }
-
-    void theErrorsStandOneBelowTheOtherWithoutTheirPrefix_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::newRow("design size") << QSize(480, 272);
-        QTest::newRow("large") << QSize(1440, 816);
-        QTest::newRow("narrowest") << QSize(26, 100);
-        QTest::newRow("one row") << QSize(480, 1);
-    }
-
-    void theErrorsStandOneBelowTheOtherWithoutTheirPrefix()
-    {
-        QFETCH(QSize, size);
-        const DocumentFolder folder;
-        DashboardRenderer renderer;
-        QVERIFY(
-            !renderer.load(folder.write(QStringLiteral("Dash.qml"),
-                                        document("Item { width: unknownOne; height: unknownTwo }")),
-                           480, 272));
-        QCOMPARE(renderer.errors().size(), 2);
+        QVERIFY(!loadText(renderer, folder, "Item { width: unknownOne; height: unknownTwo }"));
         QString text;
         for (const QString &error : renderer.errors()) {
-            QVERIFY(error.startsWith(QLatin1String("file:///")));
-            text += error.mid(8) + QLatin1Char('\n');
+            QVERIFY(error.startsWith("file:///"_q));
+            text += error.mid(8) + u'\n';
         }
-        QVERIFY(frame(renderer, size.width(), size.height()) ==
-                drawn(text, size.width(), size.height()));
-    }
-
-    void withoutRoomForTheErrorsThereIsNoPicture()
-    {
-        const DocumentFolder folder;
-        DashboardRenderer renderer;
-        QVERIFY(!renderer.load(folder.path(QStringLiteral("Missing.qml")), 480, 272));
-        for (const QSize size : {QSize(25, 272), QSize(1, 1), QSize(0, 272), QSize(480, 0),
-                                 QSize(-480, -272), QSize(480, -1)}) {
-            Frame buffer{1, 2, 3};
-            QVERIFY(!renderer.renderFrame(buffer, size.width(), size.height(), false));
-            QCOMPARE(buffer, Frame({1, 2, 3}));
+        QCOMPARE(text.count(u'\n'), 2);
+        for (const auto &[width, height] : {std::pair(480, 272), {26, 100}, {480, 1}}) {
+            const QImage expected = paintedText(width, height, text, width / 25, Qt::TextWordWrap);
+            for (const bool upsideDown : {false, true}) // It always stands upright.
+                QCOMPARE(frame(renderer, width, height, upsideDown), expected);
         }
+        for (const auto &[width, height] : {std::pair(25, 272), {0, 272}, {480, 0}, {480, -1}})
+            QVERIFY(frame(renderer, width, height).isNull());
     }
 
-    void aDocumentReadsEveryPropertyAtItsFirstLoad()
+    void consumersOfBothOrientationsShareItAndKeepTheirMemory()
     {
-        QByteArray names;
-        {
-            DashboardRenderer other;
-            publish(other);
-            for (const QString &name : other.publishedFields())
-                names += name.toUtf8() + ',';
-        }
-        const DocumentFolder folder;
         DashboardRenderer renderer;
-        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"),
-                                           document("Item { property var all: [" + names + R"(]
-                             Component.onCompleted: probe.report(all.length)
-                             Probe { id: probe } })")),
-                              480, 272));
-        QVERIFY(renderer.errors().isEmpty());
-        QCOMPARE(Probe::reports.constLast().toInt(), 129);
-        QCOMPARE(renderer.publishedFields().size(), std::size_t{129});
-    }
-
-    void onlyTheFirstLoadPublishes()
-    {
-        const DocumentFolder folder;
-        const QString path = folder.write(QStringLiteral("Dash.qml"), document(R"(
-            Item { Probe { Component.onCompleted: report(dash_frameCounter1000) } })"));
-        DashboardRenderer renderer;
-        QVERIFY(renderer.load(path, 480, 272));
-        QVERIFY(renderer.load(path, 480, 272));
-        publish(renderer);
-        QVERIFY(renderer.load(path, 480, 272));
-        QCOMPARE(Probe::reports, QVariantList({2U, 2U, 4U}));
-
-        DashboardRenderer publishedBefore;
-        publish(publishedBefore, wingTune());
-        QVERIFY(publishedBefore.load(path, 480, 272));
-        QCOMPARE(Probe::reports.constLast(), QVariant(2U));
-    }
-
-    void everyRendererCountsForItself()
-    {
-        const DocumentFolder folder;
-        const QString path = folder.write(QStringLiteral("Dash.qml"), document(R"(
-            Item {
-                property int count: dash_frameCounter1000
-                onCountChanged: probe.report(count)
-                Probe { id: probe }
-            })"));
-        DashboardRenderer first;
-        DashboardRenderer second;
-        QVERIFY(first.load(path, 480, 272));
-        for (int i = 0; i < 4; ++i)
-            publish(first);
-        QCOMPARE(Probe::reports.constLast().toInt(), 10);
-        QVERIFY(second.load(path, 480, 272));
-        QCOMPARE(Probe::reports.constLast().toInt(), 2);
-        publish(second);
-        QCOMPARE(Probe::reports.constLast().toInt(), 4);
-        publish(first);
-        QCOMPARE(Probe::reports.constLast().toInt(), 12);
-    }
-
-    void aHandlerSeesEarlierPropertiesNewAndLaterOnesOld()
-    {
-        const DocumentFolder folder;
-        DashboardRenderer renderer;
-        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), document(R"(
-            Item {
-                property int count: dash_frameCounter1000
-                onCountChanged: probe.report(dash_useMph + dash_tuneName + dash_motionProfileName)
-                Probe { id: probe }
-            })")),
-                              480, 272));
-        for (int i = 0; i < 2; ++i)
-            renderer.publishTelemetry({}, {}, {}, QStringLiteral("Gentle"), wingTune(), 1.0F, true,
-                                      false, false);
-        QCOMPARE(Probe::reports.mid(Probe::reports.size() - 2),
-                 QVariantList({QStringLiteral("true"), QStringLiteral("trueWingGentle")}));
-    }
-
-    void consumersOfBothOrientationsGetTheirOwn()
-    {
-        const DocumentFolder folder;
-        DashboardRenderer renderer;
-        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), document(R"(
-            Rectangle {
-                width: 480; height: 272; color: "blue"
-                Rectangle { x: 10; y: 20; width: 100; height: 50; color: "white" }
-            })")),
-                              480, 272));
-        const Picture upright = frame(renderer, 480, 272);
-        QCOMPARE(upright.count(White, 0, 136), 100 * 50);
-        for (int i = 0; i < 3; ++i) {
-            QVERIFY(frame(renderer, 480, 272, true) == upright.turned());
-            QVERIFY(frame(renderer, 480, 272, false) == upright);
-        }
-    }
-
-    void aSteadyFrameStaysInItsMemory()
-    {
-        const DocumentFolder folder;
-        DashboardRenderer renderer;
-        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), filled("blue")), 480, 272));
-        Frame buffer;
-        QVERIFY(renderer.renderFrame(buffer, 480, 272, false));
+        QVERIFY(load(renderer, plain));
+        Frame buffer(frameBytes(480, 272));
         const unsigned char *const address = buffer.data();
-        const std::size_t capacity = buffer.capacity();
-        for (int i = 0; i < 10; ++i) {
-            publish(renderer);
-            QVERIFY(renderer.renderFrame(buffer, 480, 272, i % 2 == 0));
+        for (const bool upsideDown : {true, false, true}) {
+            QVERIFY(renderer.renderFrame(buffer, 480, 272, upsideDown));
+            QCOMPARE(frameImage(buffer, 480, 272), alone.mirrored(upsideDown, upsideDown));
             QCOMPARE(buffer.data(), address);
-            QCOMPARE(buffer.capacity(), capacity);
         }
     }
 
-    void aFrameThatOpenGlCantGiveIsNoError()
+    void thePanelShowsAChangedTune()
     {
-        const DocumentFolder folder;
         DashboardRenderer renderer;
-        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), filled("blue")), 480, 272));
-        QVERIFY(!frame(renderer, 1 << 20, 4).isWhole());
-        QVERIFY(!frame(renderer, 0, 0).isWhole());
-        QCOMPARE(frame(renderer, 480, 272).count(Blue), 480 * 272);
-    }
-
-    void thePanelShowsAChangedTuneAndTurnsWithTheDashboard_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::newRow("design size") << QSize(480, 272);
-        QTest::newRow("twice") << QSize(960, 544);
-    }
-
-    void thePanelShowsAChangedTuneAndTurnsWithTheDashboard()
-    {
-        QFETCH(QSize, size);
-        const int width = size.width();
-        const int height = size.height();
-        const int whole = width * height;
-        const DocumentFolder folder;
-        DashboardRenderer renderer;
-        TuneInfo tune = wingTune();
-        publish(renderer, tune);
-        QVERIFY(renderer.load(folder.write(QStringLiteral("Dash.qml"), filled("blue")), 480, 272));
-        for (int i = 0; i < 3; ++i)
+        TuneInfo tune;
+        tune.name = "Wing"_q;
+        tune.valueMax = tune.valueCurrent = 10;
+        QVERIFY(load(renderer, plain));
+        const auto bar = [&] {
+            ++tune.changeCounter;
             publish(renderer, tune);
-        QCOMPARE(frame(renderer, width, height).count(Blue), whole);
-
-        ++tune.changeCounter;
-        publish(renderer, tune);
-        QCOMPARE(frame(renderer, width, height).count(Blue), whole);
-        publish(renderer, tune); // The panel starts to show.
-        panelCounter().count += 300;
-        publish(renderer, tune);
-        const Picture upright = frame(renderer, width, height);
-        QCOMPARE(upright.count(Blue), 0);
-        QVERIFY(upright.count(Black) > whole / 2);
-        QVERIFY(upright.count(Bar, 0, height / 2) > whole / 20);
-        QCOMPARE(upright.count(Bar, height / 2, height), 0);
-        const Picture turned = frame(renderer, width, height, true);
-        QCOMPARE(turned.count(Bar, 0, height / 2), 0);
-        // Not to the pixel: smoothed edges of the digits fall differently.
-        QVERIFY(turned.count(Bar, height / 2, height) > whole / 20);
-
-        panelCounter().count += 5000;
-        publish(renderer, tune);
-        QCOMPARE(frame(renderer, width, height).count(Blue), whole);
+            return count(frame(renderer), 0xFFFF6A00);
+        };
+        QTRY_VERIFY(bar() > 5000);
     }
+
+    void everyDocumentHasItsOutcome()
+    {
+        // Paths and what their errors contain; nothing for a document that loads.
+        std::vector<std::pair<QString, QString>> documents{
+            {QString(), "Invalid empty URL"_q},
+            {folder.path("missing/Dash.qml"_q), "No such file or directory"_q},
+            {folder.path(), folder.path()}, // The reason is the system's.
+            {folder.path("Huge.qml"_q), "larger than 64 MiB"_q},
+            {folder.write("Self.qml"_q, "Self {}"), "recursively"_q},
+            {folder.write("Empty.qml"_q, ""), "File is empty"_q},
+            {folder.write("Zeros.qml"_q, QByteArray(1000, '\0')), "Zeros.qml:1"_q},
+        };
+        QVERIFY(QFile::resize(folder.write("Huge.qml"_q, "//"), 64 * 1024 * 1024 + 1));
+        const auto add = [&](const QByteArray &body, const char *error = "") {
+            const QString name = "%1.qml"_q.arg(documents.size());
+            documents.emplace_back(folder.write(name, document(body)), QLatin1String(error));
+        };
+        add("Item { width: 480; ", "Expected token");
+        add("QtObject { property Probe p: Probe {} }", "Failed to create QQuickItem");
+        add("import No.Such.Module 1.0\nItem {}", "module \"No.Such.Module\" is not installed");
+        add("Item { width: dash_noSuchName; Probe {} }", "dash_noSuchName is not defined");
+        add("Item { width: height + 1; height: width + 1; Probe {} }", "Binding loop detected");
+        add("Item { Component.onCompleted: { throw 'mine' } }", "mine");
+        add("Item { function f() { return f() + 1 }\nComponent.onCompleted: f() }", "call stack");
+        add("Item { id: root; Probe {} Component.onCompleted: root.destroy() }", "indestructible");
+        add("/*" + QByteArray(50'000'000, '*') + "*/ Item {}");
+        add("Rectangle { width: 0 / 0; height: -1 / 0; Probe {} }");
+        add("Item { Component.onCompleted: { Qt.quit(); Qt.exit(3); parent = null } }");
+        for (QString path : {"a#b %41/50%25 ?.qml"_q, "Größe 仪表盘/🏁 [+].qml"_q}) {
+#ifdef Q_OS_WIN
+            path.remove(u'?');
+#else
+            path.replace(u'?', "?\\\":"_q);
+#endif
+            folder.write(QFileInfo(path).path() + "/Beside.qml"_q, filled("lime"));
+            documents.emplace_back(folder.write(path, document("Beside {}")), QString());
+        }
+#ifdef Q_OS_UNIX
+        QVERIFY(QFile::link("/dev/zero"_q, folder.path("Device.qml"_q)));
+        documents.emplace_back(folder.path("Device.qml"_q), "Not a regular"_q);
+#endif
+        DashboardRenderer renderer;
+        for (const auto &[path, error] : documents) {
+            QVERIFY2(load(renderer, path) == error.isEmpty(), qPrintable(path));
+            QVERIFY2(errorsOf(renderer).contains(error), qPrintable(path + errorsOf(renderer)));
+            publish(renderer);
+            QVERIFY(!frame(renderer).isNull());
+            QVERIFY(load(renderer, plain) && frame(renderer) == alone);
+        }
+    }
+
+    void whatADocumentDoesIsOverWithIt()
+    {
+        folder.write("Heirs.js"_q, R"(.pragma library
+            function follow(place) { Qt.createComponent("Heir.qml").createObject(place) })");
+        folder.write("Heir.qml"_q, R"(import QtQuick 2.15
+            import "Heirs.js" as Heirs
+            Item { property Item place: parent; Component.onDestruction: Heirs.follow(place) })");
+        constexpr QRgb Any = 0;
+        using Row = std::pair<const char *, QRgb>; // What it does, and the colour of the picture.
+        for (const auto &[action, colour] : {
+                 Row("throw 'mine'", Green),
+                 Row("Qt.quit()", Green),
+                 Row("if (made) { made.destroy(); made = null }", Red),
+                 Row("made.destroy(); made = maker.createObject(root)", Green),
+                 Row("parent = null", Black),
+                 Row("root.parent = made", Green),
+                 Row("probe.dispose(root)", Any),
+                 Row("width = height = made.width = 0", Black),
+                 Row("Qt.createComponent('Heir.qml').createObject(root.parent)", Green),
+                 Row("make('Popup { visible: true; modal: true; Probe {} }')", Any),
+                 Row("make('Menu { visible: true; MenuItem { Probe {} } }')", Any),
+                 Row("make('ToolTip { visible: true; delay: 0; Probe {} }')", Any),
+                 // No window comes onto the screen, and the log tells of it once.
+                 Row("Window.window.showFullScreen()", Green),
+                 Row("make('Window { modality: Qt.ApplicationModal; onVisibleChanged: if "
+                     "(!visible) "
+                     "show() }').show()",
+                     Green),
+                 Row("} Window { visible: true", Green),
+                 Row("Window.window.color = '#80ff0000'", Green),
+                 Row("parent.visible = parent.enabled = false", Black),
+                 Row("parent.opacity = 0.5", Any),
+                 Row("parent.rotation = 90", Any),
+                 Row("parent.scale = 0.5; parent.transformOrigin = Item.TopLeft", Any),
+                 Row("parent.x = 480; parent.width = 7; parent.height = 8", Black),
+                 Row("parent.clip = true", Black),
+                 Row("parent.layer.enabled = true; parent.layer.textureSize = Qt.size(2, 2)", Any),
+             }) {
+            const LogCapture log;
+            DashboardRenderer renderer;
+            QVERIFY(loadText(renderer, folder, acting(action)));
+            QVERIFY(isFilled(frame(renderer), Green));
+            for (int i = 0; i < 3; ++i) {
+                publish(renderer);
+                QCoreApplication::processEvents();
+                for (const QWindow *window : QGuiApplication::allWindows())
+                    QVERIFY(!window->isVisible() && window->handle() == nullptr);
+                QVERIFY(QGuiApplication::modalWindow() == nullptr);
+            }
+            QVERIFY2(isFilled(frame(renderer), colour) || colour == Any, action);
+            const QByteArray text(action);
+            const bool opens = text.contains("Window {") || text.contains("showFull");
+            QCOMPARE(log.critical().size(), opens ? 1 : 0);
+            QVERIFY(load(renderer, plain));
+            QVERIFY2(frame(renderer) == alone, action);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QCOMPARE(Probe::alive, 0);
+        }
+    }
+
+    void warningsWithoutEndStayBounded()
+    {
+        DashboardRenderer renderer;
+        QVERIFY(loadText(renderer, folder, acting("throw calls++ + 'x'.repeat(100000)")));
+        for (int i = 0; i < 15; ++i)
+            publish(renderer);
+        QCOMPARE(renderer.errors().size(), ErrorLog::MaximumPerLocation + 1);
+        QCOMPARE(renderer.errors().at(0).size(), ErrorLog::MaximumLength + 3);
+
+        // Each line of a document has its room, and so have all together.
+        ErrorLog log;
+        QQmlError error;
+        error.setUrl(QUrl("file:///my: dash/Dash.qml"_q));
+        for (int line = 1; line <= 1000; ++line) {
+            error.setLine(line);
+            for (int i = 0; i < 40; ++i) {
+                error.setDescription("Error: %1"_q.arg(i / 2)); // Each text twice.
+                log.append(error);
+            }
+        }
+        const QStringList list = log.list();
+        const QString place = "file:///my: dash/Dash.qml:1: "_q;
+        QCOMPARE(list.at(4), place + "Error: 4"_q);
+        QCOMPARE(list.at(5), place + "Further warnings from here are not recorded"_q);
+        QVERIFY(list.at(6).endsWith("qml:2: Error: 0"_q));
+        QCOMPARE(list.size(), ErrorLog::MaximumEntries + 1);
+        QCOMPARE(list.last(), "Further errors and warnings are not recorded"_q);
+        log.clear();
+        log.append(error);
+        QCOMPARE(log.list(), QStringList(error.toString()));
+    }
+
+    void aDocumentMayBeRewrittenInPlaceWhileItLoads()
+    {
+        const QByteArray text = document(Plain) + "/*" + QByteArray(100'000, '*') + "*/\n";
+        const QString path = folder.write("Dash.qml"_q, text);
+        std::atomic<bool> closed{false};
+        std::thread editor([&] {
+            while (!closed)
+                folder.write("Dash.qml"_q, text); // Truncates it first.
+        });
+        DashboardRenderer renderer;
+        int pictures = 0;
+        for (int loads = 0; loads < 500; ++loads) {
+            load(renderer, path); // Half a document fails.
+            pictures += frame(renderer).isNull() ? 0 : 1;
+        }
+        closed = true;
+        editor.join();
+        QCOMPARE(pictures, 500);
+        QVERIFY(load(renderer, path) && frame(renderer) == alone);
+    }
+
+private:
+    DocumentFolder folder;
+    QString plain;
+    QImage alone;
 };
 
 QTEST_MAIN(DashboardRendererTest)

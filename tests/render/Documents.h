@@ -3,12 +3,38 @@
 #include "render/DashboardRenderer.h"
 #include "render/offscreen/QmlOffscreenRenderer.h"
 #include "support/DocumentFolder.h"
-#include "support/Picture.h"
+#include "support/PaintedText.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QUrl>
+#include <QtQml/qqml.h>
+
+/// What a document says to the test: `import Probe 1.0`. It also tells whether documents live on
+/// after they should be gone.
+class Probe : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Probe(QObject *parent = nullptr)
+        : QObject(parent)
+    {
+        ++alive;
+    }
+    ~Probe() override { --alive; }
+
+    static void registerType() { qmlRegisterType<Probe>("Probe", 1, 0, "Probe"); }
+
+    Q_INVOKABLE void report(const QVariant &value) { reports.append(value); }
+
+    /// Deletes an object as C++ code behind a document may do, which QML itself forbids.
+    Q_INVOKABLE void dispose(QObject *object) { object->deleteLater(); }
+
+    static inline int alive = 0;
+    static inline QVariantList reports;
+};
 
 constexpr QRgb Black = 0xFF000000;
-constexpr QRgb White = 0xFFFFFFFF;
 constexpr QRgb Red = 0xFFFF0000;
 constexpr QRgb Green = 0xFF00FF00;
 constexpr QRgb Blue = 0xFF0000FF;
@@ -26,6 +52,11 @@ inline QByteArray filled(const QByteArray &colour)
     return document("Rectangle { width: 480; height: 272; color: \"" + colour + "\" }");
 }
 
+inline bool load(DashboardRenderer &renderer, const QString &path)
+{
+    return renderer.load(path, 480, 272);
+}
+
 inline bool load(OVX::QmlOffscreenRenderer &renderer, const QString &path,
                  OVX::SizeMode mode = OVX::SizeMode::Scale, QSize size = {40, 20})
 {
@@ -33,24 +64,55 @@ inline bool load(OVX::QmlOffscreenRenderer &renderer, const QString &path,
                                  QFileInfo(path).absolutePath(), size.width(), size.height(), mode);
 }
 
-/// One frame; its bytes are empty when there is none.
-inline Picture frame(OVX::QmlOffscreenRenderer &renderer, int width, int height)
+/// Writes a document with this root, and loads it.
+template<typename Renderer, typename... Arguments>
+bool loadText(Renderer &renderer, const DocumentFolder &folder, const QByteArray &body,
+              const Arguments &...arguments)
 {
-    Picture picture{{}, width, height};
-    if (!renderer.renderToBuffer(picture.bytes, width, height))
-        picture.bytes.clear();
-    return picture;
+    return load(renderer, folder.write("Dash.qml"_q, document(body)), arguments...);
 }
 
-inline Picture frame(DashboardRenderer &renderer, int width, int height, bool upsideDown = false)
+/// One frame; null when there is none.
+inline QImage frame(OVX::QmlOffscreenRenderer &renderer, int width = 40, int height = 20)
 {
-    Picture picture{{}, width, height};
-    if (!renderer.renderFrame(picture.bytes, width, height, upsideDown))
-        picture.bytes.clear();
-    return picture;
+    Frame buffer;
+    return renderer.renderToBuffer(buffer, width, height) ? frameImage(buffer, width, height)
+                                                          : QImage();
 }
 
-inline QByteArray errorsOf(DashboardRenderer &renderer)
+inline QImage frame(DashboardRenderer &renderer, int width = 480, int height = 272,
+                    bool upsideDown = false)
 {
-    return renderer.errors().join(QLatin1Char('\n')).toUtf8();
+    Frame buffer;
+    return renderer.renderFrame(buffer, width, height, upsideDown)
+               ? frameImage(buffer, width, height)
+               : QImage();
+}
+
+/// The number of pixels of exactly this colour.
+inline int count(const QImage &image, QRgb colour)
+{
+    int found = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            found += image.pixel(x, y) == colour ? 1 : 0;
+    }
+    return found;
+}
+
+/// Publishes, and lets the document delete what it destroyed.
+inline void publish(DashboardRenderer &renderer, const TuneInfo &tune = {})
+{
+    renderer.publishTelemetry({}, {}, {}, {}, tune, 1.0F, false, false, false);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+inline bool isFilled(const QImage &image, QRgb colour)
+{
+    return !image.isNull() && count(image, colour) == image.width() * image.height();
+}
+
+template<typename Renderer> QString errorsOf(Renderer &renderer)
+{
+    return renderer.errors().join(u'\n');
 }
