@@ -38,21 +38,15 @@ private Q_SLOTS:
     void init() { host = std::make_unique<HostProgram>(); }
     void cleanup() { host.reset(); }
 
+#ifndef Q_OS_WIN // Which always has a display.
     void onlyHelpNeedsNoDisplay()
     {
-#ifdef Q_OS_WIN
-        QSKIP("Windows always has a display.");
-#endif
-        const auto line = QStringLiteral("-u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM "
-                                         "\"" GAUGE_HOST "\" ");
-        QProcess program;
-        program.start("env"_q, QProcess::splitCommand(line + "--help"_q));
-        QCOMPARE(HostProgram::finish(program).exitCode, 0);
-        program.start("env"_q, QProcess::splitCommand(line));
-        const Run window = HostProgram::finish(program);
-        QCOMPARE(window.exitCode, 1);
-        QVERIFY2(window.errors.contains("DISPLAY"_q), qPrintable(window.errors));
+        const auto program = QStringLiteral(
+            "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM '" GAUGE_HOST "' ");
+        QCOMPARE(QProcess::execute("sh"_q, {"-c"_q, program + "--help > /dev/null"_q}), 0);
+        QCOMPARE(QProcess::execute("sh"_q, {"-c"_q, program}), 1);
     }
+#endif
 
     void framesAreDrawnAsTheOptionsSay_data()
     {

@@ -1,11 +1,13 @@
 #include "settings/HostSettings.h"
 #include "settings/SettledOptions.h"
+#include "settings/Translations.h"
 #include "support/TemporaryHome.h"
 #include "support/TestFiles.h"
 
 #include <QtTest/QtTest>
 
-class HostSettingsTest : public QObject
+/// The settings and what follows from them: a session's options and the language.
+class SettingsTest : public QObject
 {
     Q_OBJECT
 
@@ -48,19 +50,15 @@ private Q_SLOTS:
     {
         HostSettings settings(sources);
         const QSignalSpy spy(&settings, &HostSettings::restartNeededChanged);
-        settings.setStartupDashboard("Road"_q);
         settings.setLanguage("de"_q);
         QVERIFY(!settings.restartNeeded());
         settings.setUseMph(true);
         settings.setTelemetrySource("other"_q);
         settings.setUseMph(false);
         QVERIFY(settings.restartNeeded());
-        settings.setTelemetrySource("demo"_q);
-        QVERIFY(!settings.restartNeeded());
-        settings.setUseMph(true);
         settings.sessionStarted();
         QVERIFY(!settings.restartNeeded());
-        QCOMPARE(spy.count(), 4);
+        QCOMPARE(spy.count(), 2);
     }
 
     void aChangeGoesBeforeTheCommandLineWhichGoesBeforeWhatWasSet()
@@ -95,6 +93,39 @@ private Q_SLOTS:
         QVERIFY(settings.problem().contains("'Mine'"_q));
         QCOMPARE(settings.startupDashboardAmong({"Road"_q, "Mine"_q}), "Mine"_q);
         QCOMPARE(settings.problem(), QString());
+    }
+
+    void aLanguageIsSwitchedAtRunTime()
+    {
+        Translations translations;
+        const auto text = [](int count) {
+            return QCoreApplication::translate("DashboardEngine", "Waiting for game data") + " "_q +
+                   QCoreApplication::translate("ProfileCard", "%n vehicle(s)", nullptr, count);
+        };
+        translations.use("de"_q);
+        QCOMPARE(text(1), "Warten auf Daten vom Spiel 1 Fahrzeug"_q);
+        QCOMPARE(text(2), "Warten auf Daten vom Spiel 2 Fahrzeuge"_q);
+        translations.use("en"_q);
+        QCOMPARE(text(1), "Waiting for game data 1 vehicle"_q);
+        QCOMPARE(text(2), "Waiting for game data 2 vehicles"_q);
+    }
+
+    void withoutAChoiceTheSystemDecides_data()
+    {
+        QTest::addColumn<QString>("used");
+        QTest::newRow("de-AT") << "de";
+        QTest::newRow("en-GB de") << "en";
+        QTest::newRow("fr de-Latn-DE") << "de";
+        QTest::newRow("fr den") << "en";
+        QTest::newRow("") << "en";
+    }
+
+    void withoutAChoiceTheSystemDecides()
+    {
+        Translations translations(
+            QString::fromUtf8(QTest::currentDataTag()).split(QLatin1Char(' ')));
+        translations.use({});
+        QTEST(translations.language(), "used");
     }
 
 #ifndef Q_OS_WIN // There settings are in the registry.
@@ -148,5 +179,5 @@ private Q_SLOTS:
 #endif
 };
 
-QTEST_GUILESS_MAIN(HostSettingsTest)
-#include "HostSettingsTest.moc"
+QTEST_GUILESS_MAIN(SettingsTest)
+#include "SettingsTest.moc"
