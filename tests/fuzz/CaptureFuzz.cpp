@@ -23,10 +23,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         std::abort();
     if (reader == nullptr)
         return 0;
-    while (const std::optional<Datagram> datagram = reader->next()) {
+    while (const std::optional<Datagram> datagram = reader->next())
         if (datagram->payload.size() > 65'535)
             std::abort();
-    }
     reader->remarks();
     return 0;
 }

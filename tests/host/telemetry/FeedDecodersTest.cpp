@@ -82,12 +82,6 @@ struct Error
     }
 };
 
-/// From -180 to 180.
-float turned(float degrees)
-{
-    return std::remainder(degrees, 360.0F);
-}
-
 template<typename Record> QByteArray bytesOf(const Record &record)
 {
     return {reinterpret_cast<const char *>(&record), sizeof record};
@@ -132,21 +126,24 @@ private Q_SLOTS:
     void outGaugeTellsOfLightsThatTheCarHas()
     {
         const auto reading = OutGauge::decode(Senders::outGauge());
-        const VehicleTelemetry &vehicle = reading->sample.vehicle;
         QCOMPARE(reading->car, QStringLiteral("XFG"));
-        QCOMPARE(+vehicle.speedKmh, 180.0F);
-        const Numbers told{int(vehicle.rpm), vehicle.fuelLevelPercent, vehicle.gasPedalPercent,
-                           vehicle.brakePedalPercent, vehicle.clutchPedalPercent};
-        QCOMPARE(told, (Numbers{6543, 63, 75, 25, 50}));
-        QCOMPARE(uint(vehicle.statusFlags), uint(Status::SpeedLimiter | Status::AbsInAction));
+        QCOMPARE(reading->sample.vehicle.statusFlags | 0,
+                 Status::SpeedLimiter | Status::AbsInAction);
         QVERIFY(reading->hasShiftLight && !reading->shiftLight);
-
+        // Lights that shine without being there are none.
         const auto dark =
             OutGauge::decode(Senders::outGauge().put<quint32>(40, 0).put<quint32>(44, 0xffffffff));
-        QCOMPARE(uint(dark->sample.vehicle.statusFlags), 0U);
+        QCOMPARE(dark->sample.vehicle.statusFlags | 0, 0U);
         QCOMPARE(dark->sample.vehicle.availabilityMask | 0,
                  quint64(Available::Pedals | Available::FuelLevel));
         QVERIFY(!dark->shiftLight);
+
+        // OutSim with options 1f has the same length: header, id, time, motion, pedals.
+        Packet outSim(92);
+        outSim.text(0, "LFST").put<quint32>(8, 123'456).reals(12, 0.1, 0, 0, 1.5, 0.01, 0.02);
+        outSim.reals(36, 1, 2, 0.1, 10, 20, 0).put<qint32>(60, 65'536).reals(72, 1, 0, 0.1, 0, 0);
+        QVERIFY(!outGauge(outSim));
+        QVERIFY(!outGauge(outSim.text(0, QByteArray(4, '\1')).reals(4, 0.2)));
     }
 
     void gearsAreTold()
@@ -183,15 +180,18 @@ private Q_SLOTS:
                 const float looks = qDegreesToRadians(+now.vehicle.headingDeg);
                 const QVector3D right(std::cos(looks), 0, -std::sin(looks));
                 speed.add(way.length() / time * 3.6F, now.vehicle.speedKmh);
-                heading.add(0, turned(qRadiansToDegrees(std::atan2(way.x(), way.z()) - looks)));
+                heading.add(0,
+                            std::remainder(qRadiansToDegrees(std::atan2(way.x(), way.z()) - looks),
+                                           360.0F));
                 pitch.add(qRadiansToDegrees(std::asin(way.y() / way.length())),
                           now.vehicle.pitchDeg);
                 sway.add(QVector3D::dotProduct(after - before, right) / (time / 2) / Gravity,
                          now.vehicle.swayG);
                 surge.add((soon.vehicle.speedKmh - then.vehicle.speedKmh) / 3.6F / time / Gravity,
                           now.vehicle.surgeG);
-                turnsAsSteered += float(now.vehicle.steeringPercent) *
-                                  turned(soon.vehicle.headingDeg - then.vehicle.headingDeg);
+                turnsAsSteered +=
+                    float(now.vehicle.steeringPercent) *
+                    std::remainder(soon.vehicle.headingDeg - then.vehicle.headingDeg, 360.0F);
             }
             QVERIFY(turnsAsSteered > 0);
             QVERIFY(heading.off / float(moments.size()) < slide);
@@ -204,57 +204,43 @@ private Q_SLOTS:
 
     void realDatagramsAreRead()
     {
-        const VehicleTelemetry race = circuit[57].vehicle;
-        const auto &tyres = race.tyreTempC;
+        const VehicleTelemetry race = circuit.at(57).vehicle;
         QCOMPARE((Numbers{race.gear, int(race.rpm), int(race.maxRpm), race.gasPedalPercent,
-                          race.fuelLevelPercent, int(race.currentTimeMs), race.position, tyres[0],
-                          tyres[1], tyres[2], tyres[3]}),
-                 (Numbers{3, 9283, 15'000, 80, 100, 13'115, 1, 69, 68, 86, 86}));
+                          race.fuelLevelPercent, int(race.currentTimeMs), race.position,
+                          race.tyreTempC[0], race.tyreTempC[1], race.tyreTempC[2]}),
+                 (Numbers{3, 9283, 15'000, 80, 100, 13'115, 1, 69, 68, 86}));
         QCOMPARE(circuit[0].vehicle.brakePedalPercent | 0, 41);
-        const VehicleTelemetry stage = rally[300].vehicle;
-        const auto &brakes = stage.brakeTempC;
+        const VehicleTelemetry stage = rally.at(300).vehicle;
         QCOMPARE((Numbers{stage.gear, int(stage.rpm), int(stage.maxRpm), stage.gasPedalPercent,
                           stage.steeringPercent, int(stage.currentTimeMs), stage.numberOfLaps,
-                          brakes[0], brakes[1], brakes[2], brakes[3]}),
-                 (Numbers{3, 6178, 8000, 100, 100, 44'715, 1, 78, 71, 87, 86}));
+                          stage.brakeTempC[0], stage.brakeTempC[1], stage.brakeTempC[2]}),
+                 (Numbers{3, 6178, 8000, 100, 100, 44'715, 1, 78, 71, 87}));
     }
 
     void otherLengthsTellTheSame()
     {
-        const auto same = [](auto decode, const QByteArray &one, const QByteArray &other) {
+        const auto same = [](Decode decode, const QByteArray &one, const QByteArray &other) {
             return bytesOf(decode(one)->vehicle) == bytesOf(decode(other)->vehicle);
         };
-        const QByteArray dash = circuit[57].datagram;
-        QVERIFY(same(dataOut, dash.left(232) + QByteArray(12, 'x') + dash.mid(232) + 'x', dash));
-        const Packet wear = Packet(20).reals(0, 0.1, 0.2, 0.3, 0.4).put<qint32>(16, 42);
-        const VehicleTelemetry worn = dataOut(dash + wear)->vehicle;
-        const auto &percents = worn.tyreWearPercent;
-        QCOMPARE((Numbers{percents[0], percents[1], percents[2], percents[3]}),
-                 (Numbers{10, 20, 30, 40}));
+        const QByteArray dash = circuit.at(57).datagram;
+        const QByteArray gap(12, 'x');
+        QVERIFY(same(dataOut, dash.left(232) + gap + dash.mid(232) + 'x', dash));
         const VehicleTelemetry sled = dataOut(dash.left(232))->vehicle;
-        QCOMPARE(uint(sled.rpm), uint(worn.rpm));
-        QVERIFY(std::abs(sled.speedKmh - worn.speedKmh) < 0.1F);
+        const float speed = dataOut(dash)->vehicle.speedKmh;
+        QVERIFY(sled.rpm == 9283 && std::abs(sled.speedKmh - speed) < 0.1F);
+        const VehicleTelemetry worn = dataOut(Senders::dataOut(331))->vehicle;
+        QVERIFY(worn.tyreWearPercent[0] == 10 && worn.tyreWearPercent[3] == 40);
 
-        const QByteArray stage = rally[300].datagram;
+        const QByteArray stage = rally.at(300).datagram;
         QVERIFY(same(ego, stage + QByteArray(16, '\0'), stage));
         QCOMPARE(uint(ego(stage.left(152))->vehicle.rpm), 6178U);
         QCOMPARE(int(ego(Senders::ego())->vehicle.tyrePressureKpa[0]), 152); // Of 22 psi.
-        // The laps, and not the number of the team.
         const VehicleTelemetry formula = ego(Senders::ego(70))->vehicle;
+        // The laps, and not the number of the team.
         QCOMPARE((Numbers{int(formula.rpm), int(formula.maxRpm), formula.completedLaps}),
                  (Numbers{11'500, 12'500, 2}));
-        QCOMPARE(uint(formula.statusFlags),
-                 uint(Status::DrsEngaged | Status::DrsAvailable | Status::FlagYellow));
-    }
-
-    void outSimIsNoOutGauge()
-    {
-        // Options 1f: header, id, time, motion, pedals.
-        Packet outSim(92);
-        outSim.text(0, "LFST").put<quint32>(8, 123'456).reals(12, 0.1, 0, 0, 1.5, 0.01, 0.02);
-        outSim.reals(36, 1, 2, 0.1, 10, 20, 0).put<qint32>(60, 65'536).reals(72, 1, 0, 0.1, 0, 0);
-        QVERIFY(!outGauge(outSim));
-        QVERIFY(!outGauge(outSim.text(0, QByteArray(4, '\1')).reals(4, 0.2)));
+        QCOMPARE(formula.statusFlags | 0,
+                 Status::DrsEngaged | Status::DrsAvailable | Status::FlagYellow);
     }
 
     void noDamagedNumberIsShownAsOne()
@@ -277,23 +263,16 @@ private Q_SLOTS:
     void noiseAndOtherLengthsAreNoTelemetry()
     {
         QRandomGenerator random(64);
-        std::vector<int> lengths;
         for (const auto &[datagram, decode, reals] : Formats) {
-            lengths.push_back(datagram.size());
+            QVERIFY(!decode(datagram.left(datagram.size() - 1)) && !decode(datagram + '\0'));
             int taken = 0;
+            QByteArray noise(datagram.size(), '\0');
             for (int i = 0; i < 1000; ++i) {
-                QByteArray noise(datagram.size(), '\0');
                 for (char &byte : noise)
                     byte = static_cast<char>(random.bounded(256));
                 taken += decode(noise) ? 1 : 0;
             }
             QVERIFY(taken < 50);
-        }
-        for (int length = 0; length < 400; ++length) {
-            int readers = 0;
-            for (const Decode decode : {outGauge, dataOut, ego})
-                readers += decode(QByteArray(length, '\0')) ? 1 : 0;
-            QCOMPARE(readers, int(std::count(lengths.begin(), lengths.end(), length)));
         }
     }
 };

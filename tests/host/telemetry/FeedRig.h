@@ -7,8 +7,6 @@
 #include "telemetry/feeds/EgoFeed.h"
 #include "telemetry/recordings/OpenDrive.h"
 
-#include <QtCore/QDebug>
-
 #include <atomic>
 #include <memory>
 #include <vector>
@@ -67,8 +65,5 @@ struct ReadDrive
 /// What a real game sent; `file` is one of drives/.
 inline std::vector<Datagram> realDrive(const char *file)
 {
-    ReadDrive drive(QStringLiteral(GAUGE_DRIVES "/") + QLatin1String(file));
-    if (drive.datagrams.empty())
-        qFatal("%s", qPrintable(drive.error));
-    return std::move(drive.datagrams);
+    return ReadDrive(QStringLiteral(GAUGE_DRIVES "/") + QLatin1String(file)).datagrams;
 }

@@ -128,7 +128,7 @@ private Q_SLOTS:
         }
     }
 
-    void portsInUseAreToldInOneSentence()
+    void whatCanNotBeOpenedIsToldInOneSentence()
     {
         QUdpSocket other;
         QVERIFY(other.bind(Local, 0, QAbstractSocket::DontShareAddress));
@@ -137,24 +137,15 @@ private Q_SLOTS:
         if (half.port == 0)
             QSKIP("this computer has no IPv6", );
         QCOMPARE(half.listener->addresses(), std::vector<QHostAddress>{Local6});
-        QCOMPARE(half.listener->errors().size(), 1);
         const Listening none({Local, Local6}, {half.port});
         QVERIFY(!none.listener->isListening());
-        const QStringList errors = none.listener->errors();
-        QCOMPARE(errors.size(), 1);
-        for (const QString &part : {QStringLiteral("127.0.0.1, ::1"), QString::number(half.port)})
-            QVERIFY2(errors[0].contains(part), qPrintable(errors[0]));
-    }
-
-    void anAddressOfAnotherComputerIsTold()
-    {
-#ifdef Q_OS_WIN
-        QSKIP("Wine binds to any address", );
+        QCOMPARE(none.listener->errors().size(), 1);
+        QVERIFY(none.listener->errors()[0].contains(QStringLiteral("of 127.0.0.1, ::1 ")));
+#ifndef Q_OS_WIN // Wine binds to any address.
+        const Listening elsewhere({QHostAddress(QStringLiteral("192.0.2.1"))}, {0, 0});
+        QVERIFY(!elsewhere.listener->isListening());
+        QCOMPARE(elsewhere.listener->errors().size(), 1);
 #endif
-        const Listening it({QHostAddress(QStringLiteral("192.0.2.1"))}, {0, 0});
-        QCOMPARE(it.port, quint16(0));
-        QCOMPARE(it.listener->errors().size(), 1);
-        QVERIFY(it.listener->errors()[0].contains(QStringLiteral("192.0.2.1")));
     }
 };
 
