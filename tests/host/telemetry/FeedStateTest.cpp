@@ -69,19 +69,19 @@ private Q_SLOTS:
 
     void vehiclesHaveLastingNames()
     {
+        const auto name = [this](Feed &feed, const QByteArray &datagram) {
+            return feed.decode(datagram, now)->vehicle;
+        };
         EgoFeed ego;
         DataOutFeed dataOut;
-        for (const auto &[feed, datagram, name] :
-             {std::tuple<Feed *, QByteArray, const char *>{outGauge.get(), Senders::outGauge("XFG"),
-                                                           "OutGauge XFG"},
-              {outGauge.get(), Senders::outGauge("\x12\x34\x56"), "OutGauge 563412"},
-              {outGauge.get(), Senders::outGauge(QByteArray("\0\x12\0", 3)), "OutGauge 001200"},
-              {outGauge.get(), Senders::outGauge(""), ""},
-              {&dataOut, Senders::dataOut(), "Data Out car 1234"},
-              {&dataOut, Senders::dataOut(311, 0), ""},
-              {&ego, Senders::ego(), "EGO car 8000-1450-5"},
-              {&ego, Senders::ego(38), ""}})
-            QCOMPARE(feed->decode(datagram, now)->vehicle, QLatin1String(name));
+        QCOMPARE(name(*outGauge, Senders::outGauge("XFG")), QStringLiteral("OutGauge XFG"));
+        QCOMPARE(name(*outGauge, Senders::outGauge({"\0\x12\x34", 3})),
+                 QStringLiteral("OutGauge 341200"));
+        QCOMPARE(name(*outGauge, Senders::outGauge("")), QString());
+        QCOMPARE(name(dataOut, Senders::dataOut()), QStringLiteral("Data Out car 1234"));
+        QCOMPARE(name(dataOut, Senders::dataOut(311, 0)), QString());
+        QCOMPARE(name(ego, Senders::ego()), QStringLiteral("EGO car 8000-1450-5"));
+        QCOMPARE(name(ego, Senders::ego(38)), QString());
         QCOMPARE(formerVehicleNames(QStringLiteral("OutGauge 563412")),
                  QStringList{QStringLiteral("OutGauge 123456")});
     }

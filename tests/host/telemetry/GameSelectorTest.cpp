@@ -7,18 +7,13 @@
 using namespace std::chrono_literals;
 using Silence = GameSelector::Silence;
 
-namespace {
-
-const Packet Rally = Senders::ego();
-const Packet Race = Senders::dataOut();
-
-} // namespace
-
 class GameSelectorTest : public QObject
 {
     Q_OBJECT
 
 private:
+    const QByteArray rally = Senders::ego();
+    const QByteArray race = Senders::dataOut();
     std::unique_ptr<GameSelector> selector;
     GameSelector::TimePoint now{1h};
     std::unique_ptr<LogCapture> log;
@@ -46,22 +41,22 @@ private Q_SLOTS:
     void theFirstGameCountsUntilItIsSilent()
     {
         QVERIFY(!selector->takeNewest());
-        QVERIFY(send(Rally, 1000));
-        QVERIFY(send(Race, 1000)); // A game may change its format.
+        QVERIFY(send(rally, 1000));
+        QVERIFY(send(race, 1000)); // A game may change its format.
         for (int i = 0; i < 100; ++i) {
             now += 10ms;
-            QVERIFY2(!send(Race, 3000), "the same game on two computers is two games");
-            QVERIFY(!send(Rally, 2000));
-            QVERIFY(send(Race, 1000));
+            QVERIFY2(!send(race, 3000), "the same game on two computers is two games");
+            QVERIFY(!send(rally, 2000));
+            QVERIFY(send(race, 1000));
         }
         QCOMPARE(selector->takeNewest()->vehicle, QStringLiteral("Data Out car 1234"));
         QVERIFY(!selector->takeNewest());
         QCOMPARE(warnings(), 1);
         now += 499ms;
-        QVERIFY(!send(Rally, 2000));
+        QVERIFY(!send(rally, 2000));
         now += 1ms;
-        QVERIFY(send(Rally, 2000));
-        QVERIFY(!send(Race, 1000));
+        QVERIFY(send(rally, 2000));
+        QVERIFY(!send(race, 1000));
         QCOMPARE(warnings(), 2);
     }
 
@@ -69,28 +64,27 @@ private Q_SLOTS:
     {
         // The second and the third could be another game's.
         for (quint16 port = 1000; port < 1100; ++port) {
-            QCOMPARE(send(Race, port), port == 1000 || port > 1002);
+            QCOMPARE(send(race, port), port == 1000 || port > 1002);
             now += 16ms;
         }
         QCOMPARE(warnings(), 0);
-        QVERIFY(!send(Race, 2000, 4444)); // A game sends to one port,
-        QVERIFY(!send(Rally, 2000));      // and in one format.
+        QVERIFY(!send(race, 2000, 4444)); // A game sends to one port,
+        QVERIFY(!send(rally, 2000));      // and in one format.
     }
 
     void silencePausesAndThenLosesOnceEach()
     {
         QVERIFY(!selector->nextSilenceCheck());
-        send(Race, 1000);
+        send(race, 1000);
         QCOMPARE(*selector->nextSilenceCheck(), now + 500ms);
-        for (const auto &[silence, told] : {std::pair{499ms, Silence::None},
-                                            {500ms, Silence::Paused},
-                                            {4999ms, Silence::None},
-                                            {5000ms, Silence::Lost},
-                                            {6000ms, Silence::None}})
-            QCOMPARE(selector->checkSilence(now + silence), told);
+        QCOMPARE(selector->checkSilence(now + 499ms), Silence::None);
+        QCOMPARE(selector->checkSilence(now + 500ms), Silence::Paused);
+        QCOMPARE(selector->checkSilence(now + 4999ms), Silence::None);
+        QCOMPARE(selector->checkSilence(now + 5s), Silence::Lost);
+        QCOMPARE(selector->checkSilence(now + 6s), Silence::None);
         QVERIFY(!selector->nextSilenceCheck());
         // Whoever looks late is told of the pause first.
-        send(Race, 1000);
+        send(race, 1000);
         QCOMPARE(selector->checkSilence(now + 6s), Silence::Paused);
         QCOMPARE(*selector->nextSilenceCheck(), now + 5s);
         QCOMPARE(selector->checkSilence(now + 6s), Silence::Lost);
@@ -99,13 +93,13 @@ private Q_SLOTS:
     void aLongPauseIsNoNewGame()
     {
         const QByteArray parked = Packet(264).reals(28, 10).reals(252, 837.758, 151.8437, 5);
-        send(Rally, 1000);
+        send(rally, 1000);
         QVERIFY(hasTyrePressure());
         now += 10s;
         send(parked, 1001); // The game has opened its port anew.
         QVERIFY(hasTyrePressure());
         now += 1s;
-        send(Race, 3000);
+        send(race, 3000);
         now += 1s;
         send(parked, 1001);
         QVERIFY(!hasTyrePressure());
