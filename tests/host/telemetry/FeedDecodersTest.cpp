@@ -217,6 +217,11 @@ private Q_SLOTS:
                  (Numbers{3, 6178, 8000, 100, 100, 44'715, 1, 78, 71, 87}));
     }
 
+    void headingsStayWithinTheCircle()
+    {
+        QCOMPARE(+dataOut(Senders::dataOut().reals(56, -1e-9))->vehicle.headingDeg, 0.0F);
+    }
+
     void otherLengthsTellTheSame()
     {
         const auto same = [](Decode decode, const QByteArray &one, const QByteArray &other) {

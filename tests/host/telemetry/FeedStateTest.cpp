@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(store->limitsOf(QStringLiteral("XFG")).highest, 0U);
         for (int car = 0; car <= RevLimitStore::MostCars; ++car)
             store->keep(QString::number(car), {7000, 6500, 0});
-        QCOMPARE(store->limitsOf(QStringLiteral("1")).highest, 7000U);
+        QCOMPARE(store->limitsOf(QStringLiteral("0")).highest, 7000U);
         QCOMPARE(store->limitsOf(QString::number(RevLimitStore::MostCars)).highest, 0U);
     }
 

@@ -66,14 +66,9 @@ private Q_SLOTS:
             {QByteArray(50'000, '['), "1: no valid JSON"},
             {QByteArray(70'000, ' '), " the file is larger"},
             {"[]", " the description must be an object"},
-            {described(R"("colour": 1)"), " 'colour' is"},
-            {R"({"name": 3})", " 'port' is missing"},
-            {R"({"name": 3})", " 'name' must be a text"},
-            {R"({"port": 65536})", " 'port' must be a whole number from 1 to 65535"},
+            {R"({"name": "x", "port": 65536})", " 'port' must be a whole number from 1 to 65535"},
+            {described(R"("colour": 1, "length": [1, 4.5])"), " 'length[1]' must be"},
             {described(R"("length": 1, "minimumLength": 1)"), " it takes either"},
-            {described(R"("length": [1, 4.5])"), " 'length[1]' must be"},
-            {described(R"("endianness": "middle")"), " 'endianness' must be"},
-            {described(R"("recognise": {"offset": 0, "bytes": "4x"})"), " 'recognise.bytes' must"},
             {described(R"("length": 4, "recognise": [{"offset": 3, "bytes": "4c46"}])"),
              " 'recognise[0]' reaches beyond the length of 4 bytes: offset 3 and 2 bytes"},
             {described(R"("length": 4, "vehicle": {"offset": 2, "length": 3})"),
@@ -81,11 +76,9 @@ private Q_SLOTS:
             {described(R"("length": [9, 8], "fields": {"rpm": {"offset": 8, "type": "u8"}})"),
              " 'fields.rpm' reaches beyond the length of 8"},
             {withField("speed", "{}"), " 'fields.speed' is no field"},
-            {rpm(R"({"offset": -1, "type": "u8"})"), " 'fields.rpm.offset' must be"},
+            {rpm(R"({"type": "u8"})"), " 'fields.rpm.offset' is missing"},
             {rpm(R"({"offset": 0, "type": "float"})"), " 'fields.rpm.type' must be"},
-            {rpm(R"({"offset": 0, "type": "f32", "bit": 1})"), " 'fields.rpm.bit' goes"},
             {rpm(R"({"offset": 0, "type": "u16", "bit": 16})"), " 'fields.rpm.bit' must"},
-            {rpm(R"({"value": 1, "available": true})"), " 'fields.rpm.available'"},
         };
         QStringList errors;
         for (const auto &[json, message] : rows) {
@@ -93,8 +86,8 @@ private Q_SLOTS:
             QVERIFY2(!errors.filter(QLatin1String("x.json:") + QLatin1String(message)).isEmpty(),
                      message);
         }
-        FeedDescription::parse(described(R"("length": 4, "fields": {"a": 3, "b": 3})"), {}, errors);
-        QVERIFY2(errors.size() == 2, "all faults are told at once");
+        FeedDescription::parse(described(R"("colour": 1, "fields": {"a": 3})"), {}, errors);
+        QVERIFY2(errors.size() == 3, "all faults are told at once");
         const QString path = QDir::toNativeSeparators(QStringLiteral("no/such.json"));
         QVERIFY(!FeedDescription::load(path, errors) && errors[0].contains(path));
     }
