@@ -122,7 +122,6 @@ private Q_SLOTS:
     void everyControlOfTheEditorReachesItsViewModel()
     {
         EditorRig rig;
-        rig.make();
         rig.model->setPath(rig.file());
         const Shouter translator("DashboardEditor");
         const HostedDocument document("qrc:/dash/qml/DashboardEditor.qml"_q, *rig.model);

@@ -10,8 +10,9 @@
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickImageProvider>
+#include <QtTest/QtTest>
 
-/// An editor on an engine of fakes, in a home of its own.
+/// An editor on an engine of fakes, in a home of its own, ready for its document.
 struct EditorRig
 {
     TemporaryHome home;
@@ -19,25 +20,31 @@ struct EditorRig
     FakeNavigation navigation;
     std::unique_ptr<QQmlEngine> qml = std::make_unique<QQmlEngine>();
     std::unique_ptr<DashboardEditorVM> model;
+    QByteArray loaded; ///< What the renderer read last.
 
-    explicit EditorRig(bool acceleration = true) { engine.acceleration = acceleration; }
-
-    void make() { model = std::make_unique<DashboardEditorVM>(&engine, &navigation); }
-    /// Up to where a document is shown.
-    void run()
+    explicit EditorRig(bool acceleration = true)
     {
+        engine.acceleration = acceleration;
+        engine.script.duringLoad = [this] { loaded = readFile(model->currentPath()); };
         make();
         model->initContext(qml->rootContext());
-        engine.script.calls.clear();
+        takeCalls();
     }
-    void tick() const { QMetaObject::invokeMethod(model.get(), "updateDash"); }
+    /// Makes the editor anew, without a context.
+    void make() { model = std::make_unique<DashboardEditorVM>(&engine, &navigation); }
+    QStringList takeCalls() { return std::exchange(engine.script.calls, {}); }
+
     /// What the next step of the telemetry publishes.
     PublishedRecords published()
     {
-        tick();
+        QMetaObject::invokeMethod(model.get(), "updateDash");
         return engine.script.publications.back();
     }
-    QStringList takeCalls() { return std::exchange(engine.script.calls, {}); }
+    /// Whether the renderer comes to load a file of this content.
+    bool loads(const QByteArray &content) const
+    {
+        return QTest::qWaitFor([&] { return loaded == content; }, 30'000);
+    }
 
     /// The timer that drives the telemetry, or the one that leaves a file to its writer.
     QTimer *timer(bool ofTelemetry = true) const

