@@ -60,7 +60,7 @@ struct Panel
 {
     QQmlEngine engine;
     QString profile;
-    TuneInfo tune{"Chassis"_q, "<b>Brakes"_q, "bias"_q, 40, 60, 55.25F};
+    TuneInfo tune{"Chassis"_q, "<b>Brakes"_q, "bias"_q, 40, 60, 55.25F, false, true, false, 7};
     TelemetryPublisher publisher{[this](const QString &name, const QVariant &value) {
         engine.rootContext()->setContextProperty(name, value);
     }};
@@ -135,6 +135,7 @@ private Q_SLOTS:
                                vehicle.brakePedalPercent, vehicle.clutchPedalPercent,
                                int(vehicle.rpm), int(vehicle.maxRpm)}),
                  values);
+        QCOMPARE(itemAt(document, "RPM:"_q, 1)->property("maximumValue").toInt(), 8000);
 
         // Status bits, markers, pause, mph and the panel, which names a profile.
         const std::pair<QString, QString> boxes[] = {
@@ -164,8 +165,8 @@ private Q_SLOTS:
     {
         const Shouter translator("DashboardSysPanel");
         Panel panel;
-        const std::function<void()> changes[] = {[&] { ++panel.tune.changeCounter; },
-                                                 [&] { panel.profile = "Rally"_q; }};
+        const std::function<void()> changes[] = {[&] { panel.profile = "Rally"_q; },
+                                                 [&] { ++panel.tune.changeCounter; }};
         for (const auto &change : changes) {
             panel.load(); // Nothing is shown of what it finds.
             panel.publish();
