@@ -2,17 +2,17 @@
 
 #include <QtCore/QString>
 
-/// What `DashboardAbstractProfilesManager::performAction` can do.
+/// The actions of `DashboardAbstractProfilesManager::performAction`.
 namespace DashboardProfileAction {
 enum Code : int {
     Activate = 0, ///< Makes the profile the active one; no parameter.
-    Copy = 1,     ///< Copies it into the user's folder; the parameter is the new profile's name.
+    Copy = 1,     ///< Copies it into the user's folder; the parameter is the copy's name.
     Rename = 2,   ///< The parameter is the new name.
     Remove = 3,   ///< Deletes it from disk; no parameter.
 };
 }
 
-/// How an action ended.
+/// The result of an action.
 struct DashboardActionResult
 {
     bool ok = false;

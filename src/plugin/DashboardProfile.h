@@ -5,24 +5,24 @@
 
 #include <cstdint>
 
-/// What a list shows of a dashboard profile.
+/// What lists show of a dashboard profile.
 struct DashboardProfileHeader
 {
-    /// Identity of a profile in this run: 0 and up in the order of discovery, never used twice.
-    /// `NoId` stands for no profile. What outlives the run refers to a profile by its name.
+    /// Identifies a profile in this run: counts up from 0 in the order of discovery and is never
+    /// reused. `NoId` means no profile. Whatever outlives the run identifies a profile by name.
     using Id = std::int32_t;
     static constexpr Id NoId = -1;
 
     Id id = NoId;
     QString name;         ///< The name of the profile's directory.
     QString previewPath;  ///< The preview picture.
-    bool builtIn = false; ///< Came with the application; can be neither renamed nor removed.
+    bool builtIn = false; ///< Shipped with the application; can't be renamed or removed.
 };
 
-/// One dashboard on disk, with the vehicles that go with it.
+/// A dashboard on disk and the vehicles assigned to it.
 struct DashboardProfile : DashboardProfileHeader
 {
     QString qmlPath;        ///< The document.
-    QString directory;      ///< Holds the document, the picture and whatever belongs to them.
-    QSet<QString> vehicles; ///< Names of vehicles, compared exactly.
+    QString directory;      ///< The folder of the document, the picture and all assets.
+    QSet<QString> vehicles; ///< Names of vehicles; case matters.
 };

@@ -9,9 +9,9 @@ inline constexpr int DashboardHeight = 272;
 
 inline constexpr int BytesPerPixel = 4;
 
-/// One picture: `width * BytesPerPixel` bytes a row with no gap, the top row first, each pixel
-/// blue, green, red, alpha. On a little-endian machine these are the bytes of
-/// `QImage::Format_ARGB32_Premultiplied`. It has no header; holders swap it rather than copy it.
+/// One picture: rows of `width * BytesPerPixel` bytes without padding, the top row first, each
+/// pixel as blue, green, red, alpha. On a little-endian machine that is the layout of
+/// `QImage::Format_ARGB32_Premultiplied`. A frame doesn't contain its size. Swap it, don't copy it.
 using Frame = std::vector<unsigned char>;
 
 /// Bytes of a frame of this size in pixels; neither side may be negative.

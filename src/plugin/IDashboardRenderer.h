@@ -12,26 +12,26 @@ struct ExtendedTelemetry;
 struct TuneInfo;
 class QStringList;
 
-/// One dashboard document with the system panel over it, fed with telemetry and rendered on demand.
-/// Every operation belongs to the thread that made the renderer, but for `publishedFields`.
+/// Renders one dashboard document, with the system panel on top, whenever it is asked to. All
+/// operations except `publishedFields` belong to the thread that created the renderer.
 class IDashboardRenderer
 {
 public:
     virtual ~IDashboardRenderer() = default;
 
-    /// Loads the QML document at the local file `path` with a first framebuffer of `width` by
-    /// `height` pixels. A failure is told in `errors()`.
+    /// Loads the QML document from the local file `path`, with a framebuffer of `width` by `height`
+    /// pixels to begin with. Returns whether that worked; `errors()` says why not.
     virtual bool load(const QString &path, int width, int height) = 0;
 
-    /// Renders one frame of `width` by `height` pixels. True means that `buffer` holds a picture,
-    /// which is the text of the errors after a failed load; false leaves it without meaning.
+    /// Renders one frame of `width` by `height` pixels. Returns whether `buffer` holds a picture;
+    /// after a failed load that is a picture of the errors.
     virtual bool renderFrame(Frame &buffer, int width, int height, bool upsideDown) = 0;
 
     /// Errors and warnings since the last load began.
     virtual const QStringList &errors() = 0;
 
-    /// Writes all `dash_*` properties. `steeringSmoothing` is the share of a new steering value
-    /// that enters at once: 1 takes it whole.
+    /// Publishes all `dash_*` properties. `steeringSmoothing` is the weight of the new steering
+    /// value against the smoothed one, from 0 to 1: 1 doesn't smooth.
     virtual void publishTelemetry(const VehicleTelemetry &vehicle, const DisplayLimits &limits,
                                   const ExtendedTelemetry &extended,
                                   const QString &motionProfileName, const TuneInfo &tune,

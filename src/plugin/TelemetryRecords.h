@@ -6,25 +6,25 @@
 #include <cstddef>
 #include <cstdint>
 
-// The three binary records are a wire format towards the host: byte-packed, little-endian, IEEE 754
-// single precision, copied whole. Reserved bytes belong to the host and are carried along
-// untouched. Four-corner fields stand in the order front left, front right, rear left, rear right.
+// The host and the library exchange three binary records: byte-packed, little-endian, IEEE 754
+// single precision, copied whole. Reserved bytes belong to the host; the library copies them
+// unread. Arrays of four hold front left, front right, rear left, rear right.
 
 static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "the records are read in place");
 
 #pragma pack(push, 1)
 
-/// The vehicle's state at one moment. A zero-filled record is valid.
+/// The vehicle's state at one moment. A record of zeros is valid.
 struct VehicleTelemetry
 {
-    std::uint64_t availabilityMask;    ///< Availability bits: what the source really delivers.
-    std::uint8_t reserved8[16];        ///< The host's.
+    std::uint64_t availabilityMask;    ///< Bits of `Available`: what the source delivers.
+    std::uint8_t reserved8[16];        ///< Reserved.
     float speedKmh;                    ///< km/h.
     float groundSpeedKmh;              ///< Speed over ground, km/h.
     std::int32_t steeringPercent;      ///< -100 to 100, 0 is straight ahead.
-    std::uint8_t reserved36[4];        ///< The host's.
+    std::uint8_t reserved36[4];        ///< Reserved.
     std::int8_t gear;                  ///< Negative is reverse, 0 neutral.
-    std::uint8_t reserved41[8];        ///< The host's.
+    std::uint8_t reserved41[8];        ///< Reserved.
     std::uint32_t rpm;                 ///< 1/min.
     std::uint32_t maxRpm;              ///< 1/min.
     std::uint8_t gasPedalPercent;      ///< 0 to 100.
@@ -35,8 +35,8 @@ struct VehicleTelemetry
     std::uint32_t currentTimeMs;       ///< Current lap, ms; 0 is no time.
     std::uint32_t lastTimeMs;          ///< Last lap, ms; 0 is no time.
     std::uint32_t bestTimeMs;          ///< Best lap, ms; 0 is no time.
-    std::uint8_t reserved77[4];        ///< The host's.
-    std::int32_t completedLaps;        ///< Laps driven to the end.
+    std::uint8_t reserved77[4];        ///< Reserved.
+    std::int32_t completedLaps;        ///< Completed laps.
     std::int32_t numberOfLaps;         ///< Laps of the race; 0 is unknown.
     std::uint8_t absLevel;             ///< Setting, in steps.
     std::uint8_t tractionControlLevel; ///< Setting, in steps.
@@ -55,35 +55,35 @@ struct VehicleTelemetry
     float pitchDeg;                    ///< Degrees, nose up is positive.
     float rollDeg;                     ///< Degrees, right side down is positive.
     float headingDeg;                  ///< Degrees.
-    std::uint32_t statusFlags;         ///< Status bits; only the low 16 are read.
+    std::uint32_t statusFlags;         ///< Bits of `Status`; only the low 16 are read.
     std::uint8_t engineLoadPercent;    ///< 0 to 100.
 };
 
-/// Steering scale and display limits that the source sets for the vehicle.
+/// Steering scale and display limits of the vehicle, set by the source.
 struct DisplayLimits
 {
-    float steeringScale;                       ///< From smoothed steering percent to `dash_angle`.
+    float steeringScale;                       ///< `dash_angle` per percent of smoothed steering.
     std::uint8_t lowFuelLevelThresholdPercent; ///< Percent of a full tank.
     std::uint8_t rpmGreenThresholdPercent;     ///< Percent of maximum rpm.
     std::uint8_t rpmYellowThresholdPercent;    ///< Percent of maximum rpm.
     std::uint8_t rpmRedThresholdPercent;       ///< Percent of maximum rpm.
     std::uint8_t rpmBlinkingThresholdPercent;  ///< Percent of maximum rpm; 0 stands for 95.
-    std::uint8_t reserved9[3];                 ///< The host's.
+    std::uint8_t reserved9[3];                 ///< Reserved.
 };
 
-/// Further wheel data, of which the library reads two flag bytes a wheel; any non-zero byte is set.
+/// More data of the wheels. The library reads two flags of each; any byte but 0 is set.
 struct ExtendedTelemetry
 {
     struct Wheel
     {
-        std::uint8_t wheelFlagA;   ///< Either flag means that the wheel slips.
-        std::uint8_t wheelFlagB;   ///< Either flag means that the wheel slips.
-        std::uint8_t reserved[14]; ///< The host's.
+        std::uint8_t wheelFlagA;   ///< The wheel slips if either flag is set.
+        std::uint8_t wheelFlagB;   ///< The wheel slips if either flag is set.
+        std::uint8_t reserved[14]; ///< Reserved.
     };
 
-    std::uint8_t reserved0[80];   ///< The host's.
+    std::uint8_t reserved0[80];   ///< Reserved.
     Wheel wheels[4];              ///< The four corners.
-    std::uint8_t reserved144[88]; ///< The host's.
+    std::uint8_t reserved144[88]; ///< Reserved.
 };
 
 #pragma pack(pop)
@@ -145,7 +145,7 @@ GAUGE_FIELD_AT(ExtendedTelemetry, reserved144, 80 + 4 * 16);
 
 #undef GAUGE_FIELD_AT
 
-/// Bits of `VehicleTelemetry::availabilityMask`. Bits not named here are not read.
+/// Bits of `VehicleTelemetry::availabilityMask`; the library ignores all others.
 namespace Available {
 inline constexpr std::uint64_t Pedals = 1ULL << 12;
 inline constexpr std::uint64_t FuelLevel = 1ULL << 13;
@@ -168,7 +168,7 @@ inline constexpr std::uint64_t SpeedLimiter = 1ULL << 36;
 inline constexpr std::uint64_t EngineLoad = 1ULL << 39;
 } // namespace Available
 
-/// Bits of `VehicleTelemetry::statusFlags`. Bits not named here are reserved.
+/// Bits of `VehicleTelemetry::statusFlags`; all others are reserved.
 namespace Status {
 inline constexpr std::uint32_t AbsInAction = 1U << 0;
 inline constexpr std::uint32_t TcInAction = 1U << 1;
@@ -185,16 +185,16 @@ inline constexpr std::uint32_t FlagBlackAndWhite = 1U << 14;
 /// The value part of a tuning report.
 struct TuneValue
 {
-    QString valueName; ///< Shown behind the tune's name.
+    QString valueName; ///< Shown after the tune's name.
     float valueMin = 0;
     float valueMax = 0;
     float valueCurrent = 0;
     bool valueIsInteger = false; ///< Shown without decimals.
-    bool reservedFlagA = true;   ///< The host's.
-    bool reservedFlagB = false;  ///< The host's.
+    bool reservedFlagA = true;   ///< Reserved.
+    bool reservedFlagB = false;  ///< Reserved.
 };
 
-/// The tuning value that the host reported last.
+/// The last tuning value that the host reported.
 struct TuneInfo
 {
     QString group; ///< Category of the tuned value.

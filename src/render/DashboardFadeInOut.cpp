@@ -7,8 +7,7 @@
 
 namespace {
 
-// Two lengths always fit into 32 unsigned bits; the third may not, and a wrapped end would cut the
-// fade short.
+// Two lengths always fit into 32 bits, three may not. Wrapping around would cut the fade short.
 std::uint32_t saturatingSum(std::uint32_t a, std::uint32_t b)
 {
     constexpr std::uint32_t Largest = std::numeric_limits<std::uint32_t>::max();
@@ -51,7 +50,7 @@ void DashboardFadeInOut::show()
 
 void DashboardFadeInOut::update()
 {
-    // Taken while hidden too, so that the first step of a fade-in has no idle time in it.
+    // Taken while hidden too, so that the first step of a fade-in includes no idle time.
     const std::uint64_t time = now();
     const std::uint64_t step = time - lastUpdateAt;
     lastUpdateAt = time;

@@ -6,8 +6,8 @@
 
 #include <cstdint>
 
-/// Turns `show()` and repeated `update()` into a fade-in, a hold and a fade-out. It has no timer:
-/// the state moves only inside these two calls, by the real time that has passed between them.
+/// Fades in, holds and fades out once it is shown. It has no timer: its state changes only in
+/// `show()` and `update()`, by the real time between these calls. Lengths are in ms. One thread.
 class DashboardFadeInOut : public QObject
 {
     Q_OBJECT
@@ -23,16 +23,16 @@ public:
     /// `counter` is borrowed and must outlive the object.
     explicit DashboardFadeInOut(const platform::Counter &counter, QObject *parent = nullptr);
 
-    /// Makes `import DashboardFadeInOut 1.0` known to every QML engine of the process.
+    /// Registers `import DashboardFadeInOut 1.0` with all QML engines of the process.
     static void registerType();
 
     float currentOpacity() const { return opacity; }
     bool isVisible() const { return visible; }
 
-    /// Starts the fade over, from the opacity that the last one left.
+    /// Restarts the fade from the current opacity.
     Q_INVOKABLE void show();
 
-    /// Moves the fade on. Wants to be called at every frame, also while nothing is visible.
+    /// Moves the fade on. Call it at every frame, also while nothing is visible.
     Q_INVOKABLE void update();
 
 Q_SIGNALS:

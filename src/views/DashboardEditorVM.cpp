@@ -22,8 +22,8 @@ namespace {
 
 constexpr int TickMs = 40;
 
-// How long a file is left to its writer after a change. It bounds the reloads of a burst of saves,
-// too.
+// Time from a change of the file to its reload, in which the writer finishes. A burst of saves
+// reloads no more often.
 constexpr int SettleMs = 100;
 
 std::unique_ptr<SettingsGroup> openEditorSettings()
@@ -36,7 +36,7 @@ QString recentFileKey()
     return QStringLiteral("RecentQmlFile");
 }
 
-/// The folder of a file, or the nearest above that is there.
+/// The folder of a file, or its nearest ancestor that exists.
 QString nearestFolder(const QString &path)
 {
     QFileInfo folder(QFileInfo(path).absolutePath());
@@ -240,7 +240,7 @@ void DashboardEditorVM::updateDash()
     Q_EMIT previewChanged();
 }
 
-/// Demo telemetry stands still while nobody sees it.
+/// The telemetry stands still while the window is hidden.
 void DashboardEditorVM::followVisibility(bool visible)
 {
     if (visible && renderer != nullptr)
@@ -251,15 +251,15 @@ void DashboardEditorVM::followVisibility(bool visible)
 
 void DashboardEditorVM::followFileSoon()
 {
-    // A running timer isn't put off: a file that is saved without end would never be shown.
+    // A running timer isn't restarted: a file that is saved all the time would never be reloaded.
     if (!fileTimer->isActive())
         fileTimer->start();
 }
 
-/// Reloads after a change of the file, or when a lost one has come back.
+/// Reloads the file if it has changed or is back.
 void DashboardEditorVM::followFile()
 {
-    // Watched first and loaded then, so that no change falls between the two.
+    // Watched before it is loaded, so that no change in between is missed.
     watchFile();
     const bool found = !watcher->files().isEmpty();
     if (!reloadPending && !found)
@@ -269,23 +269,23 @@ void DashboardEditorVM::followFile()
     updateDash();
 }
 
-/// Watches the file that stands at `path` now, which may be another than before although its name
-/// is the same: many programs save by replacing. While there is none, watches the folder in which
-/// it, or the next folder on the way to it, has to appear.
+/// Watches the file that is at `path` now. Many programs save by replacing the file, so it may not
+/// be the one that was watched before. If there is none, watches the folder in which it, or the
+/// next folder on the way to it, will appear.
 void DashboardEditorVM::watchFile()
 {
     fileTimer->stop();
     const QStringList watched = watcher->files() + watcher->directories();
     if (!watched.isEmpty())
         watcher->removePaths(watched);
-    // No file has a null in its name, and Qt would warn of it at every look.
+    // No file's name contains a null, and Qt would warn at every check.
     if (path.isEmpty() || path.contains(QChar(QChar::Null)))
         return;
     if (QFileInfo(path).isFile() && watcher->addPath(path))
         return;
     const QString folder = nearestFolder(path);
     watcher->addPath(folder);
-    // What came before the folder was watched is told by nothing.
+    // What appeared just before the folder was watched emits no signal.
     if (QFileInfo(path).isFile() || nearestFolder(path) != folder)
         fileTimer->start();
 }

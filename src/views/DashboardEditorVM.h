@@ -12,26 +12,26 @@ class QFileSystemWatcher;
 class QTimer;
 struct LentRenderer;
 
-/// The editor of a dashboard: a preview of a file that follows the file on disk, in a renderer of
-/// its own and with made-up telemetry. The document pulls: a timer publishes and signals, and the
-/// document's request renders. Everything runs on the GUI thread.
+/// View model of the dashboard editor: previews a file with made-up telemetry, in a renderer of its
+/// own, and reloads the file when it changes on disk. A timer publishes telemetry and emits
+/// `previewChanged`; the document then requests an image, and that request renders. GUI thread.
 class DashboardEditorVM : public ViewModel
 {
     Q_OBJECT
-    /// The dashboard's file in native separators; empty for none. Kept over the program's end.
+    /// The dashboard's file in native separators; empty for none. Remembered for the next run.
     Q_PROPERTY(QString path READ currentPath WRITE setPath NOTIFY pathChanged)
-    /// The names that a dashboard can use, one on a line. Stands from `initContext` on.
+    /// The names that a dashboard can use, one per line. Set by `initContext`.
     Q_PROPERTY(QString dashboardFields READ fieldNames CONSTANT)
 
 public:
-    /// Both are borrowed and must outlive the view model. `navigation` may be null; then no code
-    /// editor is opened. Starts with the file that was used last, if it is still there.
+    /// Both are borrowed and must outlive the view model. `navigation` may be null; then `openCode`
+    /// does nothing. Starts with the file that was used last, if it still exists.
     DashboardEditorVM(IDashboardEngine *engine, INavigationService *navigation,
                       QObject *parent = nullptr);
     ~DashboardEditorVM() override;
 
     void initContext(QQmlContext *context) override;
-    /// `argument` as a text is the path, unless it is empty.
+    /// Sets the path to `argument`, as text, unless that is empty.
     void setArgument(void *context, int request, const QVariant &argument) override;
 
     QString currentPath() const { return path; }
@@ -43,10 +43,10 @@ public:
     /// Asks the host to open the file in the author's code editor.
     Q_INVOKABLE void openCode();
 
-    // What these set reaches the preview with the next step of the telemetry.
+    // These take effect at the next step of the telemetry.
     Q_INVOKABLE void setShowMarkets(bool enabled);
     Q_INVOKABLE void setSystemPanel(bool enabled);
-    Q_INVOKABLE void setRotation(int percent); ///< Any value, 0 is straight ahead.
+    Q_INVOKABLE void setRotation(int percent); ///< Not clamped; 0 is straight ahead.
     Q_INVOKABLE void setPaused(bool paused);
     Q_INVOKABLE void setUseMph(bool useMph);
     Q_INVOKABLE void setYellowFlag(bool on);
@@ -60,7 +60,7 @@ public:
     Q_INVOKABLE void setRpm(int rpm, int maxRpm); ///< `rpm` is clamped to 0 to `maxRpm`.
 
 Q_SIGNALS:
-    /// The preview has changed and can be asked for.
+    /// The preview has changed; request it again.
     void previewChanged();
     void pathChanged();
 
@@ -81,7 +81,7 @@ private:
     std::shared_ptr<LentRenderer> lentRenderer;
     EditorTelemetry telemetry;
     QTimer *timer = nullptr;
-    QTimer *fileTimer = nullptr; ///< Runs from a change of the file until it is followed again.
+    QTimer *fileTimer = nullptr; ///< Runs from a change of the file until the reload.
     bool reloadPending = false;
     QString path;
     bool useMph = false;

@@ -33,7 +33,7 @@ DashboardWindowVM::~DashboardWindowVM()
 {
     if (imageProvider == nullptr)
         return;
-    // Returns only when no delivery is under way, which makes the rest safe.
+    // Returns only when no delivery is running, which makes the rest safe.
     if (engine != nullptr)
         engine->removeConsumer(imageProvider);
     imageProvider->detach();
@@ -43,7 +43,7 @@ DashboardWindowVM::~DashboardWindowVM()
 
 void DashboardWindowVM::initContext(QQmlContext *context)
 {
-    // A provider can belong to one QML engine only, the first.
+    // A provider can belong to only one QML engine, here the first.
     if (providerHandedOver || context == nullptr || context->engine() == nullptr)
         return;
     providerHandedOver = true;
@@ -83,7 +83,7 @@ void DashboardWindowVM::followSize()
         imageProvider->setSize(window != nullptr ? window->size() : QSize(0, 0));
 }
 
-/// The QML engine ends first, and with it the provider.
+/// The QML engine was destroyed before, and the provider with it.
 void DashboardWindowVM::forgetProvider()
 {
     if (engine != nullptr)

@@ -11,8 +11,8 @@
 
 class IDashboardEngine;
 
-/// The window that shows the live dashboard. It renders nothing: its image provider is a consumer
-/// of the engine, as large as the window, and gets no frames while the window is hidden.
+/// View model of the window that shows the live dashboard. Its image provider is a consumer of the
+/// engine, which gets frames of the window's size, and none while the window is hidden.
 class DashboardWindowVM : public ViewModel
 {
     Q_OBJECT
@@ -20,8 +20,8 @@ class DashboardWindowVM : public ViewModel
 public:
     class ImageProvider;
 
-    /// `engine` is borrowed and must outlive the view model; null stands for none. The consumer is
-    /// registered at once.
+    /// `engine` is borrowed and must outlive the view model; it may be null. Registers the consumer
+    /// at once.
     explicit DashboardWindowVM(IDashboardEngine *engine, QObject *parent = nullptr);
     ~DashboardWindowVM() override;
 
@@ -30,7 +30,7 @@ public:
     void setWindow(QWindow *newWindow) override;
 
 Q_SIGNALS:
-    /// A new frame can be asked for. Emitted on the engine's thread.
+    /// There is a new frame to request. Emitted on the engine's thread.
     void previewChanged();
 
 private:
@@ -43,11 +43,11 @@ private:
     bool providerHandedOver = false;
 };
 
-/// What stands between the engine and the document: frames come in by swapping vectors and go out
-/// as pictures, under the name "dashWindow".
+/// Takes frames from the engine by swapping vectors and gives them to the document as pictures,
+/// under the name "dashWindow".
 ///
-/// It may outlive its view model, and then gives the last picture for good; or end before it, on
-/// the GUI thread, and then takes itself out of the engine.
+/// If it outlives its view model, it keeps giving the last picture. If it is destroyed before, on
+/// the GUI thread, it removes itself from the engine.
 class DashboardWindowVM::ImageProvider final : public QQuickImageProvider, public IDashboardConsumer
 {
 public:
@@ -56,13 +56,13 @@ public:
     ImageProvider(const ImageProvider &) = delete;
     ImageProvider &operator=(const ImageProvider &) = delete;
 
-    /// Shows `picture` until the first frame of the right size.
+    /// Gives `picture` until the first frame of the right size.
     void setWaitingPicture(const QImage &picture);
 
-    /// Sets the size of the window in logical pixels; what exceeds the largest frame is cut off.
+    /// Sets the window's size in logical pixels; frames are no larger than 1440 x 816.
     void setSize(const QSize &size);
 
-    /// Ends all that leads to the view model. Must not run during a delivery.
+    /// Forgets the view model. Must not be called during a delivery.
     void detach();
 
     /// The width of the window, at most 1440, or 0 without one. Any thread, without a lock.
@@ -73,8 +73,7 @@ public:
     quint64 lastActivity() override;
     void deliverFrame(Frame &buffer, int width) override;
 
-    /// The newest frame if it has the window's present size, else the last picture that had. Any
-    /// thread.
+    /// The newest frame if it has the window's current size, else the last picture. Any thread.
     QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
 
 private:
@@ -82,7 +81,7 @@ private:
     Lock lock;
     Frame frame;
     FramePicture image;
-    // Kept apart from the window, which only the GUI thread may ask.
+    // Copied from the window, whose size only the GUI thread may read.
     std::atomic<int> width{0};
     std::atomic<int> height{0};
 };

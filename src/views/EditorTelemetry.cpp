@@ -101,7 +101,7 @@ void EditorTelemetry::stepTune()
     ++tune.changeCounter;
 }
 
-/// After the inversion, so that these bits are what the boxes say while all others blink.
+/// Runs after the inversion, so that these bits follow the boxes while all others blink.
 void EditorTelemetry::layFlags()
 {
     std::uint32_t status = vehicle.statusFlags;

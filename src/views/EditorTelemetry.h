@@ -2,20 +2,20 @@
 
 #include "plugin/TelemetryRecords.h"
 
-/// The telemetry that the editor makes up: large fixed values, some of them swept a step at a time,
-/// the others set by hand between the steps. Nothing is ever reset.
+/// Made-up telemetry for the editor: large values, some of which every step moves and some of which
+/// the editor's controls set between steps. Nothing is ever reset.
 class EditorTelemetry
 {
 public:
-    /// Steps in a second.
+    /// Steps per second.
     static constexpr int StepsPerSecond = 25;
 
     EditorTelemetry();
 
-    /// Moves everything on by 40 ms and lays the check boxes over the status bits.
+    /// Moves on by 40 ms, then applies the check boxes to the status bits.
     void step();
 
-    /// What the panel shows as the motion profile; empty without the panel.
+    /// The motion profile that the panel shows; empty without the panel.
     QString motionProfileName() const;
 
     VehicleTelemetry vehicle{};
@@ -23,7 +23,7 @@ public:
     ExtendedTelemetry extended{};
     TuneInfo tune;
 
-    bool systemPanel = false; ///< Whether tuning reports, which call up the panel, go on.
+    bool systemPanel = false; ///< Whether each step reports a tune, which shows the panel.
     bool yellowFlag = false;
     bool blueFlag = false;
     bool blackFlag = false;

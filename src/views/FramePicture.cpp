@@ -21,7 +21,7 @@ void FramePicture::fill(const Frame &frame, int width, int height)
         return;
 
     if (!fits(image, width, height) || !image.isDetached()) {
-        // Whoever asked last mostly still shows that picture; writing to it would copy it first.
+        // The document usually still holds the last picture; writing to it would copy it first.
         QImage next = std::move(spare);
         spare = QImage();
         if (!fits(next, width, height) || !next.isDetached())

@@ -4,21 +4,21 @@
 
 #include <QtGui/QImage>
 
-/// The picture that an image provider hands out again and again, filled from frames at the cost of
-/// one copy of their pixels. Null at first. One thread at a time.
+/// The picture that an image provider gives out. Filling it copies a frame's pixels once and reuses
+/// memory. Null at first. One thread at a time.
 class FramePicture
 {
 public:
-    /// A shared copy, which later fills leave as it is.
+    /// A shared copy; later fills don't change it.
     const QImage &picture() const { return image; }
 
     void replace(const QImage &picture) { image = picture; }
 
-    /// Takes the pixels of `frame` if it is exactly `width` by `height` pixels, both above 0, and
-    /// there is memory for them; otherwise the picture stays.
+    /// Copies `frame` if it has exactly `width` by `height` pixels, both above 0, and memory
+    /// suffices; otherwise the picture stays as it is.
     void fill(const Frame &frame, int width, int height);
 
 private:
     QImage image;
-    QImage spare; ///< The picture before, until nobody holds it any more.
+    QImage spare; ///< The picture before, reused when nobody else holds it.
 };

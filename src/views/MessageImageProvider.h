@@ -3,7 +3,7 @@
 #include <QtCore/QString>
 #include <QtQuick/QQuickImageProvider>
 
-/// Gives a picture of a text where there is no dashboard to render. Any thread.
+/// Gives a picture of a text instead of a dashboard. Any thread.
 class MessageImageProvider final : public QQuickImageProvider
 {
 public:
@@ -12,8 +12,8 @@ public:
     MessageImageProvider(const MessageImageProvider &) = delete;
     MessageImageProvider &operator=(const MessageImageProvider &) = delete;
 
-    /// As wide as `requestedSize` says, in pixels, if that is above 0, else 480; the height is the
-    /// dashboard's for that width. Null where that leaves no height or memory does not suffice.
+    /// A picture of the requested width in pixels, or of 480 if that isn't above 0, with a
+    /// dashboard's proportions. Null if its height would be 0 or memory doesn't suffice.
     QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
 
 private:

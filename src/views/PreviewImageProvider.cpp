@@ -26,7 +26,7 @@ QImage PreviewImageProvider::requestImage(const QString & /*id*/, QSize *size,
     if (size != nullptr)
         *size = QSize(DashboardWidth, DashboardHeight);
 
-    // Held while rendering, so that the renderer doesn't end in the middle of it.
+    // Held while rendering, so that the renderer isn't destroyed meanwhile.
     const LockGuard guard(lent->lock);
     if (render(width, height)) {
         image.fill(pixels, width, height);
@@ -45,7 +45,7 @@ bool PreviewImageProvider::render(int width, int height)
     try {
         return lent->renderer->renderFrame(pixels, width, height, false);
     } catch (const std::bad_alloc &) {
-        pixels = Frame(); // A picture beyond memory, which the document may ask for.
+        pixels = Frame(); // The document may request more than fits into memory.
     } catch (const std::length_error &) {
         pixels = Frame();
     }

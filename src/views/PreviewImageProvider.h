@@ -10,15 +10,15 @@
 
 class IDashboardRenderer;
 
-/// A renderer on loan. The lender sets it to null, under the lock, before the renderer ends.
+/// A borrowed renderer. Its owner sets it to null, under the lock, before destroying it.
 struct LentRenderer
 {
     Lock lock;
     IDashboardRenderer *renderer = nullptr;
 };
 
-/// Renders the dashboard anew at every request, inside the request and therefore on the renderer's
-/// thread. May outlive the renderer's lender.
+/// Renders the dashboard inside each request, which therefore has to come on the renderer's thread.
+/// May outlive the renderer.
 class PreviewImageProvider final : public QQuickImageProvider
 {
 public:
@@ -27,9 +27,9 @@ public:
     PreviewImageProvider(const PreviewImageProvider &) = delete;
     PreviewImageProvider &operator=(const PreviewImageProvider &) = delete;
 
-    /// As wide as `requestedSize` says, in pixels, if that is above 0, else 480; the height is the
-    /// dashboard's for that width. `size` is told as 480 by 272 always. A picture of one pixel
-    /// stands for a rendering that failed and for a renderer that is gone.
+    /// A picture of the requested width in pixels, or of 480 if that isn't above 0, with a
+    /// dashboard's proportions. `size` is always set to 480 by 272. Gives a picture of one pixel if
+    /// rendering fails or the renderer is gone.
     QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
 
 private:

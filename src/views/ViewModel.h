@@ -6,7 +6,7 @@
 #include <QtCore/QPointer>
 #include <QtGui/QWindow>
 
-/// What the library's view models have in common. GUI thread.
+/// What both view models have in common. GUI thread.
 class ViewModel : public QObject, public IViewModel
 {
     Q_OBJECT

@@ -93,7 +93,7 @@ Window {
             Rectangle {
                 id: previewFrame
 
-                readonly property int reservedHeight: 535 // For the rows around it, at scale 1.
+                readonly property int reservedHeight: 535 // Height of the other rows, at scale 1.
                 readonly property int availableWidth: column.width / qt_scale
                 readonly property int availableHeight: Math.max(0, root.height / qt_scale - reservedHeight)
                 readonly property real customScale:
@@ -105,17 +105,17 @@ Window {
                 anchors.horizontalCenter: parent.horizontalCenter
                 color: ux.itemBackgroundColor3
 
-                // Loads synchronously, since its provider renders on this thread.
+                // Loads synchronously, because its provider renders on this thread.
                 Image {
                     id: preview
 
-                    // Inverted for each new frame: only another address makes the image ask again.
+                    // Toggled for each new frame: the image requests again only if its address changes.
                     property bool toggle: false
 
                     anchors.centerIn: parent
                     source: "image://dashEditor/preview?id=" + toggle
                     sourceSize.width: previewFrame.width
-                    visible: previewFrame.width > 0 // Without a width it comes in its own size.
+                    visible: previewFrame.width > 0 // Without a width it would have its own size.
                     fillMode: Image.PreserveAspectFit
                     smooth: true
                     cache: false

@@ -38,7 +38,7 @@ Rectangle {
         duration: 2000
     }
 
-    // Names come from the user and are shown as they are, never read as markup: hence plain text.
+    // The user gives the names, so all texts of them are plain and never read as markup.
     Column {
         x: root.margin
         y: root.margin
@@ -125,8 +125,8 @@ Rectangle {
         }
     }
 
-    // Runs in the middle of a publication, before the tune and the profile of the same one are
-    // written: what it compares is the state that the publication before has left.
+    // Runs in the middle of a publication, before its tune and its profile are written, so it
+    // compares those of the publication before.
     onFrameCounterChanged: {
         const changed = recentTuneChangeCounter !== dash_tuneChangeCounter
                       || recentMotionProfileName !== dash_motionProfileName

@@ -20,7 +20,7 @@ Rectangle {
     Image {
         id: preview
 
-        // Inverted for each new frame: only another address makes the image ask again.
+        // Toggled for each new frame: the image requests again only if its address changes.
         property bool toggle: false
 
         anchors.fill: parent
@@ -54,7 +54,7 @@ Rectangle {
                 pressValid = false
             qt_window.setAboutToBeMoved(leftButtonDown)
         }
-        // The position in the item would not do: it moves along with the window.
+        // Not by the position in the item, which moves along with the window.
         onPositionChanged: {
             if (root.fullScreen || !pressValid || !(pressedButtons & Qt.LeftButton))
                 return
