@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The window's document under a mouse that is nowhere on the screen.
+/// The window's document with a simulated mouse.
 struct WindowDocument
 {
     FakeEngine engine;
@@ -27,7 +27,7 @@ struct WindowDocument
     void moveTo(QPoint cursor) const
     {
         document.host->setProperty("cursor", QPointF(cursor));
-        QTest::mouseMove(window, {100 + cursor.x() % 7, 150}); // The window moves along.
+        QTest::mouseMove(window, {100 + cursor.x() % 7, 150}); // The window follows.
     }
     void press() const { QTest::mousePress(window, Qt::LeftButton); }
     void release() const { QTest::mouseRelease(window, Qt::LeftButton); }
@@ -42,7 +42,7 @@ struct WindowDocument
     }
 };
 
-/// The item with this text, or one that so many places behind it.
+/// The item with this text, or the one `behind` places after it.
 QQuickItem *itemAt(const HostedDocument &document, const QString &text, int behind = 0)
 {
     const auto items = document.root->findChildren<QQuickItem *>();
@@ -55,7 +55,7 @@ QQuickItem *itemAt(const HostedDocument &document, const QString &text, int behi
     return nullptr;
 }
 
-/// The panel without a dashboard below, fed by real publications.
+/// The system panel alone, fed by real publications.
 struct Panel
 {
     QQmlEngine engine;
@@ -115,7 +115,7 @@ private Q_SLOTS:
         window.moveTo({42, 42});
         window.release();
         window.pressTwice();
-        window.moveTo({93, 93}); // The press has switched and does no more.
+        window.moveTo({93, 93}); // This press no longer counts.
         QCOMPARE(window.log(), "drag drop drag full normal"_q);
     }
 
@@ -137,7 +137,7 @@ private Q_SLOTS:
                  values);
         QCOMPARE(itemAt(document, "RPM:"_q, 1)->property("maximumValue").toInt(), 8000);
 
-        // Status bits, markers, pause, mph and the panel, which names a profile.
+        // Status bits; markers, pause, mph; the panel's profile.
         const std::pair<QString, QString> boxes[] = {
             {"DRS Available"_q, "10 000"_q},
             {"Session flag - black"_q, "50 000"_q},
@@ -168,7 +168,7 @@ private Q_SLOTS:
         const std::function<void()> changes[] = {[&] { panel.profile = "Rally"_q; },
                                                  [&] { ++panel.tune.changeCounter; }};
         for (const auto &change : changes) {
-            panel.load(); // Nothing is shown of what it finds.
+            panel.load(); // What it finds at its start isn't shown.
             panel.publish();
             change();
             panel.publish();

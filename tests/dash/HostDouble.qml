@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// What the host does with a view's window, written down.
+// Stands in for the host's window and records what a document asks of it.
 QtObject {
     property string log
     property point cursor

@@ -10,15 +10,15 @@
 
 #include <memory>
 
-/// A view's document among the host's QML, in a window that isn't shown; a double stands for what
-/// the host does with a window. `model` must live as long.
+/// Loads a view's document with the host's own QML, in a window that isn't shown. Only what the
+/// host does with its window is faked. `model` must outlive it.
 class HostedDocument
 {
 public:
     HostedDocument(const QString &document, IViewModel &model)
     {
         engine.addImportPath(QStringLiteral("qrc:/qml/modules"));
-        qmlRegisterType<QObject>("ClassicUIBridge", 1, 0, "ClassicUIBridge"); // Nobody uses it.
+        qmlRegisterType<QObject>("ClassicUIBridge", 1, 0, "ClassicUIBridge"); // Stays unused.
         set("qt_scale", 1.0);
         set("ux", create(QStringLiteral("qrc:/qml/Theme.qml")));
         host = create(QStringLiteral("qrc:/HostDouble.qml"));
@@ -31,7 +31,7 @@ public:
     }
 
     QQmlEngine engine;
-    QObject *host = nullptr; ///< The engine's, for what is bound to it ends before.
+    QObject *host = nullptr; ///< Owned by the engine, as bindings use it until the end.
     QQuickWindow window;
     std::unique_ptr<QQuickItem> root;
 

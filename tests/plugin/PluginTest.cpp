@@ -33,8 +33,7 @@ bool resourcesAreThere()
 
 } // namespace
 
-/// Meets the plug-in as a host does: the file, its exports and the pure interfaces, and nothing of
-/// its classes.
+/// Uses the plug-in as a host does: through its file, its exports and the pure interfaces.
 class PluginTest : public QObject
 {
     Q_OBJECT
@@ -92,7 +91,7 @@ private Q_SLOTS:
             QCOMPARE(first->asQObject()->metaObject()->className(),
                      isWindow ? "DashboardWindowVM" : "DashboardEditorVM");
             QVERIFY(first->asQObject()->parent() == nullptr);
-            first.reset(); // Each call has made one of its own.
+            first.reset(); // The second is another one.
             QCOMPARE(engine->hasConsumers(), isWindow);
         }
     }

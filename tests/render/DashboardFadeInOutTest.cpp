@@ -12,7 +12,7 @@ constexpr int Hidden = -1;
 constexpr qint64 Longest = std::numeric_limits<int>::max();
 using Permille = QVector<int>;
 
-/// A fade under a clock in the test's hand.
+/// A fade with a fake clock.
 struct Fade
 {
     FakeCounter counter;
@@ -56,12 +56,13 @@ private Q_SLOTS:
         fade.showAt(0);
         QCOMPARE(fade.course({0, 40, 160, 199, 200, 2200, 2201, 2300, 2400, 2401, 9000}),
                  Permille({0, 200, 800, 995, 1000, 1000, 995, 500, 0, Hidden, Hidden}));
-        fade.showAt(9010); // The time in between is no part of the first step.
+        fade.showAt(9010); // Idle time isn't part of the first step.
         QCOMPARE(fade.course({9020, 11'210, 11'350}), Permille({100, 1000, 300}));
         fade.showAt(11'350); // Rises from where it stands.
         QCOMPARE(fade.course({11'370, 11'540}), Permille({400, 1000}));
         fade.showAt(11'540);
-        QCOMPARE(fade.course({12'540, 99'000}), Permille({1000, Hidden})); // Updates come late.
+        QCOMPARE(fade.course({12'540, 99'000}),
+                 Permille({1000, Hidden})); // Late updates skip phases.
     }
 
     void lengthsMayBeNothingOrTheLargest()

@@ -8,11 +8,11 @@
 #include <tuple>
 #include <vector>
 
-/// A host's registry of views that shows none and writes down what it is told.
+/// A host's registry of views that shows nothing and records its calls.
 struct FakeNavigation final : INavigationService
 {
-    QStringList views;                       ///< Name and document of each, with a space between.
-    std::vector<ViewModelFactory> factories; ///< Copies, for the originals die.
+    QStringList views;                       ///< Name and document of each, separated by a space.
+    std::vector<ViewModelFactory> factories; ///< Copies; the originals are destroyed.
     std::vector<std::tuple<void *, QString, QVariantMap>> shown; ///< Context, target, argument.
 
     void showView(void *context, const QString &target, const QVariant &argument) override

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int Largest = std::numeric_limits<int>::max();
 
-/// The calls of the renderer that a load makes.
+/// The renderer's calls when a path is loaded.
 QStringList loading(const QString &path)
 {
     return {"load "_q + QDir::toNativeSeparators(path) + " 480x272"_q, "publish"_q};
@@ -85,7 +85,7 @@ private Q_SLOTS:
     void aPathThatNamesNoFileIsLoadedAndDoesNoHarm()
     {
         EditorRig rig;
-        rig.engine.script.duringLoad = nullptr; // Which would read the file.
+        rig.engine.script.duringLoad = nullptr; // It would read the file.
         const LogCapture log;
         for (const QString &path :
              {"/tmp/a\0b.qml"_q, "/"_q, "relative.qml"_q, "http://host/D.qml"_q,
@@ -105,10 +105,10 @@ private Q_SLOTS:
         rig.model->setPath(path);
         QFile old(path);
         for (const char *content : {"second", "third", "fourth"}) {
-            // As many programs save: the old file stays whole until the new one takes its name.
+            // Many programs save like this.
             QVERIFY(moveFile(rig.file("/new", content), path, true));
             QVERIFY2(rig.loads(content), content);
-#ifndef Q_OS_WIN // There a file that is open can't be replaced.
+#ifndef Q_OS_WIN // Windows can't replace an open file.
             QVERIFY(old.isOpen() || old.open(QIODevice::ReadOnly));
 #endif
         }
@@ -121,7 +121,7 @@ private Q_SLOTS:
         EditorRig rig;
         const QString path = rig.home.path("/not/yet/Dash.qml");
         rig.model->setPath(path);
-        QVERIFY(!rig.timer(false)->isActive()); // Nobody asks the disk meanwhile.
+        QVERIFY(!rig.timer(false)->isActive()); // Nothing polls the disk.
         for (const char *content : {"there", "and again"}) {
             writeFile(path, content);
             QVERIFY2(rig.loads(content), content);
@@ -157,7 +157,7 @@ private Q_SLOTS:
         rig.model->setPath(path);
         rig.takeCalls();
         QTimer *wait = rig.timer(false);
-        wait->setInterval(1'000'000); // The test ends it.
+        wait->setInterval(1'000'000); // Until the test ends it.
         const QSignalSpy heard(rig.model->findChild<QFileSystemWatcher *>(),
                                &QFileSystemWatcher::fileChanged);
         std::set<int> timers;
@@ -166,7 +166,7 @@ private Q_SLOTS:
             QTRY_VERIFY_WITH_TIMEOUT(heard.count() >= save, 30'000);
             timers.insert(wait->timerId());
         }
-        QCOMPARE(timers.size(), 1U); // It began once.
+        QCOMPARE(timers.size(), 1U); // It was started once.
         QCOMPARE(rig.engine.script.count("load"_q), 0);
         wait->setInterval(0);
         QVERIFY(rig.loads("5"));
@@ -176,7 +176,7 @@ private Q_SLOTS:
     void pedalsAndRpmAreClamped()
     {
         EditorRig rig;
-        // Given, the limit of rpm, and what becomes of the pedal and of rpm.
+        // The value set, the limit of rpm, and the pedal and the rpm that follow.
         const int rows[][4] = {{-Largest, 8000, 0, 0},     {-1, 8000, 0, 0},
                                {42, 8000, 42, 42},         {101, 100, 100, 100},
                                {Largest, 8000, 100, 8000}, {100, -7, 100, 0}};
@@ -233,7 +233,7 @@ private Q_SLOTS:
     void thePreviewIsRenderedAtTheRequestedWidth()
     {
         EditorRig rig;
-        rig.engine.script.bytes = 4; // The largest would be too much for a test.
+        rig.engine.script.bytes = 4; // The largest picture wouldn't fit into memory.
         const int rows[][3] = {{0, 480, 272},
                                {-1, 480, 272},
                                {1, 1, 0},
@@ -263,10 +263,10 @@ private Q_SLOTS:
         QCOMPARE(rig.request(48).size(), QSize(48, 27));
         script.bytes = frameBytes(48, 27) - 1;
         script.fill = 9;
-        QCOMPARE(rig.request(48).pixel(47, 26), 0x01010101U); // The last whole picture stands.
+        QCOMPARE(rig.request(48).pixel(47, 26), 0x01010101U); // Keeps the last whole picture.
     }
 
-    // A dropped lock shows best under the thread sanitizer.
+    // The thread sanitizer sees a dropped lock in every run.
     void theEndWaitsForARequestThatIsRendering()
     {
         EditorRig rig;

@@ -18,8 +18,7 @@ QQuickImageProvider *provider(const QQmlEngine &engine)
     return static_cast<QQuickImageProvider *>(engine.imageProvider(QStringLiteral("dashWindow")));
 }
 
-/// A view model as a host has it, with a window that isn't shown, on an engine that renders
-/// nothing.
+/// A view model with a hidden window, set up as a host does it, on an engine that renders nothing.
 struct View
 {
     FakeEngine engine;
@@ -77,7 +76,7 @@ private Q_SLOTS:
 
         model.initContext(nullptr);
         QQmlEngine first;
-        QQmlEngine second; // A provider belongs to one engine only.
+        QQmlEngine second; // A provider belongs to only one.
         model.initContext(first.rootContext());
         model.initContext(second.rootContext());
         QVERIFY(provider(first) != nullptr && provider(second) == nullptr);
@@ -114,7 +113,7 @@ private Q_SLOTS:
         QWindow second;
         second.resize(20, 10);
         view.model->setWindow(&second);
-        view.window->show(); // The first is nothing to the view any more.
+        view.window->show(); // The view has let go of it.
         view.window->resize(300, 300);
         QCOMPARE(view.wanted(), QSize(20, 10));
         QVERIFY(!view.engine.hasConsumers());
@@ -188,7 +187,7 @@ private Q_SLOTS:
         std::array steps{Show, Hide, Close, EndWindow, EndModel, EndQml};
         const EngineRig rig;
         rig.engine->setDashboardFile(QStringLiteral("/no/such/Dash.qml"));
-        // With an engine and, without it, with null.
+        // With an engine and without one.
         for (IDashboardEngine *engine : std::array<IDashboardEngine *, 2>{rig.engine.get()}) {
             do {
                 auto qml = std::make_unique<QQmlEngine>();

@@ -4,7 +4,7 @@
 #include <QtNetwork/QTcpServer>
 #include <QtTest/QtTest>
 
-/// The editor with a renderer that really renders.
+/// The editor with a real renderer.
 class EditorPreviewTest : public QObject
 {
     Q_OBJECT
@@ -12,7 +12,7 @@ class EditorPreviewTest : public QObject
 private Q_SLOTS:
     void thePreviewFollowsTheFileThroughErrors()
     {
-        QTcpServer server; // Takes connections and never answers.
+        QTcpServer server; // Accepts connections and never answers.
         QVERIFY(server.listen(QHostAddress::LocalHost));
         const QByteArray address = "http://127.0.0.1:" + QByteArray::number(server.serverPort());
         const auto coloured = [](const char *colour, const QByteArray &child = {}) {

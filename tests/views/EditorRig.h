@@ -12,7 +12,7 @@
 #include <QtQuick/QQuickImageProvider>
 #include <QtTest/QtTest>
 
-/// An editor on an engine of fakes, in a home of its own, ready for its document.
+/// An editor with fakes of engine and host, in a home of its own, ready for its document.
 struct EditorRig
 {
     TemporaryHome home;
@@ -40,13 +40,13 @@ struct EditorRig
         QMetaObject::invokeMethod(model.get(), "updateDash");
         return engine.script.publications.back();
     }
-    /// Whether the renderer comes to load a file of this content.
+    /// Waits until the renderer loads a file of this content.
     bool loads(const QByteArray &content) const
     {
         return QTest::qWaitFor([&] { return loaded == content; }, 30'000);
     }
 
-    /// The timer that drives the telemetry, or the one that leaves a file to its writer.
+    /// The timer that drives the telemetry, or the one that delays the reload of a file.
     QTimer *timer(bool ofTelemetry = true) const
     {
         return model->findChildren<QTimer *>()[ofTelemetry ? 0 : 1];

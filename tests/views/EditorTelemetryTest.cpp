@@ -15,7 +15,7 @@ void run(EditorTelemetry &telemetry, int steps)
         telemetry.step();
 }
 
-/// What `read` gives after so many steps, to two decimals.
+/// What `read` returns after each number of steps, to two decimals.
 template<typename Read>
 Values after(const QVector<int> &steps, Read read, EditorTelemetry telemetry = {})
 {
