@@ -3,6 +3,7 @@
 #include <QtCore/QLoggingCategory>
 #include <QtTest/QtTest>
 
+#include <atomic>
 #include <random>
 #include <thread>
 #include <vector>
@@ -26,6 +27,8 @@ private Q_SLOTS:
             store.profile(id);
         });
         QLoggingCategory::setFilterRules("default.info=false"_q);
+        const QString taken = "Dashboard with given name already exists"_q;
+        std::atomic<int> strangeFailures = 0;
         std::vector<std::thread> threads;
         for (unsigned seed = 1; seed <= 6; ++seed) {
             threads.emplace_back([&, random = std::mt19937(seed)]() mutable {
@@ -36,13 +39,15 @@ private Q_SLOTS:
                     const int action = int(random() % 4);
                     store.performAction(id, action, name);
                     store.activateRecentProfileForVehicle("Car%1"_q.arg(random() % 10));
-                    store.profileNameExists(name);
+                    const auto copy = store.performAction(0, DashboardProfileAction::Copy, name);
+                    strangeFailures += !copy.ok && copy.message != taken ? 1 : 0;
                 }
             });
         }
         for (std::thread &thread : threads)
             thread.join();
 
+        QCOMPARE(strangeFailures.load(), 0);
         QVERIFY(store.revision() > 1000);
         QSet<QString> seen;
         for (const DashboardProfileHeader &header : store.profileHeaders()) {
