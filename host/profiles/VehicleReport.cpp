@@ -21,7 +21,7 @@ void reportVehicle(DashboardAbstractProfilesManager &store, const QString &name)
         const auto known =
             std::find_if(formers.begin(), formers.end(),
                          [&store](const QString &former) { return isAssigned(store, former); });
-        // This turns its dashboard on, and a vehicle that is new joins the one that is on.
+        // This activates the dashboard of the former name; a new vehicle joins the active one.
         if (known != formers.end())
             store.activateRecentProfileForVehicle(*known);
     }

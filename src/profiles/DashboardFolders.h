@@ -2,25 +2,28 @@
 
 #include <QtCore/QString>
 
-// Where dashboards are, and what is one.
+// Where dashboards are, and what makes one. Paths have forward slashes and are returned whether or
+// not anything is there; nothing here fails or changes the disk. Any thread, while the application
+// object exists.
 
-/// The dashboards that came with the application. The store never changes them.
+/// Folder of the built-in dashboards, beside the program. The store never changes it.
 QString builtInDashboardsPath();
 
-/// The user's own dashboards. May not exist.
+/// Folder of the user's own dashboards, under the user's documents.
 QString userDashboardsPath();
 
-/// The file that remembers which vehicle goes with which dashboard. May not exist.
+/// File that says which vehicles go with which dashboard, beside `userDashboardsPath`.
 QString vehicleAssignmentsPath();
 
-/// The document of the dashboard in `directory`.
+/// Document of the dashboard in `directory`.
 QString documentPath(const QString &directory);
 
-/// The preview picture of the dashboard in `directory`.
+/// Preview picture of the dashboard in `directory`.
 QString previewPath(const QString &directory);
 
-/// Whether `directory` holds what makes it a dashboard. Neither file is opened.
+/// Whether `directory` has a document and a preview. Opens neither; false if it can't look.
 bool isDashboard(const QString &directory);
 
-/// Whether `name` may be asked of the file system as a directory's name.
+/// Whether `name` names a directory right in a folder: no separator, no colon, no two dots in a
+/// row, no space at either end and no dot at the end. The empty name passes.
 bool isValidProfileName(const QString &name);

@@ -16,7 +16,7 @@ namespace {
 
 using Copied = DashboardTransactions::Copied;
 
-/// Reserves a name with an empty directory, for as long as nothing is in it.
+/// Reserves a name with an empty directory.
 class Reservation
 {
 public:
@@ -27,7 +27,7 @@ public:
     }
     ~Reservation()
     {
-        // Takes an empty directory only, so never what stands there by now.
+        // Removes only an empty directory, so never the copy that has replaced it.
         if (creation == platform::Creation::Made)
             QDir().rmdir(path);
     }
@@ -41,17 +41,17 @@ private:
     platform::Creation creation;
 };
 
-/// Whether a scan lists a dashboard under this name, letter for letter.
+/// Whether a scan would list a dashboard under exactly this name.
 bool canBeListed(const QString &name)
 {
     return platform::canHoldFileName(name) && !platform::isHiddenName(name);
 }
 
-/// Whether nothing but room keeps anything from being made in `folder`.
+/// Whether only a full disk keeps a directory from being made in `folder`.
 bool lacksOnlyRoom(const QString &folder)
 {
-    constexpr qint64 Hardly = 1 << 20;
-    return QFileInfo(folder).isWritable() && QStorageInfo(folder).bytesAvailable() < Hardly;
+    constexpr qint64 OneMegabyte = 1 << 20;
+    return QFileInfo(folder).isWritable() && QStorageInfo(folder).bytesAvailable() < OneMegabyte;
 }
 
 } // namespace
@@ -64,7 +64,7 @@ DashboardTransactions::DashboardTransactions(QString root)
 
 Copied DashboardTransactions::copy(const QString &source, const QString &newName) const
 {
-    // Asked first: such a name may come out as another one, and that exists.
+    // First, for the disk may turn such a name into another one, which exists.
     if (!canBeListed(newName))
         return Copied::NotCreated;
     const QString target = root + QLatin1Char('/') + newName;
@@ -72,8 +72,8 @@ Copied DashboardTransactions::copy(const QString &source, const QString &newName
         return Copied::Taken;
 
     makeDirectory(root);
-    // The staged directory stands before the name is reserved, so that a clean-up after a killed
-    // process finds the reservation through it.
+    // Staged before the name is reserved, so that the clean-up after a killed process finds the
+    // reservation by its staged namesake.
     const auto staging = StagingDirectory::make(root, newName);
     if (!staging || !makeDirectory(staging->path()).exists())
         return Copied::NotCreated;
@@ -107,7 +107,7 @@ bool DashboardTransactions::canRename(const QString &directory, const QString &n
     const QFileInfo target(root + QLatin1Char('/') + newName);
     if (!target.exists())
         return true;
-    // Where case doesn't count, a name that differs in nothing else is the directory itself.
+    // Where case doesn't count, a name that differs only in case is the directory itself.
     return newName != present.fileName() && target == present;
 }
 
@@ -127,10 +127,10 @@ bool DashboardTransactions::remove(const QString &directory) const
     if (!info.isDir() || info.isSymLink() || info.isJunction())
         return removeTree(directory);
 
-    // Out of the list's sight first: a removal cut short must not leave half a dashboard there.
+    // Moved away first: a removal cut short must not leave half a dashboard in the list.
     const auto staging = StagingDirectory::make(root, info.fileName());
     if (!staging) {
-        // A full disk has no room for it, and there a removal must work for all that.
+        // A full disk has no room for another directory, yet removing must work there.
         return lacksOnlyRoom(root) && removeTree(directory);
     }
     if (platform::placeDirectory(directory, staging->path()) != platform::Placement::Placed)

@@ -12,7 +12,7 @@ QString recentProfileKey()
     return QStringLiteral("RecentProfile");
 }
 
-/// No profile's name holds one.
+/// No profile's name contains it.
 QChar separator()
 {
     return QLatin1Char('/');

@@ -2,13 +2,14 @@
 
 #include <QtCore/QStringList>
 
-// The name of the active profile, as the application's settings keep it between runs.
+// The name of the active profile, which the application's settings keep between runs. Any thread.
+// Settings that can't be written are not reported.
 
-/// The first of these that there is was active. Empty when none is kept; two names where a rename
-/// was cut short.
+/// Names of the profile that was active: the first that exists counts. Empty if none is kept; two
+/// if a rename was cut short.
 QStringList recentProfileNames();
 void setRecentProfileName(const QString &name);
 
-/// For the time of a rename, which may end with the directory under either name.
+/// Keeps both names during a rename, which may leave the directory under either.
 void setRecentProfileNames(const QString &oldName, const QString &newName);
 void clearRecentProfileName();

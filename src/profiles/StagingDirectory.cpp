@@ -11,7 +11,7 @@
 
 namespace {
 
-// Two dots in a row, for no profile may be called so.
+// Two dots in a row, which no profile's name may have.
 QString placePrefix()
 {
     return QStringLiteral(".staging..");
@@ -36,14 +36,14 @@ StagingDirectory::StagingDirectory(QString place, QString name,
 StagingDirectory::~StagingDirectory()
 {
     removeTree(path());
-    // The hold may be a file in there.
+    // The hold may be a file inside.
     hold.reset();
     QDir().rmdir(place);
 }
 
 std::unique_ptr<StagingDirectory> StagingDirectory::make(const QString &root, const QString &name)
 {
-    // More than one try, since a clean-up may come between the making and the hold.
+    // Retries, since a clean-up may remove the directory before it is held.
     for (int attempt = 0; attempt < 10; ++attempt) {
         const QString place = randomPlace(root);
         const platform::Creation creation = platform::createDirectory(place);
@@ -76,11 +76,11 @@ void StagingDirectory::removeAbandoned(const QString &root)
             continue;
         const QStringList names = QDir(place).entryList(directories, QDir::NoSort);
         for (const QString &name : names) {
-            // Never more than the empty reservation: what is whole stays.
+            // Removes only an empty reservation; a whole dashboard stays.
             QDir().rmdir(root + QLatin1Char('/') + name);
             removeTree(place + QLatin1Char('/') + name);
         }
-        // While it is held, where that is possible: whoever takes it next must not lose it.
+        // While held, where the system allows it: the next holder must not lose it.
         QDir().rmdir(place);
         hold.reset();
         QDir().rmdir(place);

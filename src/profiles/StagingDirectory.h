@@ -8,27 +8,26 @@ namespace platform {
 class DirectoryHold;
 }
 
-/// A place under the root of dashboards where one grows before it gets its name, and where one is
-/// taken apart. No scan lists what is in there, on the root's own volume though it is, and no
-/// dashboard can be called so.
-///
-/// What a killed process leaves behind can be told from what is in use: the latter is held.
+/// Hidden directory in the dashboards' root in which a copy is built before it is renamed into
+/// place, and from which a removed dashboard is deleted. No scan lists it, and no dashboard can
+/// have its name. Held while it is in use, so that others can tell when a killed process left it.
+/// One thread at a time.
 class StagingDirectory
 {
 public:
-    /// Makes one for the dashboard `name` under `root`, which must exist. Null where that fails.
+    /// Makes one for the dashboard `name` in `root`, which must exist. Null on failure.
     static std::unique_ptr<StagingDirectory> make(const QString &root, const QString &name);
 
-    /// Removes it with all that is still in it.
+    /// Removes it with all that is still inside.
     ~StagingDirectory();
     StagingDirectory(const StagingDirectory &) = delete;
     StagingDirectory &operator=(const StagingDirectory &) = delete;
 
-    /// Where the dashboard's directory goes, under its own name. Doesn't exist at first.
+    /// The dashboard's directory inside. Doesn't exist at first.
     QString path() const;
 
-    /// Clears away what processes that are gone left under `root`, and the empty directories with
-    /// which they had reserved a name.
+    /// Removes what killed processes left in `root`, with the empty directories by which they had
+    /// reserved names. Any thread.
     static void removeAbandoned(const QString &root);
 
 private:

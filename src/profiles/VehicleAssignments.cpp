@@ -19,7 +19,7 @@ namespace {
 using Homes = QHash<QString, QSet<QString>>;
 using Profiles = std::vector<DashboardProfile>;
 
-/// What all keys of the file begin with.
+/// All keys of the file begin with it.
 constexpr char KeyBegin[] = "Vehicle";
 
 QString countKey()
@@ -32,8 +32,8 @@ QString nameKey(int index)
     return QStringLiteral("Vehicle.%1.Name").arg(index);
 }
 
-/// Equal for names that are equal ignoring case: folds character by character, as comparing does,
-/// where `QString::toCaseFolded` would make two letters of one.
+/// Equal for names that differ only in case. Folds each character alone, as `QString::compare`
+/// does; `QString::toCaseFolded` would turn one letter into two.
 QString folded(const QString &name)
 {
     QString result;
@@ -49,7 +49,7 @@ QString folded(const QString &name)
     return result;
 }
 
-/// Finds the profile that a group of the file stands for, among many.
+/// Finds the profile of a group in the file, in constant time.
 class ProfileFinder
 {
 public:
@@ -65,7 +65,7 @@ public:
         none = profiles.size();
     }
 
-    /// The profile's place in the list, whose size stands for none.
+    /// The profile's index in the list, or the list's size if there is none.
     std::size_t find(const QString &group) const
     {
         const auto found = exact.constFind(group);
@@ -78,15 +78,15 @@ private:
     std::size_t none = 0;
 };
 
-/// A dashboard's group as it stands in the file.
+/// A dashboard's group in the file.
 struct Group
 {
     QString name;
     int count = 0;
-    std::vector<std::pair<int, QString>> names; ///< With their index in the file, each once.
+    std::vector<std::pair<int, QString>> names; ///< With their indices in the file, each once.
 
-    /// The work follows the names that are there and not the count, which may be anything. An empty
-    /// name stands for those that it promises beyond them.
+    /// Walks the names and not up to the count, which may be anything. An empty name stands for all
+    /// that the count promises beyond them.
     void addVehicles(QSet<QString> &vehicles) const
     {
         int found = 0;
@@ -117,7 +117,7 @@ int indexOfKey(const QString &key)
 std::vector<Group> groupsOf(const IniFile &file)
 {
     std::vector<Group> groups;
-    // Sorted, so that the keys of a group stand together.
+    // Sorted, so the keys of a group are neighbours.
     const IniFile::Values &written = file.written();
     for (auto value = written.cbegin(); value != written.cend(); ++value) {
         const QString &key = value.key();
@@ -158,8 +158,7 @@ Homes homesOf(const Profiles &profiles)
     return homes;
 }
 
-/// What the file says, under the names that `profiles` have. A group without a dashboard is left
-/// out.
+/// What the file says, under the names that `profiles` have. Skips groups without a dashboard.
 Homes homesOf(const IniFile &file, const Profiles &profiles)
 {
     Homes homes;
@@ -178,7 +177,7 @@ Homes homesOf(const IniFile &file, const Profiles &profiles)
     return homes;
 }
 
-/// Puts the vehicle into the profiles of these names and no others.
+/// Assigns the vehicle to the profiles of these names only.
 void place(const QString &vehicle, const QSet<QString> &homes, Profiles &profiles,
            const ProfileFinder &finder)
 {
@@ -191,8 +190,8 @@ void place(const QString &vehicle, const QSet<QString> &homes, Profiles &profile
     }
 }
 
-/// What changed between `before` and `now` goes over what `file` says. What didn't and is nowhere
-/// in the file comes back: a vehicle moves, but is never just gone.
+/// What changed between `before` and `now` wins over `file`. What didn't change but is nowhere in
+/// the file comes back: other processes move vehicles, they never just drop one.
 Homes merge(const Homes &before, const Homes &now, Homes file)
 {
     for (auto vehicle = now.cbegin(); vehicle != now.cend(); ++vehicle) {
@@ -228,7 +227,7 @@ bool replaceFile(const QString &path, const IniFile &content)
         return false;
     const QByteArray bytes = content.toBytes();
     QFile file(temporary);
-    // Nobody else's file, nor a link that somebody has put there by now.
+    // NewOnly: neither somebody else's file nor a link put there meanwhile.
     const bool written = file.open(QIODevice::WriteOnly | QIODevice::NewOnly) &&
                          file.write(bytes) == bytes.size() && file.flush();
     file.close();

@@ -31,7 +31,7 @@ bool removeFile(const QString &path)
 {
     if (QFile::remove(path))
         return true;
-    // Windows keeps a file that is marked as read-only.
+    // Windows doesn't delete a read-only file.
     const QFile::Permissions permissions = QFile::permissions(path);
     return !(permissions & QFile::WriteUser) &&
            QFile::setPermissions(path, permissions | QFile::WriteUser) && QFile::remove(path);
@@ -42,7 +42,7 @@ QString temporaryPrefix()
     return QDir::tempPath() + QLatin1String("/gauge64-temporary-");
 }
 
-/// What a process that died has left says in its name which one it was.
+/// A temporary file has its process's number in its name.
 void removeAbandonedTemporaries()
 {
     const QFileInfo prefix(temporaryPrefix());
@@ -62,7 +62,7 @@ void removeAbandonedTemporaries()
 
 bool copyDirectory(const QString &source, const QString &target)
 {
-    // Qt takes a directory that it can't read for an empty one.
+    // For Qt a directory that it can't read is empty.
     if (!platform::canReadDirectory(source))
         return false;
 
@@ -95,7 +95,7 @@ bool moveFile(const QString &source, const QString &target, bool replaceExisting
 
 bool removeTree(const QString &path)
 {
-    // QDir::removeRecursively would empty what is behind a junction, or behind a link in `path`.
+    // QDir::removeRecursively would empty the target of a junction, or of a link in `path`.
     const QFileInfo info(path);
     if (isLink(info))
         return platform::removeLink(path);

@@ -3,28 +3,28 @@
 class QDir;
 class QString;
 
-// Every routine may run on any thread, reports by its result only and says nothing to the user.
+// Any thread. Failures are told by the result only.
 
-/// Copies all files under `source`, hidden ones too, to the same relative paths under `target`,
-/// over whatever files are there. Directories come into being as files need them, so an empty one
-/// is not reproduced; links to directories are not entered. What was copied is on the disk and not
-/// only on its way there. Stops at the first failure, a directory that can't be read among them,
-/// which leaves what was copied so far. True for a `source` without files.
+/// Copies all files under `source`, hidden ones too, to the same relative paths under `target`, and
+/// overwrites files there. Makes the directories that files need, so no empty ones; doesn't follow
+/// links to directories. Flushes to disk. True for a `source` without files. Stops at the first
+/// failure, such as a directory that can't be read, and leaves what it has copied so far.
 bool copyDirectory(const QString &source, const QString &target);
 
-/// Makes the directory `path` with its missing parents. Whether that worked, `exists()` tells.
+/// Makes the directory `path` with its missing parents; `exists()` of the result tells whether that
+/// worked.
 QDir makeDirectory(const QString &path);
 
-/// Moves a file in one step: the target is the old file or the whole new one at every moment.
-/// Without `replaceExisting` an existing target makes it fail. A failure leaves both files alone.
+/// Moves a file in one step: at every moment the target is the old file or the whole new one. Fails
+/// on an existing target without `replaceExisting`. A failure leaves both files alone.
 bool moveFile(const QString &source, const QString &target, bool replaceExisting);
 
-/// Deletes the directory `path` with all in it, or the link in its place. Links, in it as well, go
-/// without what they point at. A missing one is a success. Stops at the first failure, after which
-/// some of the files may be gone, those of subdirectories first.
+/// Deletes the directory `path` with all in it, or the link in its place; never what a link points
+/// at. Succeeds if there is nothing. Stops at the first failure, when some files may be gone, those
+/// of subdirectories first.
 bool removeTree(const QString &path);
 
-/// A name in the system's temporary folder that nobody has just now. The file doesn't exist, and
-/// where the folder can't be written nothing can be put there either. Files under such names that
-/// killed processes have left, longer names that begin so among them, are deleted.
+/// An unused name in the system's temporary folder; makes no file. In a folder that can't be
+/// written the name is no use either. Deletes files that killed processes have left under such
+/// names, or under longer ones that begin so.
 QString temporaryFileName();

@@ -24,11 +24,11 @@ bool isGeneral(const QByteArray &name)
     return name.compare("general", Qt::CaseInsensitive) == 0;
 }
 
-/// What goes in front of the keys below a section's head, which is a line that begins with "[".
+/// Prefix of the keys below a section's head, a line that begins with "[".
 QString prefixOf(const QByteArray &line)
 {
     const QByteArray name = line.mid(1, line.indexOf(']') - 1).trimmed();
-    // Keys without a section stand in "General", and a section of that name has a mark.
+    // "General" has the keys without a section; a section of that name has a mark.
     if (isGeneral(name))
         return {};
     const bool marked = name.startsWith('%') && isGeneral(name.mid(1));
@@ -43,11 +43,11 @@ QByteArray headOf(const QString &section)
     return isGeneral(name) ? "[%General]" : '[' + name + ']';
 }
 
-/// Moves the file at `path` to a name beside it that is free.
+/// Moves the file at `path` to a free name beside it.
 bool moveAside(const QString &path)
 {
     constexpr int Most = 100;
-    // Nobody's settings are in a directory, and much else may be.
+    // A directory holds no settings, but perhaps much else.
     if (QFileInfo(path).isDir())
         return false;
     for (int i = 1; i <= Most; ++i) {
@@ -61,7 +61,7 @@ bool moveAside(const QString &path)
     return false;
 }
 
-/// On a pipe in a lock's place QLockFile would wait for ever, and a device it would read for ever.
+/// QLockFile would wait forever on a pipe in the lock's place, and read a device forever.
 bool canBeLock(const QString &path)
 {
     const QFileInfo info(path);
@@ -75,7 +75,7 @@ std::optional<IniFile> IniFile::read(const QString &path, const QByteArray &begi
     const QFileInfo info(path);
     if (!info.exists())
         return IniFile();
-    // Only a regular file: on a pipe an open would wait for ever.
+    // Only a regular file: opening a pipe would wait forever.
     QFile file(path);
     if (!info.isFile() || !file.open(QIODevice::ReadOnly) || file.size() > MaxSize)
         return std::nullopt;
@@ -83,7 +83,7 @@ std::optional<IniFile> IniFile::read(const QString &path, const QByteArray &begi
     if (file.error() != QFileDevice::NoError)
         return std::nullopt;
     if (content.startsWith("\xff\xfe") || content.startsWith("\xfe\xff"))
-        return std::nullopt; // UTF-16, whose letters this would take for garbage.
+        return std::nullopt; // UTF-16, garbage if read as Latin-1.
     IniFile result(content, begin);
     return result.makesSense ? std::make_optional(std::move(result)) : std::nullopt;
 }
@@ -98,7 +98,7 @@ std::optional<IniFile> IniFile::readToReplace(const QString &path, const QByteAr
 
 std::unique_ptr<QLockFile> IniFile::lock(const QString &path)
 {
-    // A process that lives gives it back at once.
+    // A living process gives it back at once.
     constexpr int LongestUseMs = 500;
     constexpr int LongestWaitMs = 900;
     const QString name = path + QStringLiteral(".lock");
@@ -106,7 +106,7 @@ std::unique_ptr<QLockFile> IniFile::lock(const QString &path)
     lock->setStaleLockTime(LongestUseMs);
     if (!canBeLock(name) && !(QFile::remove(name) && canBeLock(name)))
         return lock;
-    // One from the future never gets old. What is removed here nobody holds, or not any more.
+    // A lock file from the future never gets stale, so it is removed after all that time.
     if (!lock->tryLock(LongestWaitMs) && lock->removeStaleLockFile())
         lock->tryLock(0);
     return lock;
@@ -127,7 +127,7 @@ IniFile::IniFile(const QByteArray &content, const QByteArray &begin)
         } else if (lines.hasValue()) {
             anySense = true;
             const QByteArray key = lines.key();
-            // Keys are mostly sorted, and then they go at the end.
+            // Keys are mostly sorted, so each goes to the end.
             if (key.startsWith(begin)) {
                 values.insert(values.cend(), prefix + IniSyntax::keyFromFile(key), lines.value());
             }

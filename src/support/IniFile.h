@@ -9,50 +9,50 @@
 
 class QLockFile;
 
-/// The content of a settings file in the syntax that QSettings gives INI files. Texts come out as
-/// QSettings would give them. What else a value may hold, serialised objects among it, is never
-/// unpacked, whoever wrote the file, and goes back into a file as it was. Comments are lost.
+/// The content of an INI file as QSettings writes it. Reads texts as QSettings does, but never
+/// unpacks lists and serialised objects, whoever wrote the file: those are written back unchanged.
+/// Comments are lost. One thread at a time.
 ///
-/// A key is the name of its section, a slash and its name there, or the name alone.
+/// A key is its section, a slash and its name there, or the name alone.
 class IniFile
 {
 public:
-    /// In bytes. A larger file is not read.
+    /// Bytes of the largest file that is read.
     static constexpr qint64 MaxSize = qint64{64} * 1024 * 1024;
 
-    /// Nothing for a file that can't be read as a whole: one without permission, one that is too
-    /// large, a pipe or a device, UTF-16, and one in which no line makes sense. A missing file is
-    /// empty. Keys whose name doesn't begin with `begin` are passed over.
+    /// Nothing for a file that can't be read: no permission, too large, a pipe or a device, UTF-16,
+    /// or no line that makes sense. A missing file is empty. Skips keys whose name doesn't begin
+    /// with `begin`.
     static std::optional<IniFile> read(const QString &path, const QByteArray &begin = {});
 
-    /// Reads the file in order to replace it. One that can't be read is moved aside, logged, and
-    /// counts as empty; nothing if that fails too, and the file should be left alone.
+    /// Reads the file in order to replace it. One that can't be read is moved aside, which is
+    /// logged, and counts as empty; nothing if it can't be moved either, then leave it alone.
     static std::optional<IniFile> readToReplace(const QString &path, const QByteArray &begin = {});
 
-    /// Keeps others, and QSettings too, from replacing the file at `path` while the result lives.
-    /// Waits less than a second: a lock that nobody gives back must not keep anything from being
-    /// saved.
+    /// Keeps other writers, QSettings among them, from replacing the file at `path` while the
+    /// result lives. Waits less than a second, then goes on without: a lock that nobody gives back
+    /// must not keep anything from being saved. Never null.
     static std::unique_ptr<QLockFile> lock(const QString &path);
 
     explicit IniFile(const QByteArray &content = {}, const QByteArray &begin = {});
 
-    /// Nothing where there is no such key, or something else than one text at it.
+    /// Nothing if there is no such key, or its value isn't a single text.
     std::optional<QString> text(const QString &key) const;
     void setText(const QString &key, const QString &text);
     void remove(const QString &key) { values.remove(key); }
 
-    /// Values as they stand in the file, by their keys.
+    /// Values as written in the file, by key.
     using Values = QMap<QString, QByteArray>;
     const Values &written() const { return values; }
 
-    /// The one text that such a value is, if it is one.
+    /// The text of such a value, unless it is a list or an object.
     std::optional<QString> textOf(const QByteArray &written) const;
 
     /// As QSettings would write it, with the line ends of the platform.
     QByteArray toBytes() const;
 
 private:
-    bool utf8 = false;      ///< By the mark at the beginning; otherwise bytes are Latin-1.
-    bool makesSense = true; ///< There is a line that could be read, or there is none.
+    bool utf8 = false;      ///< As the byte order mark says; else bytes are Latin-1.
+    bool makesSense = true; ///< A line could be read, or there is none.
     Values values;
 };

@@ -19,14 +19,14 @@ bool isSpace(char c)
     return c == ' ' || c == '\t';
 }
 
-/// How many bytes the line's end at `at` has: one, or two different ones.
+/// Length of the line end at `at`: one byte, or two different ones.
 int lineEndLength(const QByteArray &text, int at)
 {
     const bool two = at + 1 < text.size() && isLineEnd(text[at + 1]) && text[at + 1] != text[at];
     return two ? 2 : 1;
 }
 
-/// The value of a digit, or `base` for what is none.
+/// The value of a digit, or `base` for any other character.
 uint digitValue(char c, uint base)
 {
     uint value = base;
@@ -42,7 +42,7 @@ uint digitValue(char c, uint base)
 constexpr char EscapeLetters[] = R"(abfnrtv"?'\)";
 constexpr char EscapedCharacters[] = "\a\b\f\n\r\t\v\"?'\\";
 
-/// Takes the escapes and quotes out of a value. Serialised objects are texts too at this level.
+/// Resolves a value's escapes and quotes. Serialised objects still look like texts here.
 class ValueReader
 {
 public:
@@ -117,7 +117,7 @@ private:
         }
     }
 
-    /// As many digits as there are: of a number that is too large the lowest bits count.
+    /// Reads all digits; too large a number keeps its lowest bits.
     void readNumber(uint base)
     {
         const int from = at;
@@ -133,11 +133,11 @@ private:
     int at = 0;
     bool quoted = false;
     bool anyQuotes = false;
-    int fixedLength = 0; ///< Spaces up to here were written on purpose.
+    int fixedLength = 0; ///< Spaces up to here are part of the text.
     QString result;
 };
 
-/// What QSettings takes for something else than a text, if it ends with a bracket.
+/// A value that begins so and ends with a bracket is no text for QSettings.
 constexpr std::array<const char *, 6> ObjectForms{"@ByteArray(", "@Variant(", "@DateTime(",
                                                   "@Rect(",      "@Size(",    "@Point("};
 
@@ -176,7 +176,7 @@ bool LineReader::next()
     return start < content.size();
 }
 
-/// Moves the line's beginning behind a comment; `at` goes just before it.
+/// Moves the line's beginning behind the comment, and `at` just before it.
 void LineReader::skipComment()
 {
     while (start < content.size() && !isLineEnd(content[start]))
@@ -197,7 +197,7 @@ QByteArray LineReader::key() const
 QByteArray LineReader::value() const
 {
     QByteArray result = content.mid(equals + 1, at - equals - 1);
-    // The file was cut off here; what follows in another must not become a part of the value.
+    // The file was cut off here. In a new file the value must not swallow what follows it.
     if (escaped)
         result.chop(1);
     if (quoted)
@@ -254,7 +254,7 @@ std::optional<QString> textFromFile(const QByteArray &value, bool utf8)
     std::optional<QString> text = ValueReader(value, utf8).text();
     if (!text || !text->startsWith(QLatin1Char('@')))
         return text;
-    // In front of a text's own "@" another one is written, and around a zero character "@String()".
+    // A text's own "@" is doubled, and a text with a zero character is wrapped in "@String()".
     if (text->startsWith(QLatin1String("@@")))
         return text->mid(1);
     if (!text->endsWith(QLatin1Char(')')))
@@ -278,7 +278,7 @@ QByteArray textToFile(const QString &text)
         marked.prepend(QLatin1Char('@'));
 
     QByteArray result;
-    bool afterNumber = false; // A digit here would be taken for one of the number's.
+    bool afterNumber = false; // A digit here would be read as part of the number.
     for (const QChar character : qAsConst(marked)) {
         const ushort code = character.unicode();
         const char letter = code < 0x7f ? static_cast<char>(code) : '\x7f';

@@ -5,14 +5,15 @@
 
 #include <optional>
 
-// How QSettings spells keys and texts in an INI file.
+// How QSettings spells keys and texts in an INI file. Any thread.
 namespace IniSyntax {
 
-/// Goes through a file's lines. A line ends where no quotes and no backslash keep it going.
+/// Walks a file's lines. Quotes and a backslash at the end continue a line.
 class LineReader
 {
 public:
-    explicit LineReader(const QByteArray &content, int from)
+    /// `content` is borrowed and must outlive the reader, which starts at byte `from`.
+    LineReader(const QByteArray &content, int from)
         : content(content)
         , at(from)
     {
@@ -24,7 +25,7 @@ public:
     char first() const { return content[start]; }
     bool hasValue() const { return equals >= 0; }
 
-    /// In front of the first "=", with the spaces around it taken off.
+    /// The text before the first "=", without spaces around it.
     QByteArray key() const;
     QByteArray value() const;
     QByteArray line() const { return content.mid(start, at - start); }
@@ -43,7 +44,7 @@ private:
 QString keyFromFile(const QByteArray &written);
 QByteArray keyToFile(const QString &key);
 
-/// The one text that a value is; nothing for a list or a serialised object.
+/// The text of a value; nothing for a list or a serialised object.
 std::optional<QString> textFromFile(const QByteArray &value, bool utf8);
 QByteArray textToFile(const QString &text);
 

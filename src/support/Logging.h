@@ -2,5 +2,5 @@
 
 class QString;
 
-/// Writes `text` to Qt's logging at info level, without quotes and without a space behind it.
+/// Writes `text` to Qt's logging at info level, without quotes and trailing space. Any thread.
 void logInfo(const QString &text);

@@ -8,10 +8,10 @@
 class MonotonicClock
 {
 public:
-    /// `counter` is borrowed and must outlive the clock. Its frequency is asked for once, here.
+    /// `counter` is borrowed and must outlive the clock. Reads its frequency once, here.
     explicit MonotonicClock(const platform::Counter &counter);
 
-    /// Milliseconds; from the coarse clock where the high-resolution counter fails.
+    /// Milliseconds, from the coarse clock if the high-resolution counter fails.
     std::uint64_t milliseconds() const;
 
 private:
@@ -20,5 +20,6 @@ private:
     bool hasFrequency = false;
 };
 
-/// The engine's clock, against which a consumer's `lastActivity` is compared.
+/// Milliseconds of the system's clock, against which the engine compares a consumer's
+/// `lastActivity`. Any thread.
 std::uint64_t monotonicMilliseconds();

@@ -5,11 +5,10 @@
 class QString;
 class QVariant;
 
-/// One group of the application's settings, open for a moment: what was set is flushed when the
-/// object goes. A store that can't be written is not reported. One thread at a time.
+/// One group of the application's settings, open for a moment: its destructor writes what was set.
+/// Settings that can't be written are not reported. One thread at a time.
 ///
-/// Where the settings are a file, only texts are read from it, and what else it holds stays there
-/// as it is.
+/// If the settings are a file, only texts are read from it, and other values stay as they are.
 class SettingsGroup
 {
 public:
@@ -21,7 +20,7 @@ public:
 
     QVariant value(const QString &key, const QVariant &defaultValue) const;
 
-    /// Values are texts, or have a text that stands for them.
+    /// `value` is a text or converts to one.
     void setValue(const QString &key, const QVariant &value);
     void remove(const QString &key);
 

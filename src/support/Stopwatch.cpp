@@ -16,6 +16,6 @@ std::int64_t Stopwatch::elapsedMs() const
         return 0;
 
     const std::int64_t difference = now - start;
-    // Seconds and the rest are converted apart: a product with the whole count would overflow.
+    // Seconds and the rest apart: multiplying the whole count could overflow.
     return difference / frequency * 1000 + difference % frequency * 1000 / frequency;
 }

@@ -4,14 +4,14 @@
 
 #include <cstdint>
 
-/// Milliseconds since its construction. Constant afterwards, so any thread may read it.
+/// Measures the time since its construction. Any thread may read it.
 class Stopwatch
 {
 public:
     /// `counter` is borrowed and must outlive the stopwatch.
     explicit Stopwatch(const platform::Counter &counter = platform::systemCounter());
 
-    /// Whole milliseconds since construction; 0 where the counter can't be read.
+    /// Whole milliseconds since construction; 0 if the counter can't be read.
     std::int64_t elapsedMs() const;
 
 private:

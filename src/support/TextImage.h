@@ -4,7 +4,7 @@
 
 class QString;
 
-/// Font and layout of a text in its picture.
+/// How a text is drawn into its picture.
 struct TextImageStyle
 {
     int pixelSize = 10;      ///< Font height in pixels.
@@ -15,8 +15,8 @@ struct TextImageStyle
 /// Width of a picture for each pixel of its font's height, where the font grows with the picture.
 inline constexpr int WidthPerFontPixel = 25;
 
-/// White text on black in the painter's default font, in the frame's pixel format. Null for an
-/// empty size and when memory runs out. Any thread on which a `QPainter` may paint a `QImage`.
+/// White text on black in the painter's default font, in the frame's pixel format. Null if a
+/// picture of `size` pixels can't be made. Any thread on which a `QPainter` may draw on a `QImage`.
 QImage makeTextImage(QSize size, const QString &text, const TextImageStyle &style);
 
 /// The picture of a message in place of a dashboard: centred and wrapped, in a font of 1/25 of the

@@ -6,50 +6,51 @@
 
 class QString;
 
-/// The file system where Qt doesn't promise enough: one-step moves, exclusive creation, attributes.
+/// The file system where Qt promises too little: one-step moves, exclusive creation, attributes.
+/// Any thread.
 namespace platform {
 
-/// The user's documents folder, empty where there is none.
+/// The user's documents folder; empty if there is none.
 std::wstring documentsFolder();
 
-/// Whether the file system takes `name` for a file or directory, letter for letter.
+/// Whether a file or directory can have exactly this name.
 bool canHoldFileName(const QString &name);
 
-/// Whether the file system hides what is called `name` from listings.
+/// Whether listings leave out what is called `name`.
 bool isHiddenName(const QString &name);
 
-/// Whether all that is in `directory` can be listed.
+/// Whether everything in `directory` can be listed.
 bool canReadDirectory(const QString &directory);
 
-/// Brings to the disk which names are in `directory`, where the system needs to be told.
+/// Flushes the names in `directory` to disk, if the system needs that.
 void flushDirectory(const QString &directory);
 
-/// Copies one file over whatever file `target` is, with permissions and time of last change, and
-/// brings it to the disk. A failure may leave a part of it.
+/// Copies one file with its permissions and time of last change, overwrites the file `target` and
+/// flushes to disk. A failure may leave part of it.
 bool copyFile(const QString &source, const QString &target);
 
-/// Moves a file in one step. Where `target` is on another volume and the system can do it safely,
-/// the content is brought over, flushed and put in place in one step.
+/// Moves a file in one step. To another volume it copies the content, flushes it and puts it in
+/// place in one step.
 bool moveFile(const QString &source, const QString &target, bool replaceExisting);
 
 enum class Creation { Made, Exists, Failed };
 
-/// Makes the directory `path`, whose parent exists. `Made` means that nobody else made it.
+/// Makes the directory `path`, whose parent exists. Of several callers one gets `Made`.
 Creation createDirectory(const QString &path);
 
 enum class Placement { Placed, Taken, Failed };
 
-/// Moves the directory `source` to `target` on the same volume, in one step where the system can.
-/// `target` is free or an empty directory; `Taken` means that by now it is something else.
+/// Moves the directory `source` to `target` on the same volume, in one step if the system can.
+/// `Taken` if `target` is neither free nor an empty directory.
 Placement placeDirectory(const QString &source, const QString &target);
 
-/// Removes a symbolic link, or what the platform has of that kind, and not what it points at.
+/// Removes a symbolic link or a junction, and not what it points at.
 bool removeLink(const QString &path);
 
-/// Whether the process of this number runs on this computer, whosever it is.
+/// Whether a process with this number runs on this computer, whoever owns it.
 bool isRunning(std::int64_t process);
 
-/// A hold on a directory that ends with the object or with the process, however that ends.
+/// A lock on a directory that ends with the object, or with the process, even a killed one.
 class DirectoryHold
 {
 public:
@@ -60,7 +61,7 @@ public:
     DirectoryHold(const DirectoryHold &) = delete;
     DirectoryHold &operator=(const DirectoryHold &) = delete;
 
-    /// False on a file system without locks, where others may think that they hold it too.
+    /// False on a file system without locks, where others may hold it too.
     bool isExclusive() const;
 
 private:

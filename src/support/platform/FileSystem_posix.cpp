@@ -41,7 +41,7 @@ public:
     bool isOpen() const { return fd >= 0; }
     int get() const { return fd; }
 
-    /// A file system may report a full disk as late as here.
+    /// Some file systems report a full disk only here.
     bool close() { return fd < 0 || ::close(std::exchange(fd, -1)) == 0; }
 
 private:
@@ -62,7 +62,7 @@ bool writeAll(int fd, const char *data, std::size_t size)
     return true;
 }
 
-/// True as well on a file system that can't be told to.
+/// True also on a file system that has no flush.
 bool flush(int fd)
 {
     return ::fsync(fd) == 0 || errno == EINVAL;
@@ -82,7 +82,7 @@ bool copyContent(int from, int to)
     }
 }
 
-/// Best effort: a file system without permissions or times still takes the content.
+/// Best effort: a file system without permissions or times can still hold the content.
 void copyAttributes(const struct stat &from, int to)
 {
     static_cast<void>(::fchmod(to, from.st_mode & 0777));
@@ -90,7 +90,7 @@ void copyAttributes(const struct stat &from, int to)
     static_cast<void>(::futimens(to, times.data()));
 }
 
-/// Opens a regular file only; a link may lead to a pipe, on which an open would wait for ever.
+/// Opens only a regular file: a link may lead to a pipe, and opening that would wait forever.
 Descriptor openSource(const QByteArray &path, struct stat &info)
 {
     Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -99,7 +99,7 @@ Descriptor openSource(const QByteArray &path, struct stat &info)
     return file;
 }
 
-/// The road of file systems that can't rename without replacing.
+/// For file systems that can't rename without replacing.
 bool linkAndUnlink(const QByteArray &source, const QByteArray &target)
 {
     if (::link(source.constData(), target.constData()) != 0)
@@ -129,7 +129,7 @@ bool renameFile(const QByteArray &source, const QByteArray &target, bool replace
     return renameExclusively(source, target);
 }
 
-/// A file under way is locked; one that isn't was left by a process that died.
+/// A file that is still being moved is locked; others were left by killed processes.
 void removeAbandonedMoves(const QString &folder)
 {
     const QStringList names = QDir(folder).entryList({QStringLiteral(".moving.??????")},
@@ -143,7 +143,7 @@ void removeAbandonedMoves(const QString &folder)
     }
 }
 
-/// Brings a file over from another volume. The old target stands until the new one is on disk.
+/// Moves a file from another volume. The old target stays until the new one is on disk.
 bool moveAcrossVolumes(const QByteArray &source, const QByteArray &target, bool replaceExisting)
 {
     struct stat info
@@ -179,13 +179,13 @@ bool moveAcrossVolumes(const QByteArray &source, const QByteArray &target, bool 
 std::wstring documentsFolder()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    // A relative one would be another folder in every working directory.
+    // A relative path would be another folder in each working directory.
     return QDir::isAbsolutePath(folder) ? folder.toStdWString() : std::wstring();
 }
 
 bool canHoldFileName(const QString &name)
 {
-    // What the locale's encoding can't say comes back as another name.
+    // A name that the locale's encoding can't express comes back as another one.
     return !name.contains(QChar::Null) && QFile::decodeName(QFile::encodeName(name)) == name;
 }
 
@@ -196,7 +196,7 @@ bool isHiddenName(const QString &name)
 
 bool canReadDirectory(const QString &directory)
 {
-    // By its dot, which takes the permission to search it, too: else entries have no kind.
+    // The dot needs the permission to search, too; without it entries have no type.
     const QByteArray path = QFile::encodeName(directory + QLatin1String("/."));
     return Descriptor(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)).isOpen();
 }
@@ -225,7 +225,7 @@ bool copyFile(const QString &source, const QString &target)
     };
     if (!to.isOpen() || ::fstat(to.get(), &targetInfo) != 0)
         return false;
-    // Emptied only now, for the two paths may lead to one file.
+    // Truncated only below, since both paths may lead to one file.
     if (sourceInfo.st_dev == targetInfo.st_dev && sourceInfo.st_ino == targetInfo.st_ino)
         return false;
     if (::ftruncate(to.get(), 0) != 0 || !copyContent(from.get(), to.get()))
@@ -252,7 +252,7 @@ Creation createDirectory(const QString &path)
 
 Placement placeDirectory(const QString &source, const QString &target)
 {
-    // Over an empty directory rename(2) puts the new one in a single step.
+    // rename(2) replaces an empty directory in a single step.
     const QByteArray from = QFile::encodeName(source);
     const QByteArray to = QFile::encodeName(target);
     if (::rename(from.constData(), to.constData()) == 0)
@@ -294,7 +294,7 @@ std::unique_ptr<DirectoryHold> DirectoryHold::take(const QString &directory)
     if (!exclusive && errno == EWOULDBLOCK)
         return nullptr;
 
-    // Between the opening and the lock its last holder may have removed it.
+    // Its last holder may have removed it between the open and the lock.
     struct stat held
     {
     }, named{};

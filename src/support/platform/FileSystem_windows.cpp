@@ -18,8 +18,8 @@ namespace platform {
 
 namespace {
 
-/// Absolute, without `.` and `..` and without what the system drops at the end of names. Empty on
-/// failure.
+/// Absolute, without `.`, `..` and the dots and spaces that the system drops at the end of names.
+/// Empty on failure.
 QString fullPath(const QString &native)
 {
     const std::wstring given = native.toStdWString();
@@ -30,20 +30,20 @@ QString fullPath(const QString &native)
                                 : QString();
 }
 
-/// As in `C:name`.
+/// True for `C:name`.
 bool isRelativeToDrive(const QString &native)
 {
     return native.size() > 1 && native.at(1) == QLatin1Char(':') &&
            (native.size() == 2 || native.at(2) != QLatin1Char('\\'));
 }
 
-/// Names of devices, which no file may have, whatever its suffix.
+/// Whether a device has this name, with whatever suffix: no file may have it.
 bool isDeviceName(const QString &name)
 {
     static const QStringList plain{QStringLiteral("CON"),    QStringLiteral("PRN"),
                                    QStringLiteral("AUX"),    QStringLiteral("NUL"),
                                    QStringLiteral("CONIN$"), QStringLiteral("CONOUT$")};
-    // Superscripts count as the digits that they are.
+    // Superscript digits count as well.
     static const QString digits = QStringLiteral("123456789\u00B9\u00B2\u00B3");
     const QString stem = name.section(QLatin1Char('.'), 0, 0).trimmed().toUpper();
     if (plain.contains(stem))
@@ -55,7 +55,7 @@ bool isDeviceName(const QString &name)
 
 constexpr const char *StagedMove = ".moving.";
 
-/// What a process that died has left says in its name which one it was.
+/// A file that is being moved has its process's number in its name.
 void removeAbandonedMoves(const QString &folder)
 {
     const QStringList names = QDir(folder).entryList({QLatin1String(StagedMove) + QLatin1Char('*')},
@@ -69,7 +69,7 @@ void removeAbandonedMoves(const QString &folder)
 
 void flush(const std::wstring &path)
 {
-    // Others may have it open already: scanners look at what is new.
+    // Others may have it open already: virus scanners look at new files.
     constexpr DWORD All = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const HANDLE file =
         CreateFileW(path.c_str(), GENERIC_WRITE, All, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -79,7 +79,7 @@ void flush(const std::wstring &path)
     CloseHandle(file);
 }
 
-/// Brings a file over from another volume. The old target stands until the new one is on disk.
+/// Moves a file from another volume. The old target stays until the new one is on disk.
 bool moveAcrossVolumes(const QString &source, const QString &target, DWORD flags)
 {
     static std::atomic<unsigned> count = 0;
@@ -105,11 +105,12 @@ bool moveAcrossVolumes(const QString &source, const QString &target, DWORD flags
 
 std::wstring nativePath(const QString &path)
 {
-    constexpr int LongestPlain = MAX_PATH - 12; // of a directory, which must hold a short file name
+    // A directory must leave room for a short file name.
+    constexpr int LongestPlain = MAX_PATH - 12;
     const QString native = QDir::toNativeSeparators(path);
     if (native.startsWith(QLatin1String("\\\\?\\")) || isRelativeToDrive(native))
         return native.toStdWString();
-    // Older systems take `folder\NUL` for the device, too.
+    // On older systems `folder\NUL` is the device, too.
     const QString full = fullPath(native);
     const bool fits = native.size() < LongestPlain && full.size() < LongestPlain;
     if (fits || full.isEmpty() || full.startsWith(QLatin1String("\\\\.\\")))
@@ -134,14 +135,14 @@ bool canHoldFileName(const QString &name)
         if (character.unicode() < 0x20 || reserved.contains(character))
             return false;
     }
-    // The system drops dots and spaces at the end without a word.
+    // The system silently drops dots and spaces at the end.
     return !name.endsWith(QLatin1Char('.')) && !name.endsWith(QLatin1Char(' ')) &&
            !isDeviceName(name);
 }
 
 bool isHiddenName(const QString & /*name*/)
 {
-    return false; // Here an attribute hides it.
+    return false; // Windows hides by an attribute.
 }
 
 bool canReadDirectory(const QString &directory)
@@ -150,14 +151,14 @@ bool canReadDirectory(const QString &directory)
     const HANDLE search =
         FindFirstFileW(nativePath(directory + QLatin1String("/*")).c_str(), &first);
     if (search == INVALID_HANDLE_VALUE)
-        return GetLastError() == ERROR_FILE_NOT_FOUND; // The root of an empty drive.
+        return GetLastError() == ERROR_FILE_NOT_FOUND; // The root of an empty drive
     FindClose(search);
     return true;
 }
 
 void flushDirectory(const QString & /*directory*/)
 {
-    // The file system's journal keeps names in order.
+    // The file system's journal does that.
 }
 
 bool copyFile(const QString &source, const QString &target)
@@ -186,7 +187,7 @@ Creation createDirectory(const QString &path)
 
 Placement placeDirectory(const QString &source, const QString &target)
 {
-    // No call here replaces a directory; removal takes an empty one only, so nothing gets lost.
+    // No call replaces a directory. Removing takes only an empty one, so nothing gets lost.
     const std::wstring to = nativePath(target);
     if (RemoveDirectoryW(to.c_str()) == 0) {
         const DWORD error = GetLastError();
@@ -204,7 +205,7 @@ Placement placeDirectory(const QString &source, const QString &target)
 
 bool removeLink(const QString &path)
 {
-    // A link to a directory is itself one here, and goes without what it points at.
+    // A link to a directory is itself a directory here; its target stays.
     const std::wstring link = nativePath(path);
     return RemoveDirectoryW(link.c_str()) != 0 || DeleteFileW(link.c_str()) != 0;
 }
@@ -236,7 +237,8 @@ DirectoryHold::~DirectoryHold()
 
 std::unique_ptr<DirectoryHold> DirectoryHold::take(const QString &directory)
 {
-    // A file that is shared with nobody and goes with its handle, even when the process is killed.
+    // A file that is shared with nobody and vanishes with its handle, also when the process is
+    // killed.
     const std::wstring path = nativePath(directory + QLatin1String("/.held"));
     const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
                                     FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);

@@ -6,9 +6,9 @@ class QString;
 
 namespace platform {
 
-/// `path` as the system's calls take it. One whose absolute form is long gets that form, normalised
-/// as the system does it, behind the prefix `\\?\`, which ends all parsing. Paths of devices, those
-/// that have the prefix already and those relative to a drive's current directory never get it.
+/// `path` for the system's calls. If its absolute form is long, it is that form, normalised as the
+/// system does it, behind the prefix `\\?\`, which turns off all parsing. Never so for devices,
+/// paths with the prefix, and paths relative to a drive's current directory. Any thread.
 std::wstring nativePath(const QString &path);
 
 } // namespace platform

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <memory>
 
-/// The seam to the operating system. One source file for each platform stands behind it.
+/// The seam to the operating system, with one source file for each platform.
 namespace platform {
 
 /// The system's steady clocks. Any thread.
@@ -12,20 +12,20 @@ class Counter
 public:
     virtual ~Counter() = default;
 
-    /// Counts a second of the high-resolution counter, or nothing where there is none.
+    /// Gives the high-resolution counter's counts per second; false if there is no such counter.
     virtual bool frequency(std::int64_t &countsPerSecond) const = 0;
 
-    /// Reads the high-resolution counter.
+    /// Reads the high-resolution counter; false on failure.
     virtual bool read(std::int64_t &count) const = 0;
 
-    /// The coarse clock behind it: milliseconds since the system's start.
+    /// The coarse clock to fall back on: milliseconds since the system started.
     virtual std::uint64_t tickCount() const = 0;
 };
 
 /// The counter of this machine. Lives as long as the process.
 const Counter &systemCounter();
 
-/// A mutual exclusion that the thread which holds it may take again.
+/// A mutex that its holder may lock again.
 class RecursiveMutex
 {
 public:

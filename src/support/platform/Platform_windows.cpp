@@ -8,7 +8,7 @@ namespace {
 
 using GetTickCount64Function = ULONGLONG(WINAPI *)();
 
-/// Looked up at run time, since the oldest supported systems lack it.
+/// Looked up at run time: the oldest supported systems lack it.
 GetTickCount64Function findTickCount64()
 {
     const HMODULE kernel = GetModuleHandleW(L"kernel32");

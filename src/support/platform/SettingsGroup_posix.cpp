@@ -13,12 +13,12 @@
 #include <optional>
 #include <vector>
 
-// The files are those of QSettings, whose own reader unpacks whatever is in them.
+// Reads the files of QSettings without QSettings, which would unpack any object in them.
 
 namespace {
 
-/// The user's file, and behind it those that QSettings asks where it says nothing: the user's for
-/// the whole organisation and the system's.
+/// The user's file, then those that QSettings falls back on: the user's for the whole organisation
+/// and the system's.
 QStringList settingsFiles()
 {
     QStringList files;
@@ -31,7 +31,7 @@ QStringList settingsFiles()
     return files;
 }
 
-/// Texts by key; a key without one is removed.
+/// New texts by key; a key without one is removed.
 using Changes = QMap<QString, std::optional<QString>>;
 
 void write(const QString &path, const Changes &changes)
@@ -63,7 +63,7 @@ struct SettingsGroup::Store
 {
     QString prefix;
     QString path;               ///< Of the user's file.
-    std::vector<IniFile> files; ///< As they were at the opening, the user's with the changes.
+    std::vector<IniFile> files; ///< As they were when opened; the user's, the first, with changes.
     Changes changes;
 };
 
