@@ -6,8 +6,8 @@
 #include <QtCore/QSemaphore>
 #include <QtCore/QStringList>
 
-#include <algorithm>
 #include <atomic>
+#include <map>
 #include <mutex>
 
 /// A store without a disk that notes what it was asked to do. Any thread, like the real one.
@@ -20,16 +20,14 @@ public:
            const QString &preview = {})
     {
         const std::lock_guard guard(mutex);
-        DashboardProfile profile;
-        profile.id = nextId++;
+        const Id id = nextId++;
+        DashboardProfile &profile = profiles[id];
+        profile.id = id;
         profile.builtIn = builtIn;
         profile.vehicles = vehicles;
         profile.previewPath = preview;
         setName(profile, name);
-        profiles.push_back(profile);
-        if (active == DashboardProfileHeader::NoId)
-            active = profile.id;
-        return profile.id;
+        return id;
     }
 
     /// What was asked for so far: action, id and parameter.
@@ -51,7 +49,10 @@ public:
     std::vector<DashboardProfileHeader> profileHeaders() const override
     {
         const std::lock_guard guard(mutex);
-        return {profiles.cbegin(), profiles.cend()};
+        std::vector<DashboardProfileHeader> headers;
+        for (const auto &[id, profile] : profiles)
+            headers.push_back(profile);
+        return headers;
     }
     std::unique_ptr<DashboardProfileHeader> profileHeader(Id id) const override
     {
@@ -60,36 +61,37 @@ public:
     std::unique_ptr<DashboardProfile> profile(Id id) const override
     {
         const std::lock_guard guard(mutex);
-        for (const DashboardProfile &profile : profiles) {
-            if (profile.id == id)
-                return std::make_unique<DashboardProfile>(profile);
-        }
-        return nullptr;
+        const auto found = profiles.find(id);
+        return found != profiles.end() ? std::make_unique<DashboardProfile>(found->second)
+                                       : nullptr;
     }
     bool profileNameExists(const QString &name) const override
     {
-        const std::lock_guard guard(mutex);
-        return std::any_of(profiles.cbegin(), profiles.cend(), [&](const auto &profile) {
-            return profile.name.compare(name, Qt::CaseInsensitive) == 0;
+        const auto headers = profileHeaders();
+        return std::any_of(headers.begin(), headers.end(), [&](const auto &header) {
+            return header.name.compare(name, Qt::CaseInsensitive) == 0;
         });
     }
     void activateRecentProfileForVehicle(QString /*vehicle*/) override {}
     DashboardActionResult performAction(Id id, int action, const QVariant &parameter) override
     {
-        {
-            const std::lock_guard guard(mutex);
-            noted += QStringLiteral("%1 %2 %3").arg(action).arg(id).arg(parameter.toString());
-            if (gated && action != DashboardProfileAction::Activate) {
-                ++waitingActions;
-                gate.acquire();
-            }
+        std::unique_lock guard(mutex);
+        noted += QStringLiteral("%1 %2 %3").arg(action).arg(id).arg(parameter.toString());
+        if (gated && action != DashboardProfileAction::Activate) {
+            ++waitingActions;
+            gate.acquire();
         }
         if (!refusal.isEmpty())
             return {false, refusal};
+        if (action == DashboardProfileAction::Activate)
+            active = id;
+        else if (action == DashboardProfileAction::Rename)
+            setName(profiles[id], parameter.toString());
+        else if (action == DashboardProfileAction::Remove)
+            profiles.erase(id);
+        guard.unlock();
         if (action == DashboardProfileAction::Copy)
             add(parameter.toString());
-        else
-            change(id, action, parameter.toString());
         if (action == DashboardProfileAction::Activate)
             Q_EMIT newProfileActivated(id);
         else
@@ -105,22 +107,9 @@ private:
         profile.qmlPath = profile.directory + QStringLiteral("/Dash.qml");
     }
 
-    void change(Id id, int action, const QString &name)
-    {
-        const std::lock_guard guard(mutex);
-        const auto profile = std::find_if(profiles.begin(), profiles.end(),
-                                          [id](const auto &known) { return known.id == id; });
-        if (action == DashboardProfileAction::Activate)
-            active = id;
-        else if (action == DashboardProfileAction::Rename)
-            setName(*profile, name);
-        else
-            profiles.erase(profile);
-    }
-
     mutable std::mutex mutex;
-    std::vector<DashboardProfile> profiles;
-    std::atomic<Id> active{DashboardProfileHeader::NoId};
+    std::map<Id, DashboardProfile> profiles;
+    std::atomic<Id> active{0};
     Id nextId = 0;
     QStringList noted;
 };

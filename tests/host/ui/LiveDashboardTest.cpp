@@ -20,7 +20,8 @@ private Q_SLOTS:
         item->setSize(QSizeF(600, 272));
         item->attach(engine);
         QVERIFY(!engine.hasConsumers());
-        show();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     }
 
     void cleanup()
@@ -50,31 +51,17 @@ private Q_SLOTS:
 
     void isNoConsumerWhileNobodySeesIt()
     {
-        const std::vector<std::pair<std::function<void()>, std::function<void()>>> ways{
-            {[this] { item->setVisible(false); }, [this] { item->setVisible(true); }},
-            {[this] { window->hide(); }, [this] { window->show(); }},
-            {[this] { window->showMinimized(); }, [this] { window->showNormal(); }},
-            {[this] { item->setParentItem(nullptr); },
-             [this] { item->setParentItem(window->contentItem()); }}};
-        for (const auto &[leave, come] : ways) {
-            leave();
+        const std::vector<std::function<void(bool)>> ways{
+            [this](bool seen) { item->setVisible(seen); },
+            [this](bool seen) { window->setVisible(seen); },
+            [this](bool seen) { seen ? window->showNormal() : window->showMinimized(); },
+            [this](bool seen) { item->setParentItem(seen ? window->contentItem() : nullptr); }};
+        for (const auto &setSeen : ways) {
+            setSeen(false);
             QVERIFY(!engine.hasConsumers());
-            come();
+            setSeen(true);
             QVERIFY(engine.hasConsumers());
         }
-    }
-
-    void goesOnWhenTheGraphicsWereLost()
-    {
-        window->setPersistentSceneGraph(false);
-        window->setPersistentOpenGLContext(false);
-        deliver(Qt::red);
-        QCOMPARE(middle(), QColor(Qt::red));
-        window->hide();
-        show();
-        QTRY_COMPARE(middle(), QColor(Qt::blue));
-        deliver(Qt::green);
-        QCOMPARE(middle(), QColor(Qt::green));
     }
 
     void mayEndAtAnyMoment()
@@ -93,12 +80,6 @@ private Q_SLOTS:
     }
 
 private:
-    void show() const
-    {
-        window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    }
-
     void deliver(Qt::GlobalColor color)
     {
         for (IDashboardConsumer *consumer : engine.consumers) {

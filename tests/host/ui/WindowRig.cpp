@@ -2,36 +2,21 @@
 
 #include "TelemetryRecords.h"
 
-#include <QtCore/QPointer>
-
 #include <chrono>
+#include <utility>
 
-namespace {
-
-bool xdotool(const QString &command)
+QQuickItem *find(const QQuickItem *below, const char *property, const QVariant &value)
 {
-    return QProcess::execute("xdotool"_q, command.split(u' ')) == 0;
-}
-
-QQuickItem *findBelow(const QQuickItem *root, const char *property, const QVariant &value)
-{
-    const QList<QQuickItem *> children = root->childItems();
+    const QList<QQuickItem *> children = below->childItems();
     for (QQuickItem *child : children) {
         if (!child->isVisible())
             continue;
         if (child->property(property) == value && !child->size().isEmpty())
             return child;
-        if (QQuickItem *found = findBelow(child, property, value))
+        if (QQuickItem *found = find(child, property, value))
             return found;
     }
     return nullptr;
-}
-
-} // namespace
-
-QQuickItem *find(const QQuickWindow *window, const char *property, const QVariant &value)
-{
-    return findBelow(window->contentItem(), property, value);
 }
 
 QPoint middle(const QQuickItem *item)
@@ -63,65 +48,56 @@ void type(QWindow *window, const char *letters)
         QTest::keyClick(window, *letter);
 }
 
-void moveMouse(const QPoint &position)
+bool Desktop::act(const QString &command)
 {
-    QVERIFY(xdotool("mousemove %1 %2"_q.arg(position.x()).arg(position.y())));
+    return QProcess::execute("xdotool"_q, command.split(u' ')) == 0;
 }
 
-void pressMouse()
-{
-    QVERIFY(xdotool("mousedown 1"_q));
-}
-
-void releaseMouse()
-{
-    QVERIFY(xdotool("mouseup 1"_q));
-}
-
-void startWindowManager(QProcess &process)
-{
-    process.start("openbox"_q, QStringList());
-    if (!QTest::qWaitFor([] { return xdotool("get_num_desktops"_q); }, 20'000))
-        qFatal("There is no window manager. %s", process.readAllStandardError().constData());
-}
-
-ViewRig::ViewRig(bool hardwareAcceleration)
+ViewTest::ViewTest(QString view, QByteArray dashboard)
+    : view(std::move(view))
+    , dashboard(std::move(dashboard))
 {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setOrganizationName("GAUGE64"_q);
     QGuiApplication::setApplicationName("host-test"_q);
-    if (!library.error().isEmpty())
-        qFatal("%s", qUtf8Printable(library.error()));
-    engine = library.createEngine(false, hardwareAcceleration);
-    library.init(navigation, *engine);
+}
+
+void ViewTest::init()
+{
+    document = home.emplace().path("/Dash.qml");
+    write(dashboard);
+    log.emplace();
+    engine = library.createEngine(false, true);
+    library.init(navigation.emplace(), *engine);
+    engine->setDashboardFile(document);
+    driving = true;
     game = std::thread([this] {
-        VehicleTelemetry vehicle{};
         while (driving) {
-            vehicle.rpm = (vehicle.rpm + 10) % 8000;
-            engine->updateTelemetry(vehicle, {}, {}, false);
+            engine->updateTelemetry({}, {}, {}, false);
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
         }
     });
+    open(document);
 }
 
-ViewRig::~ViewRig()
+void ViewTest::cleanup()
 {
-    navigation.closeViews();
+    navigation->closeViews();
     driving = false;
     game.join();
     engine->shutdown();
+    QCOMPARE(log->lines, log->lines.filter("info: "_q));
+    log.reset();
 }
 
-QString ViewRig::document(const QByteArray &body) const
+void ViewTest::write(const QByteArray &dashboard) const
 {
-    QString path = home.path("/Dash.qml");
-    writeFile(path, "import QtQuick 2.15\n" + body);
-    return path;
+    writeFile(document, "import QtQuick 2.15\n" + dashboard);
 }
 
-ViewWindow *ViewRig::open(const QString &view, const QVariant &argument)
+void ViewTest::open(const QVariant &argument)
 {
-    navigation.showView(view, argument);
-    ViewWindow *window = navigation.window(view);
-    return window != nullptr && QTest::qWaitForWindowActive(window, 30'000) ? window : nullptr;
+    navigation->showView(view, argument);
+    window = navigation->window(view);
+    QVERIFY(window != nullptr && QTest::qWaitForWindowActive(window, 30'000));
 }

@@ -2,11 +2,13 @@
 
 #include "IDashboardEngine.h"
 #include "session/GaugeLibrary.h"
+#include "support/LogCapture.h"
 #include "support/TemporaryHome.h"
 #include "support/TestFiles.h"
 #include "ui/Navigation.h"
 #include "ui/ViewWindow.h"
 
+#include <QtCore/QPointer>
 #include <QtCore/QProcess>
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickItem>
@@ -15,10 +17,11 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <thread>
 
 /// The item on screen whose property has this value; null if there is none.
-QQuickItem *find(const QQuickWindow *window, const char *property, const QVariant &value);
+QQuickItem *find(const QQuickItem *below, const char *property, const QVariant &value);
 
 /// The middle of an item in its window.
 QPoint middle(const QQuickItem *item);
@@ -29,45 +32,66 @@ void click(const QQuickItem *item, Qt::MouseButton button = Qt::LeftButton);
 void keys(QWindow *window, const QList<int> &keys);
 void type(QWindow *window, const char *letters);
 
-// The mouse of the screen itself, so that the window manager takes part.
-void moveMouse(const QPoint &position);
-void pressMouse();
-void releaseMouse();
+/// The screen of the test, whose mouse the window manager sees, too.
+struct Desktop
+{
+    static bool act(const QString &command);
+    static void moveTo(const QPoint &to) { act("mousemove %1 %2"_q.arg(to.x()).arg(to.y())); }
+    static void press() { act("mousedown 1"_q); }
+    static void release() { act("mouseup 1"_q); }
+};
 
-/// Starts a window manager on the test's screen, which ends with `process`.
-void startWindowManager(QProcess &process);
-
-/// Runs the tests of a program that needs a window manager. The application asks only at its start
-/// what the window manager can do for it.
+/// Runs the tests of a program that needs a window manager.
 template<class Test> int runUnderWindowManager(int argc, char **argv)
 {
     QProcess windowManager;
-    startWindowManager(windowManager);
+    windowManager.start("openbox"_q, QStringList());
+    const auto manages = [] { return QProcess::execute("xdotool"_q, {"get_num_desktops"_q}) == 0; };
+    if (!QTest::qWaitFor(manages, 20'000))
+        qFatal("There is no window manager.");
+    // The application asks only at its start what the window manager can do for it.
     QGuiApplication::setAttribute(Qt::AA_Use96Dpi);
     const QGuiApplication application(argc, argv);
     Test test;
     return QTest::qExec(&test, argc, argv);
 }
 
-/// The library's views in windows of the host, with telemetry from a thread of its own.
-class ViewRig
+/// Tests of one of the library's views in a window of the host, with telemetry from a thread of its
+/// own. Each begins with the view on screen, and whatever is logged as a warning fails it.
+class ViewTest : public QObject
 {
-public:
-    explicit ViewRig(bool hardwareAcceleration = true);
-    ~ViewRig();
+    Q_OBJECT
 
-    /// Writes a dashboard's document, without its import, and returns the path.
-    QString document(const QByteArray &body) const;
+protected:
+    /// `dashboard` is a document without its import.
+    ViewTest(QString view, QByteArray dashboard);
 
-    /// Opens a view and waits until its window is active; null if that never happens.
-    ViewWindow *open(const QString &view, const QVariant &argument = {});
+    /// Writes another dashboard into the document.
+    void write(const QByteArray &dashboard) const;
 
-    TemporaryHome home;
-    GaugeLibrary library{QStringLiteral(GAUGE64_DIRECTORY)};
+    /// Opens the view and waits until its window is active.
+    void open(const QVariant &argument = {});
+
+    QQuickItem *item(const char *property, const QVariant &value) const
+    {
+        return find(window->contentItem(), property, value);
+    }
+
+    const QString view;
+    std::optional<TemporaryHome> home;
+    QString document;
+    std::optional<LogCapture> log;
     std::unique_ptr<IDashboardEngine> engine;
-    Navigation navigation;
+    std::optional<Navigation> navigation;
+    QPointer<ViewWindow> window;
 
 private:
-    std::atomic<bool> driving{true};
+    const GaugeLibrary library{QStringLiteral(GAUGE64_DIRECTORY)};
+    const QByteArray dashboard;
+    std::atomic<bool> driving{false};
     std::thread game;
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
 };

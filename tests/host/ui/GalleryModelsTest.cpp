@@ -1,0 +1,199 @@
+#include "FakeStore.h"
+#include "support/TestFiles.h"
+#include "telemetry/VehicleNames.h"
+#include "ui/ProfileActions.h"
+#include "ui/ProfileModel.h"
+#include "ui/TelemetryStatus.h"
+
+#include <QtTest/QAbstractItemModelTester>
+#include <QtTest/QtTest>
+
+#include <thread>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+QString names(const ProfileModel &model)
+{
+    QStringList list;
+    for (int row = 0; row < model.rowCount(); ++row)
+        list += model.index(row).data(ProfileModel::NameRole).toString();
+    return list.join(u',');
+}
+
+} // namespace
+
+/// What the gallery shows and does, without its window.
+class GalleryModelsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void dashboardsAreSortedAsPeopleCountWithoutTheTemplate()
+    {
+        FakeStore store;
+        for (const char *name : {"Rally 10", "circuit", "Rally 9", "template"})
+            store.add(QString::fromLatin1(name));
+        ProfileModel model(store);
+        QCOMPARE(model.templateId(), DashboardProfileHeader::NoId);
+        const auto id = store.add("Template"_q, true);
+        model.refresh();
+        QTRY_COMPARE(model.templateId(), id);
+        QCOMPARE(names(model), "circuit,Rally 9,Rally 10,template"_q);
+        QCOMPARE(model.total(), 4);
+    }
+
+    void anyChangeOfManyRowsAddsUp()
+    {
+        FakeStore store;
+        QList<FakeStore::Id> ids;
+        for (int i = 0; i < 40; ++i)
+            ids += store.add("Dash %1"_q.arg(i));
+        ProfileModel model(store);
+        const QAbstractItemModelTester tester(&model);
+        const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        QRandomGenerator chance(64);
+        const auto act = [&](FakeStore::Id id, int action) {
+            store.performAction(id, action, "Dash %1"_q.arg(chance.bounded(1000)));
+        };
+        for (int round = 0; round < 20; ++round) {
+            for (int i = 0; i < 5; ++i)
+                act(ids.at(chance.bounded(ids.size())), DashboardProfileAction::Rename);
+            act(ids.takeAt(chance.bounded(ids.size())), DashboardProfileAction::Remove);
+            act(ids.last(), DashboardProfileAction::Copy);
+            QTRY_COMPARE(names(model), names(ProfileModel(store)));
+        }
+        QCOMPARE(resets.count(), 0);
+    }
+
+    void searchFindsNamesAndVehicles()
+    {
+        FakeStore store;
+        store.add("Road"_q, true, {"Auralis Silhouette"_q});
+        store.add("Rally"_q, false, {"Citrön R2"_q});
+        store.add("Truck"_q, false, {"Dray 8x4"_q});
+        ProfileModel model(store);
+        for (const auto &[search, found] :
+             {std::pair("oa", "Road"), std::pair("RALLY", "Rally"), std::pair("citron", "Rally"),
+              std::pair("  road  aura ", "Road"), std::pair("aura dray", ""), std::pair("r.*", ""),
+              std::pair("", "Rally,Road,Truck")}) {
+            model.setSearchText(QString::fromLatin1(search));
+            QCOMPARE(names(model), QString::fromLatin1(found));
+        }
+    }
+
+    void dashboardsFollowWhatOtherThreadsDo()
+    {
+        FakeStore store;
+        const auto first = store.add("First"_q);
+        const auto second = store.add("Second"_q, false, {"Van"_q});
+        ProfileModel model(store);
+        const QSignalSpy gone(&model, &ProfileModel::profileGone);
+        QThread *signalled = nullptr;
+        connect(&model, &ProfileModel::activeProfileChanged, &model,
+                [&] { signalled = QThread::currentThread(); });
+        std::thread([&] {
+            store.performAction(second, DashboardProfileAction::Activate, {});
+            store.performAction(first, DashboardProfileAction::Remove, {});
+        }).join();
+        QTRY_COMPARE(names(model), "Second"_q);
+        QVERIFY(model.index(0).data(ProfileModel::ActiveRole).toBool());
+        QCOMPARE(signalled, thread());
+        QCOMPARE(gone.value(0).value(0).toInt(), first);
+        QCOMPARE(model.dashboardOf("Van"_q), "Second"_q);
+    }
+
+    void theModelMayEndWhileTheStoreIsBusy()
+    {
+        FakeStore store;
+        for (int i = 0; i < 200; ++i)
+            store.add(QString::number(i));
+        std::atomic<bool> stop{false};
+        std::thread game([&] {
+            while (!stop)
+                Q_EMIT store.profileListChanged();
+        });
+        for (int i = 0; i < 20; ++i) {
+            ProfileModel model(store);
+            model.refresh();
+            QCoreApplication::processEvents();
+        }
+        stop = true;
+        game.join();
+    }
+
+    void oneActionRunsAtATimeAndNoneOnThisThread()
+    {
+        FakeStore store;
+        const auto id = store.add("Road"_q, true);
+        store.gated = true;
+        std::thread opener;
+        {
+            ProfileActions actions(store);
+            const QSignalSpy copied(&actions, &ProfileActions::copied);
+            QVERIFY(actions.copy(id, "Mine"_q));
+            QTRY_COMPARE(store.waitingActions.load(), 1);
+            QVERIFY(!actions.copy(id, "Again"_q) && !actions.remove(id, "Road"_q));
+            store.gate.release();
+            QTRY_COMPARE(copied.count(), 1);
+            QCOMPARE(copied.constFirst(), QVariantList({1, "/dashboards/Mine/Dash.qml"_q}));
+            QCOMPARE(store.calls(), QStringList{"1 0 Mine"_q});
+            // Its end waits for what is under way.
+            QVERIFY(actions.remove(id, "Road"_q));
+            QTRY_COMPARE(store.waitingActions.load(), 2);
+            opener = std::thread([&] { store.gate.release(); });
+        }
+        opener.join();
+        QVERIFY(!store.profileNameExists("Road"_q));
+    }
+
+    void namesAreJudgedAsOneTypes()
+    {
+        FakeStore store;
+        store.add("Mine"_q);
+        const ProfileActions actions(store);
+        QVERIFY(!actions.nameProblem({}, {}).isEmpty());
+        QVERIFY(!actions.nameProblem("MINE"_q, {}).isEmpty());
+        QVERIFY(!actions.nameProblem("Mine"_q, "Mine"_q).isEmpty());
+        QCOMPARE(actions.nameProblem("MINE"_q, "Mine"_q), QString());
+        QCOMPARE(actions.nameProblem("Rally"_q, {}), QString());
+        QCOMPARE(actions.freeName("Rally"_q), "Rally"_q);
+        QCOMPARE(actions.freeName("mine"_q), "mine 2"_q);
+    }
+
+    void theStatusSaysHowTheTelemetryGoes()
+    {
+        TelemetryMonitor monitor;
+        VehicleNames vehicles;
+        vehicles.report("Van"_q);
+        TelemetryMonitor::TimePoint now;
+        TelemetryStatus status(monitor, vehicles, {}, [&] { return now; });
+        const QSignalSpy changed(&status, &TelemetryStatus::changed);
+        const auto stateAfter = [&](std::chrono::milliseconds time) {
+            now += time;
+            status.refresh();
+            return status.state();
+        };
+        QCOMPARE(stateAfter(0ms), TelemetryStatus::Waiting);
+        for (int update = 0; update < 200; ++update) {
+            monitor.update(false, now);
+            now += 20ms;
+        }
+        QCOMPARE(stateAfter(0ms), TelemetryStatus::Live);
+        QVERIFY(status.text().contains("50 Hz"_q));
+        stateAfter(0ms);
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(stateAfter(1s), TelemetryStatus::Paused);
+        QCOMPARE(stateAfter(5s), TelemetryStatus::Lost);
+        status.setAbsent();
+        QCOMPARE(stateAfter(0ms), TelemetryStatus::Absent);
+
+        QCOMPARE(status.vehicle(), "Van"_q);
+        std::thread([&] { vehicles.report("Truck"_q); }).join();
+        QTRY_COMPARE(status.vehicle(), "Truck"_q);
+    }
+};
+
+QTEST_GUILESS_MAIN(GalleryModelsTest)
+#include "GalleryModelsTest.moc"
