@@ -1,12 +1,9 @@
 #include "Stage.h"
 #include "TextFaults.h"
-#include "commands/SourceTokens.h"
 #include "render/DashboardFadeInOut.h"
 #include "telemetry/demo/DemoLap.h"
 
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QFontDatabase>
-#include <QtGui/QGuiApplication>
 #include <QtTest/QtTest>
 
 namespace {
@@ -46,43 +43,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         DashboardFadeInOut::registerType();
-        QVERIFY(!dashboardNames().isEmpty());
-        // Text without a font of its own is as large on every system.
-        const int id = QFontDatabase::addApplicationFont(
-            QStringLiteral(PARTS_DIRECTORY "/fonts/RobotoCondensed-Regular.ttf"));
-        QFont font(QFontDatabase::applicationFontFamilies(id).value(0));
-        font.setPixelSize(13);
-        font.setHintingPreference(QFont::PreferVerticalHinting);
-        QGuiApplication::setFont(font);
-    }
-
-    void textStaysInItsPlaceUnderAnyTelemetry_data()
-    {
-        QTest::addColumn<QString>("dashboard");
-        QTest::addColumn<int>("state");
-        const std::vector<TelemetryState> states = telemetryStates();
-        const QStringList names = dashboardNames();
-        for (const QString &name : names) {
-            for (std::size_t i = 0; i < states.size(); ++i)
-                QTest::addRow("%s: %s", qPrintable(name), qPrintable(states[i].name))
-                    << name << int(i);
-        }
-    }
-
-    void textStaysInItsPlaceUnderAnyTelemetry()
-    {
-        QFETCH(QString, dashboard);
-        QFETCH(int, state);
-        static const std::vector<TelemetryState> states = telemetryStates();
-        Stage stage(dashboard);
-        QVERIFY2(stage.isLoaded(), stage.errors());
-        // In both phases of what blinks.
-        stage.publish(states.at(std::size_t(state)));
-        QStringList faults = textFaults(stage.root());
-        stage.publishOnce(states.at(std::size_t(state)));
-        faults += textFaults(stage.root());
-        QVERIFY2(faults.isEmpty(), listed(faults));
-        QVERIFY2(stage.errors().isEmpty(), stage.errors());
+        useOneFont();
     }
 
     void textStaysInItsPlaceAllAlongTheDemo_data() { everyDashboard(); }
@@ -92,7 +53,7 @@ private Q_SLOTS:
         QFETCH(QString, dashboard);
         DemoLap lap(DemoSeed);
         Stage stage(dashboard);
-        QVERIFY2(stage.isLoaded(), stage.errors());
+        QVERIFY2(stage.isLoaded(), listed(stage.errors()));
         // The start and two laps, and later a lap with a stop in the pits.
         constexpr int Samples = 576;
         constexpr double Step = 0.52; // s
@@ -101,7 +62,7 @@ private Q_SLOTS:
             stage.publishOnce({{}, lap.sampleAt(moment)});
             const QStringList faults = textFaults(stage.root());
             QVERIFY2(faults.isEmpty(), QByteArray::number(moment) + " s: " + listed(faults));
-            QVERIFY2(stage.errors().isEmpty(), stage.errors());
+            QVERIFY2(stage.errors().isEmpty(), listed(stage.errors()));
         }
     }
 
@@ -128,20 +89,6 @@ private Q_SLOTS:
         const int before = stage.repaints();
         stage.publish(state);
         QVERIFY(stage.repaints() > before);
-    }
-
-    void partsReadNoTelemetry()
-    {
-        const QDir parts(QStringLiteral(PARTS_DIRECTORY));
-        const QStringList names =
-            parts.entryList({QStringLiteral("*.qml"), QStringLiteral("*.js")});
-        QVERIFY(!names.isEmpty());
-        for (const QString &name : names) {
-            QFile file(parts.filePath(name));
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            for (const SourceToken &token : sourceTokens(QString::fromUtf8(file.readAll())))
-                QVERIFY2(!token.text.startsWith(QLatin1String("dash_")), qPrintable(name));
-        }
     }
 
     void faultsOfTextAreFound_data()
@@ -196,7 +143,7 @@ private Q_SLOTS:
         QFETCH(QString, fault);
         const Document document(body);
         Stage stage(document.path());
-        QVERIFY2(stage.isLoaded(), stage.errors());
+        QVERIFY2(stage.isLoaded(), listed(stage.errors()));
         stage.publishOnce(previewState());
         const QStringList faults = textFaults(stage.root());
         if (fault.isEmpty())

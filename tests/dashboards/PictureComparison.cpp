@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <cstdlib>
-#include <vector>
 
 namespace {
 
@@ -15,126 +13,83 @@ constexpr int Reach = 1; ///< Pixels that a patch may have moved.
 constexpr int BlurRadius = 1;
 constexpr int PatchRadius = 2;
 
-/// One number for each pixel.
-struct Plane
+using Channels = std::array<int, 3>;
+
+/// The mean, by channel, of what `of` tells of the pixels around a place.
+template<typename Function>
+Channels mean(const QImage &image, QPoint place, int radius, Function of)
 {
-    Plane(int width, int height)
-        : width(width)
-        , height(height)
-        , values(std::size_t(width) * std::size_t(height))
-    {
-    }
-
-    int &at(int x, int y) { return values[std::size_t(y) * std::size_t(width) + std::size_t(x)]; }
-
-    /// Beyond its edges a plane goes on as they are.
-    int at(int x, int y) const
-    {
-        return values[std::size_t(std::clamp(y, 0, height - 1)) * std::size_t(width) +
-                      std::size_t(std::clamp(x, 0, width - 1))];
-    }
-
-    /// Each value by the mean of its surroundings.
-    Plane averaged(int radius) const
-    {
-        Plane rows(width, height);
-        Plane result(width, height);
-        const int count = (2 * radius + 1) * (2 * radius + 1);
-        for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x) {
-                for (int i = -radius; i <= radius; ++i)
-                    rows.at(x, y) += at(x + i, y);
-            }
+    const QRect square(place.x() - radius, place.y() - radius, 2 * radius + 1, 2 * radius + 1);
+    const QRect area = square & image.rect();
+    Channels sum{};
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            const Channels value = of(x, y);
+            for (std::size_t i = 0; i < sum.size(); ++i)
+                sum[i] += value[i];
         }
-        const Plane &sums = rows;
-        for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x) {
-                int sum = 0;
-                for (int i = -radius; i <= radius; ++i)
-                    sum += sums.at(x, y + i);
-                result.at(x, y) = sum / count;
-            }
-        }
-        return result;
     }
+    for (int &channel : sum)
+        channel /= area.width() * area.height();
+    return sum;
+}
 
-    int width;
-    int height;
-    std::vector<int> values;
-};
-
-using Channels = std::array<Plane, 3>;
-
-constexpr int Fine = 16; ///< Steps of a shade, so that means lose nothing.
-
-Channels blurred(const QImage &image)
+Channels channelsAt(const QImage &image, int x, int y)
 {
-    const Plane empty(image.width(), image.height());
-    Channels channels{empty, empty, empty};
+    const QRgb pixel =
+        image.pixel(std::clamp(x, 0, image.width() - 1), std::clamp(y, 0, image.height() - 1));
+    return {qRed(pixel), qGreen(pixel), qBlue(pixel)};
+}
+
+QImage blurred(const QImage &image)
+{
+    QImage result(image.size(), QImage::Format_RGB32);
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            const QRgb pixel = image.pixel(x, y);
-            channels[0].at(x, y) = Fine * qRed(pixel);
-            channels[1].at(x, y) = Fine * qGreen(pixel);
-            channels[2].at(x, y) = Fine * qBlue(pixel);
+            const auto [red, green, blue] = mean(image, {x, y}, BlurRadius, [&image](int u, int v) {
+                return channelsAt(image, u, v);
+            });
+            result.setPixel(x, y, qRgb(red, green, blue));
         }
     }
-    for (Plane &channel : channels)
-        channel = channel.averaged(BlurRadius);
-    return channels;
+    return result;
 }
 
-/// The mean difference of the patches around a place, with the other picture moved.
-int patchDifference(const Plane &one, const Plane &other, int x, int y, int dx, int dy)
+/// Whether the patch around a place in one picture is in the other, moved a little at most. Judges
+/// each channel by itself: smoothing for a screen's subpixels moves them apart.
+bool isIn(const QImage &one, const QImage &other, QPoint place)
 {
-    constexpr int Count = (2 * PatchRadius + 1) * (2 * PatchRadius + 1);
-    int sum = 0;
-    for (int v = y - PatchRadius; v <= y + PatchRadius; ++v) {
-        for (int u = x - PatchRadius; u <= x + PatchRadius; ++u)
-            sum += std::abs(one.at(u, v) - other.at(u + dx, v + dy));
+    for (int dy = -Reach; dy <= Reach; ++dy) {
+        for (int dx = -Reach; dx <= Reach; ++dx) {
+            const Channels difference = mean(one, place, PatchRadius, [&](int x, int y) {
+                Channels a = channelsAt(one, x, y);
+                const Channels b = channelsAt(other, x + dx, y + dy);
+                for (std::size_t i = 0; i < a.size(); ++i)
+                    a[i] = std::abs(a[i] - b[i]);
+                return a;
+            });
+            if (*std::max_element(difference.begin(), difference.end()) <= MostDifference)
+                return true;
+        }
     }
-    return sum / Count / Fine;
-}
-
-int differenceAt(const Plane &one, const Plane &other, int x, int y)
-{
-    int least = patchDifference(one, other, x, y, 0, 0);
-    for (int dy = -Reach; dy <= Reach && least > MostDifference; ++dy) {
-        for (int dx = -Reach; dx <= Reach && least > MostDifference; ++dx)
-            least = std::min(least, patchDifference(one, other, x, y, dx, dy));
-    }
-    return least;
+    return false;
 }
 
 } // namespace
-
-QImage differenceOf(const QImage &one, const QImage &other)
-{
-    const Channels a = blurred(one);
-    const Channels b = blurred(other);
-    QImage difference(one.size(), QImage::Format_Grayscale8);
-    for (int y = 0; y < difference.height(); ++y) {
-        uchar *line = difference.scanLine(y);
-        for (int x = 0; x < difference.width(); ++x) {
-            // Each channel by itself: smoothing for a screen's subpixels moves them apart.
-            int largest = 0;
-            for (std::size_t i = 0; i < a.size(); ++i)
-                largest = std::max(largest, differenceAt(a[i], b[i], x, y));
-            line[x] = static_cast<uchar>(largest);
-        }
-    }
-    return difference;
-}
 
 bool showTheSame(const QImage &one, const QImage &other)
 {
     if (one.isNull() || one.size() != other.size())
         return false;
-    const QImage difference = differenceOf(one, other);
-    for (int y = 0; y < difference.height(); ++y) {
-        const uchar *line = difference.constScanLine(y);
-        if (*std::max_element(line, line + difference.width()) > MostDifference)
-            return false;
+    if (one == other)
+        return true;
+    const QImage a = blurred(one);
+    const QImage b = blurred(other);
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            if (a.pixel(x, y) != b.pixel(x, y) && !isIn(a, b, {x, y}))
+                return false;
+        }
     }
     return true;
 }

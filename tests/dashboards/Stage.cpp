@@ -3,6 +3,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QUrl>
+#include <QtGui/QFontDatabase>
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickRenderControl>
@@ -31,6 +32,16 @@ void everyDashboard()
     const QStringList names = dashboardNames();
     for (const QString &name : names)
         QTest::newRow(qPrintable(name)) << name;
+}
+
+void useOneFont()
+{
+    const int id = QFontDatabase::addApplicationFont(
+        QStringLiteral(PARTS_DIRECTORY "/fonts/RobotoCondensed-Regular.ttf"));
+    QFont font(QFontDatabase::applicationFontFamilies(id).value(0));
+    font.setPixelSize(13);
+    font.setHintingPreference(QFont::PreferVerticalHinting);
+    QGuiApplication::setFont(font);
 }
 
 Stage::Stage(const QString &document)

@@ -19,6 +19,9 @@ QStringList dashboardNames();
 /// A row for each dashboard, in the column "dashboard".
 void everyDashboard();
 
+/// Text without a font of its own is as large on every system from now on.
+void useOneFont();
+
 /// A dashboard under test, with its items in reach.
 class Stage
 {
@@ -27,7 +30,7 @@ public:
     explicit Stage(const QString &document);
 
     bool isLoaded() const { return loaded; }
-    QByteArray errors() const { return renderer.errors().join(QLatin1Char('\n')).toUtf8(); }
+    QStringList errors() const { return renderer.errors(); }
 
     /// One publication with all items in their places afterwards.
     void publishOnce(const TelemetryState &state);
