@@ -26,7 +26,7 @@ private Q_SLOTS:
         DashboardEngine engine(false, true);
         FakeConsumer consumer(480, 272);
         engine.addConsumer(&consumer);
-        for (const QString &path : {folder.path("Missing.qml"_q), good, good}) {
+        for (const QString &path : {folder.filePath("Missing.qml"_q), good, good}) {
             engine.setDashboardFile(path);
             for (int tick = 0; tick < 2; ++tick) {
                 engine.updateTelemetry({}, {}, {}, false);

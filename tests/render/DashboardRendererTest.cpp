@@ -142,9 +142,9 @@ private Q_SLOTS:
         // Paths and what their errors contain; nothing for a document that loads.
         std::vector<std::pair<QString, QString>> documents{
             {QString(), "Invalid empty URL"_q},
-            {folder.path("missing/Dash.qml"_q), "No such file or directory"_q},
+            {folder.filePath("missing/Dash.qml"_q), "No such file or directory"_q},
             {folder.path(), folder.path()}, // The reason is the system's.
-            {folder.path("Huge.qml"_q), "larger than 64 MiB"_q},
+            {folder.filePath("Huge.qml"_q), "larger than 64 MiB"_q},
             {folder.write("Self.qml"_q, "Self {}"), "recursively"_q},
             {folder.write("Empty.qml"_q, ""), "File is empty"_q},
             {folder.write("Zeros.qml"_q, QByteArray(1000, '\0')), "Zeros.qml:1"_q},
@@ -175,8 +175,8 @@ private Q_SLOTS:
             documents.emplace_back(folder.write(path, document("Beside {}")), QString());
         }
 #ifdef Q_OS_UNIX
-        QVERIFY(QFile::link("/dev/zero"_q, folder.path("Device.qml"_q)));
-        documents.emplace_back(folder.path("Device.qml"_q), "Not a regular"_q);
+        QVERIFY(QFile::link("/dev/zero"_q, folder.filePath("Device.qml"_q)));
+        documents.emplace_back(folder.filePath("Device.qml"_q), "Not a regular"_q);
 #endif
         DashboardRenderer renderer;
         for (const auto &[path, error] : documents) {

@@ -182,7 +182,7 @@ private Q_SLOTS:
         }
         QVERIFY(load(renderer, quarters));
         QCOMPARE(Probe::alive, 0);
-        QVERIFY(!renderer.addDocument(folder.path("Missing.qml"_q)));
+        QVERIFY(!renderer.addDocument(folder.filePath("Missing.qml"_q)));
         QVERIFY(errorsOf(renderer).contains("No such file"_q));
         QVERIFY(!frame(renderer).isNull());
     }

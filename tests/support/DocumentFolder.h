@@ -5,18 +5,13 @@
 #include <QtCore/QTemporaryDir>
 
 /// A folder of documents that is removed when the test is over.
-class DocumentFolder
+class DocumentFolder : public QTemporaryDir
 {
 public:
-    QString path(const QString &name = {}) const { return directory.filePath(name); }
-
     /// Returns the file's path.
     QString write(const QString &name, const QByteArray &content) const
     {
-        writeFile(path(name), content);
-        return path(name);
+        writeFile(filePath(name), content);
+        return filePath(name);
     }
-
-private:
-    QTemporaryDir directory;
 };

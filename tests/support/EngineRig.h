@@ -5,12 +5,8 @@
 #include "support/FakeRenderer.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QEvent>
-#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtTest/QtTest>
-
-#include <thread>
 
 /// An engine with a fake clock, fake renderers and a consumer, whose ticks the test runs itself.
 class EngineRig
@@ -45,7 +41,7 @@ public:
         for (int i = 0; i < count; ++i)
             invoke("render");
     }
-    void startTimer() const { invoke("startTimer"); }
+    void start() const { invoke("startTimer"); }
 
     /// Delivers what was queued to the engine, and no timer's event.
     void deliverQueued() const
@@ -69,14 +65,6 @@ public:
         }
     }
 
-    /// Whether the engine believes that its timer runs: an update doesn't try to wake it.
-    bool takenToRun()
-    {
-        const int before = wakeUps.count();
-        update();
-        return wakeUps.count() == before;
-    }
-
 private:
     void invoke(const char *slot) const
     {
@@ -84,14 +72,26 @@ private:
     }
 };
 
-/// Finds the engine's private timer when it first fires.
-class TimerCatcher : public QObject
+/// An engine that shows a document, and whose timer runs and is known. Nothing is pending.
+class RunningEngineRig : public EngineRig, private QObject
 {
 public:
-    TimerCatcher() { QCoreApplication::instance()->installEventFilter(this); }
+    explicit RunningEngineRig(bool hardwareAcceleration = true)
+        : EngineRig(hardwareAcceleration)
+    {
+        show();
+        start();
+        QCoreApplication::instance()->installEventFilter(this);
+        while (timer == nullptr)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        freshTick();
+        script.calls.clear();
+        wakeUps.clear();
+    }
 
-    QTimer *timer = nullptr;
+    QTimer *timer = nullptr; ///< The engine's private one, found when it first fires.
 
+private:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         auto *fired = qobject_cast<QTimer *>(watched);
@@ -100,29 +100,3 @@ public:
         return false;
     }
 };
-
-/// An engine that shows a document, and whose timer runs and is known. Nothing is pending.
-class RunningEngineRig : public EngineRig
-{
-public:
-    explicit RunningEngineRig(bool hardwareAcceleration = true)
-        : EngineRig(hardwareAcceleration)
-    {
-        show();
-        startTimer();
-        const TimerCatcher catcher;
-        if (!QTest::qWaitFor([&catcher] { return catcher.timer != nullptr; }, 30'000))
-            qFatal("the engine's timer never fired");
-        timer = catcher.timer;
-        freshTick();
-        script.calls.clear();
-        wakeUps.clear();
-    }
-
-    QPointer<QTimer> timer;
-};
-
-inline void fromAnotherThread(const std::function<void()> &work)
-{
-    std::thread(work).join();
-}

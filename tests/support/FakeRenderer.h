@@ -44,9 +44,7 @@ struct RendererScript
     std::function<void()> duringLoad;
     std::function<void()> duringPublish;
     std::function<void()> duringRender;
-    std::function<void()> duringDestruction;
 
-    int made = 0;
     int destroyed = 0;
     QStringList calls; ///< "load PATH WxH", "publish", "render WxH", in order.
     std::vector<PublishedRecords> publications;
@@ -62,16 +60,8 @@ public:
     explicit FakeRenderer(RendererScript &script)
         : script(script)
     {
-        ++script.made;
     }
-    ~FakeRenderer() override
-    {
-        ++script.destroyed;
-        if (script.duringDestruction)
-            script.duringDestruction();
-    }
-    FakeRenderer(const FakeRenderer &) = delete;
-    FakeRenderer &operator=(const FakeRenderer &) = delete;
+    ~FakeRenderer() override { ++script.destroyed; }
 
     bool load(const QString &path, int width, int height) override
     {

@@ -3,8 +3,6 @@
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QStringList>
 
-#include <functional>
-
 /// Collects what the program logs while it lives, as "critical: text". One at a time.
 class LogCapture
 {
@@ -19,11 +17,8 @@ public:
         qInstallMessageHandler(previous);
         current = nullptr;
     }
-    LogCapture(const LogCapture &) = delete;
-    LogCapture &operator=(const LogCapture &) = delete;
 
     QStringList lines;
-    std::function<void()> whenTaken; ///< Runs after every line, which it may not add to.
 
     QStringList critical() const { return lines.filter(QStringLiteral("critical: ")); }
 
@@ -34,8 +29,6 @@ private:
                             : type == QtCriticalMsg ? "critical: "
                                                     : "other: ";
         current->lines += QLatin1String(level) + text;
-        if (current->whenTaken)
-            current->whenTaken();
     }
 
     static inline LogCapture *current = nullptr;

@@ -12,11 +12,8 @@ inline QImage paintedText(int width, int height, const QString &text, int pixelS
     QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::black);
     QPainter painter(&image);
-    if (upsideDown) {
-        painter.translate(width * 0.5, height * 0.5);
-        painter.rotate(180.0);
-        painter.translate(-width * 0.5, -height * 0.5);
-    }
+    if (upsideDown)
+        painter.setTransform(QTransform(-1, 0, 0, -1, width, height));
     painter.setPen(Qt::white);
     QFont font = painter.font();
     font.setPixelSize(pixelSize);

@@ -17,22 +17,12 @@ struct RecordBytes
     {
         std::memcpy(vehicle.data() + offset, &value, sizeof value);
     }
-    template<typename T> void putLimits(std::size_t offset, T value)
-    {
-        std::memcpy(limits.data() + offset, &value, sizeof value);
-    }
-
-    VehicleTelemetry vehicleRecord() const { return read<VehicleTelemetry>(vehicle); }
-    DisplayLimits limitsRecord() const { return read<DisplayLimits>(limits); }
-    ExtendedTelemetry extendedRecord() const { return read<ExtendedTelemetry>(extended); }
-
-private:
-    template<typename Record, std::size_t size>
-    static Record read(const std::array<unsigned char, size> &bytes)
-    {
-        static_assert(sizeof(Record) == size);
-        Record record;
-        std::memcpy(&record, bytes.data(), size);
-        return record;
-    }
 };
+
+/// The record that these bytes are.
+template<typename Record> Record recordOf(const std::array<unsigned char, sizeof(Record)> &bytes)
+{
+    Record record;
+    std::memcpy(&record, bytes.data(), bytes.size());
+    return record;
+}
