@@ -24,8 +24,8 @@
 
 namespace {
 
-constexpr int TickMs = 40;           ///< At most 25 pictures a second.
-constexpr int MaximumIdleTicks = 50; ///< About two seconds of silence put the engine to sleep.
+constexpr int TickMs = 40;           ///< 25 pictures a second at most.
+constexpr int MaximumIdleTicks = 50; ///< The engine sleeps after about two seconds of silence.
 constexpr float SteeringSmoothing = 0.2F;
 constexpr quint64 ExpiryMs = 1000;
 
@@ -125,7 +125,7 @@ void DashboardEngine::addConsumer(IDashboardConsumer *consumer)
     const LockGuard guard(consumersLock);
     ConsumerSlot &slot = consumers[consumer];
     if (slot.removed) {
-        // Taken out in the running pass, which may still have to do with the vector.
+        // Removed during the running pass, which may still use the vector.
         slot.removed = false;
         slot.messageShown = false;
     }
@@ -140,7 +140,7 @@ void DashboardEngine::removeConsumer(IDashboardConsumer *consumer)
     const auto entry = consumers.find(consumer);
     if (entry == consumers.end())
         return;
-    // Inside a pass the slot may be in use; its end clears away.
+    // During a pass the slot may be in use; the end of the pass erases it.
     if (pass.empty())
         consumers.erase(entry);
     else
@@ -158,7 +158,7 @@ std::unique_ptr<QImage> DashboardEngine::createWaitingImage(int scale)
 {
     constexpr int FontPixels = 25;
     if (scale < 1 || scale > std::numeric_limits<int>::max() / DashboardWidth)
-        return std::make_unique<QImage>(); // Sizes that can't even be told.
+        return std::make_unique<QImage>(); // The size would overflow.
     return std::make_unique<QImage>(
         makeTextImage(QSize(DashboardWidth, DashboardHeight) * scale, tr("Waiting for game data"),
                       {FontPixels * scale, Qt::AlignHCenter | Qt::AlignVCenter, false}));
@@ -203,8 +203,8 @@ void DashboardEngine::stopTimer()
     timerRunning = false;
 }
 
-/// Watches the dashboard's file and nothing else. Whatever order changes of the file arrive in, the
-/// last run of this leaves the watcher on the newest. Engine's thread.
+/// Watches the current dashboard file and nothing else. Takes the newest path, so queued calls may
+/// arrive in any order. Engine's thread.
 void DashboardEngine::watchDashboardFile()
 {
     watchQueued = false;
@@ -218,7 +218,7 @@ void DashboardEngine::watchDashboardFile()
 
 void DashboardEngine::render()
 {
-    if (!pass.empty()) // A consumer runs an event loop of its own, with a dialog for instance.
+    if (!pass.empty()) // A consumer runs a nested event loop, for a dialog say.
         return;
     if (!loadIfPending())
         return;
@@ -235,8 +235,8 @@ void DashboardEngine::render()
     renderPass();
 }
 
-/// False, with the timer stopped, when there is nothing to render: no document, or one that failed
-/// to load just now.
+/// Loads a document that was set or has changed. False, with the timer stopped, if there is none or
+/// the load failed.
 bool DashboardEngine::loadIfPending()
 {
     QString path;
@@ -262,7 +262,7 @@ bool DashboardEngine::loadIfPending()
     return false;
 }
 
-/// Whether anything has come since the last tick. If so, the renderer has it now.
+/// Publishes what came since the last tick; false if nothing did.
 bool DashboardEngine::publishIfDirty()
 {
     std::optional<TelemetrySnapshot> published;
@@ -275,20 +275,20 @@ bool DashboardEngine::publishIfDirty()
             return true;
         published.emplace(snapshot);
     }
-    // Outside the lock, so that slow bindings never hold up the thread that delivers telemetry.
+    // Outside the lock: slow bindings must not block the thread that delivers telemetry.
     renderer->publishTelemetry(published->vehicle, published->limits, published->extended,
                                published->motionProfileName, published->tune, SteeringSmoothing,
                                useMph, false, published->paused);
     return true;
 }
 
-/// A consumer may take any out and put any in while it is called: entries stay where they are until
-/// the pass ends, and new ones have to wait for the next.
+/// Consumers may add and remove consumers while they are called: entries stay in place until the
+/// pass ends, and new ones wait for the next pass.
 void DashboardEngine::renderPass()
 {
     const quint64 now = sources.clock();
     const LockGuard guard(consumersLock);
-    const auto end = qScopeGuard([this] { endPass(); }); // Also where a consumer throws.
+    const auto end = qScopeGuard([this] { endPass(); }); // Also if a consumer throws.
     for (ConsumerEntry &entry : consumers)
         pass.push_back(&entry);
     for (ConsumerEntry *entry : pass)
@@ -306,7 +306,7 @@ void DashboardEngine::serve(ConsumerEntry &entry, quint64 now)
 {
     IDashboardConsumer *const consumer = entry.first;
     ConsumerSlot &slot = entry.second;
-    // Whoever is taken out, by itself or another, may be dead: no call follows.
+    // A removed consumer may be dead already, so it gets no further call.
     const auto ask = [&](auto question) {
         return slot.removed ? decltype((consumer->*question)()){} : (consumer->*question)();
     };
@@ -320,8 +320,8 @@ void DashboardEngine::serve(ConsumerEntry &entry, quint64 now)
         consumer->deliverFrame(slot.pixels, width);
 }
 
-/// False when there is nothing to deliver: the consumer has its picture, or the picture is beyond
-/// memory, which costs the other consumers nothing.
+/// False if there is nothing to deliver: the consumer already has its message, or memory ran out,
+/// which costs only this consumer its frame.
 bool DashboardEngine::buildFrame(ConsumerSlot &slot, int width, int height, bool upsideDown)
 {
     try {
@@ -337,7 +337,7 @@ bool DashboardEngine::buildFrame(ConsumerSlot &slot, int width, int height, bool
     return false;
 }
 
-/// In one line until the consumer's frames can be had again.
+/// Logs once until the consumer gets a frame again.
 void DashboardEngine::reportOutOfMemory(ConsumerSlot &slot, int width, int height)
 {
     slot.pixels = Frame();
@@ -351,7 +351,7 @@ void DashboardEngine::reportOutOfMemory(ConsumerSlot &slot, int width, int heigh
 
 bool DashboardEngine::buildDashboard(ConsumerSlot &slot, int width, int height, bool upsideDown)
 {
-    // A side of exactly 1 is what no size at all was clamped to.
+    // A side of 1 means no size: whatever is smaller was clamped to it.
     if (width == 1 || height == 1 ||
         !renderer->renderFrame(slot.pixels, width, height, upsideDown)) {
         slot.pixels.clear();
@@ -360,8 +360,8 @@ bool DashboardEngine::buildDashboard(ConsumerSlot &slot, int width, int height, 
     return true;
 }
 
-/// The picture of an engine without renderers. Painting text is slow, so a consumer that left the
-/// vector as it was keeps what it has.
+/// Paints the message of an engine without renderers. Painting text is slow, so a consumer that
+/// left the vector as it was isn't served again.
 bool DashboardEngine::buildMessage(ConsumerSlot &slot, int width, int height, bool upsideDown)
 {
     const std::size_t bytes = frameBytes(width, height);

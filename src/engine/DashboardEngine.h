@@ -16,32 +16,31 @@
 class QFileSystemWatcher;
 class QTimer;
 
-/// Where the engine gets its time and its renderers from. A test puts its own in.
+/// Source of the engine's time and renderers. Tests bring their own.
 struct EngineSources
 {
-    std::function<quint64()> clock; ///< Milliseconds, never going back.
+    std::function<quint64()> clock; ///< Milliseconds; never goes back.
     std::function<std::unique_ptr<IDashboardRenderer>()> makeRenderer;
 
-    /// The product's: the system's steady clock and `DashboardRenderer`.
+    /// The system's steady clock, and `DashboardRenderer`.
     static EngineSources standard();
 };
 
-/// All that is published, as it was reported last.
+/// The latest report of everything that is published.
 struct TelemetrySnapshot
 {
     VehicleTelemetry vehicle{};
     DisplayLimits limits{};
     ExtendedTelemetry extended{};
     bool paused = false;
-    bool dirty = false; ///< Something has come since the last tick.
+    bool dirty = false; ///< Something came since the last tick.
     QString motionProfileName;
     TuneInfo tune;
 };
 
-/// The engine behind `IDashboardEngine`. Telemetry is stored, never queued; the timer that consumes
-/// it runs only while there is something to show; and all that touches QML or OpenGL stays on the
-/// thread that built the engine, while other threads only copy data under short locks and set
-/// flags.
+/// Implements `IDashboardEngine`. Stores telemetry, never queues it; the timer that consumes it
+/// runs only while there is something to show. Only the thread that built the engine touches QML
+/// and OpenGL; other threads copy data under short locks and set flags.
 class DashboardEngine : public QObject, public IDashboardEngine
 {
     Q_OBJECT
@@ -64,7 +63,7 @@ public:
     void setTuneInfo(const QString &group, const QString &name, const TuneValue &value) override;
 
 Q_SIGNALS:
-    /// Wakes the timer from whichever thread telemetry came on.
+    /// Starts the timer, from any thread.
     void startTimerAsync();
 
 private Q_SLOTS:
@@ -76,8 +75,8 @@ private:
     {
         Frame pixels;              ///< The frame being built; the consumer may swap it.
         bool messageShown = false; ///< The message picture was delivered.
-        bool outOfMemory = false;  ///< The last frame couldn't be had, which was logged.
-        bool removed = false;      ///< In the running pass, whose end erases the entry.
+        bool outOfMemory = false;  ///< Memory for the last frame ran out, which was logged.
+        bool removed = false;      ///< During the running pass, whose end erases the entry.
     };
     using Consumers = std::unordered_map<IDashboardConsumer *, ConsumerSlot>;
     using ConsumerEntry = Consumers::value_type;
@@ -108,7 +107,7 @@ private:
     std::atomic<int> idleTicks{0};
     Lock consumersLock;
     Consumers consumers;
-    std::vector<ConsumerEntry *> pass; ///< Whom the running pass serves; empty outside of one.
+    std::vector<ConsumerEntry *> pass; ///< Entries of the running pass; empty between passes.
     Lock fileLock;
     QString dashboardFile;
     bool reloadPending = false;

@@ -22,8 +22,8 @@ DashboardRenderer::DashboardRenderer()
 bool DashboardRenderer::load(const QString &newPath, int width, int height)
 {
     path = newPath;
-    // Every name must exist before a document is compiled, or its bindings would warn and a warning
-    // fails the load.
+    // Every name must exist before a document is compiled: a binding to a missing one warns, and a
+    // warning fails the load.
     if (!hasPublished)
         publishTelemetry({}, {}, {}, {}, {}, 1.0F, false, false, false);
 
@@ -36,7 +36,7 @@ bool DashboardRenderer::load(const QString &newPath, int width, int height)
 
 bool DashboardRenderer::renderFrame(Frame &buffer, int width, int height, bool upsideDown)
 {
-    // Before every frame, since consumers of both orientations share one renderer.
+    // For every frame: consumers of both orientations share the renderer.
     offscreen.setRootRotation(upsideDown ? 180 : 0);
     return offscreen.renderToBuffer(buffer, width, height) || paintErrors(buffer, width, height);
 }
@@ -63,8 +63,7 @@ std::set<QString> DashboardRenderer::publishedFields()
     return publisher.publishedFields();
 }
 
-/// The errors as a picture, so that an author reads them where the dashboard would be. It always
-/// stands upright.
+/// Paints the errors where the dashboard would be, for its author to read. Always upright.
 bool DashboardRenderer::paintErrors(Frame &buffer, int width, int height) const
 {
     if (offscreen.errors().isEmpty() || width <= WidthPerFontPixel)

@@ -4,12 +4,13 @@
 #include "render/TelemetryPublisher.h"
 #include "render/offscreen/QmlOffscreenRenderer.h"
 
-/// The dashboard document, the system panel over it, and the `dash_*` vocabulary published to both.
-/// Independent of every other renderer: its own OpenGL context, QML engine and state.
+/// Renders a dashboard document with the system panel over it, and publishes the `dash_*`
+/// vocabulary to both. Renderers are independent: each has its own OpenGL context, QML engine and
+/// state. All calls but `publishedFields` belong to the thread that constructed it.
 class DashboardRenderer final : public IDashboardRenderer
 {
 public:
-    /// Needs a QGuiApplication. May take long: it makes an OpenGL context and a QML engine.
+    /// Needs a QGuiApplication. Slow: creates an OpenGL context and a QML engine.
     DashboardRenderer();
 
     bool load(const QString &newPath, int width, int height) override;

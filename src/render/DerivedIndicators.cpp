@@ -7,7 +7,7 @@ namespace DerivedIndicators {
 
 namespace {
 
-/// Truncates, where a plain cast of a value that doesn't fit is undefined.
+/// Truncates and saturates; a plain cast of a value out of range is undefined.
 int toInt(float value)
 {
     constexpr float Beyond = 2147483648.0F;

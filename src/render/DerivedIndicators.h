@@ -5,8 +5,8 @@
 #include <array>
 #include <cstdint>
 
-/// The arithmetic behind the computed `dash_*` values, all of it in single precision. Values that
-/// an int can't hold go to its nearest limit, and NaN to 0.
+/// Arithmetic of the computed `dash_*` values, in single precision. Conversions to int saturate,
+/// and NaN becomes 0.
 namespace DerivedIndicators {
 
 inline constexpr float MphPerKmh = 0.6213712F;
@@ -19,7 +19,7 @@ int rounded(float value);
 /// Nearest whole number; halves go away from zero.
 int roundedAwayFromZero(float value);
 
-/// "R", "N", "D" with the automatic shifter, or the number of the gear.
+/// "R", "N", "D" with the automatic shifter, or the gear's number.
 QString gearText(int gear, bool autoShifter);
 
 /// Minutes, seconds and milliseconds as 01:23:456, or "--:--:---" for 0.
@@ -28,27 +28,27 @@ QString timeText(std::uint32_t milliseconds);
 /// The number of laps, or "-" for 0.
 QString lapText(int laps);
 
-/// Within plus and minus 99.999 s. NaN stays NaN.
+/// Limits to plus and minus 99.999 s. NaN stays NaN.
 float clampedDelta(float seconds);
 
 /// A clamped delta with 3 decimals and no plus sign.
 QString deltaText(float clampedSeconds);
 
-/// Share of the engine speed limit, 1.0 at the limit; 0 when there is none.
+/// Share of the engine speed limit: 1.0 at the limit, 0 without one.
 float rpmShare(int rpm, std::uint32_t maxRpm);
 
-/// Whether the engine speed has reached the blinking threshold. Stand-ins: 95 percent for a
-/// threshold of 0, and 10000 for a limit outside 501 to 99999.
+/// Whether the engine speed has reached the blinking threshold. Defaults: 95 percent for a
+/// threshold of 0, and 10000 1/min for a limit outside 501 to 99999.
 bool rpmWarning(int rpm, std::uint32_t maxRpm, std::uint8_t blinkingThresholdPercent);
 
 } // namespace DerivedIndicators
 
-/// The average engine speed over the latest publications.
+/// The average engine speed over the latest five publications.
 class RpmAverage
 {
 public:
-    /// Enters a sample in 1/min; an implausible one above 100000 enters as 0. The first samples
-    /// after a start or a pause are averaged over as many as there are.
+    /// Adds a sample in 1/min; an implausible one above 100000 counts as 0. After a start or a
+    /// pause the average is over as many samples as there are.
     void add(std::uint32_t rpm);
 
     /// Forgets all samples, as a pause does.
@@ -66,14 +66,14 @@ private:
     float rpmAverage = 0;
 };
 
-/// Counts publications by twos and gives the rhythm of all that flashes.
+/// Counts publications in steps of 2, and sets the rhythm of everything that flashes.
 class FrameCounter
 {
 public:
-    /// Moves on by 2, modulo 1000.
+    /// Adds 2, modulo 1000.
     std::uint32_t advance() { return frameCounter = (frameCounter + 2) % 1000; }
 
-    /// On in every other publication, without a hiccup at the wrap since 1000 is a multiple of 4.
+    /// On in every second publication, also across the wrap: 1000 is a multiple of 4.
     bool blinkPhase() const { return (frameCounter & 3U) < 2; }
 
 private:

@@ -124,8 +124,8 @@ void TelemetryPublisher::publishCorners(const VehicleTelemetry &vehicle)
     const VehicleTelemetry &v = vehicle;
     const std::uint64_t mask = v.availabilityMask;
 
-    // Element by element: the record may lie at any address, where no reference to an int may
-    // point.
+    // Element by element: the packed record may lie at any address, and a reference to an int may
+    // not.
     writeCorners<int>(CORNERS("dash_tyreTemp_C"), mask, Available::TyreTemp,
                       {v.tyreTempC[0], v.tyreTempC[1], v.tyreTempC[2], v.tyreTempC[3]});
     writeCorners<int>(

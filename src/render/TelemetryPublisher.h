@@ -12,7 +12,7 @@
 
 class QVariant;
 
-/// All that one publication is made of. Borrowed for the call.
+/// The input of one publication. Borrowed for the call.
 struct Publication
 {
     const VehicleTelemetry &vehicle;
@@ -20,21 +20,21 @@ struct Publication
     const ExtendedTelemetry &extended;
     const QString &motionProfileName;
     const TuneInfo &tune;
-    float steeringSmoothing = 1; ///< Share of a new steering value that enters at once, 0 to 1.
+    float steeringSmoothing = 1; ///< Weight of the new steering value, 0 to 1.
     bool useMph = false;
     bool showMarkers = false;
     bool paused = false;
 };
 
-/// Turns telemetry into the 129 `dash_*` properties, always all of them and always in one order,
-/// for a document's handlers see earlier properties new and later ones old. Keeps what lives from
-/// one publication to the next. One thread, but for `publishedFields`.
+/// Turns telemetry into the 129 `dash_*` properties. Every publication writes all of them in the
+/// same order: a document's handler sees earlier properties new and later ones old. Keeps the state
+/// between publications. For one thread, except `publishedFields`.
 class TelemetryPublisher
 {
 public:
     using PropertySink = std::function<void(const QString &name, const QVariant &value)>;
 
-    /// `sink` takes each property as it is published.
+    /// Passes each property to `sink` as it is published.
     explicit TelemetryPublisher(PropertySink sink);
 
     void publish(const Publication &publication);
@@ -43,7 +43,7 @@ public:
     std::set<QString> publishedFields() const;
 
 private:
-    /// A property and its twin, which tells whether the source delivers it.
+    /// A property and its twin, which says whether the game provides it.
     struct TwinName
     {
         QString value;

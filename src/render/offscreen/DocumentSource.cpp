@@ -15,7 +15,7 @@ DocumentSource readDocument(const QUrl &url)
     const QFileInfo info(path);
     if (!info.exists())
         return {{}, QStringLiteral("No such file or directory")};
-    // Opening a pipe waits for its writer.
+    // Opening a pipe blocks until it has a writer.
     if (!info.isFile() && !info.isDir())
         return {{}, QStringLiteral("Not a regular file")};
 
@@ -24,11 +24,11 @@ DocumentSource readDocument(const QUrl &url)
         return {{}, file.errorString()};
     if (file.size() > DocumentSource::MaximumBytes)
         return {{}, QStringLiteral("File is larger than 64 MiB")};
-    // Of a file that grows or shrinks meanwhile a part will do: it changes, so it is loaded again.
+    // Part of a file that changes meanwhile will do: the change loads it again.
     QByteArray bytes = file.read(file.size());
     if (file.error() != QFileDevice::NoError)
         return {{}, file.errorString()};
-    // QML takes a zero for the end of the text. It has to be the fault in it that it is.
+    // QML ends the text at a zero byte. A replacement character is a syntax error instead.
     bytes.replace('\0', "\xEF\xBF\xBD");
     return {bytes, {}};
 }

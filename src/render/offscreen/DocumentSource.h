@@ -7,17 +7,18 @@ class QUrl;
 
 namespace OVX {
 
-/// The text of a QML document as it was at one moment.
+/// A QML document's text at one moment.
 struct DocumentSource
 {
     static constexpr qint64 MaximumBytes = qint64{64} * 1024 * 1024;
 
     QByteArray bytes;
-    QString error; ///< Why there are no bytes; empty for a document that was read.
+    QString error; ///< Why there are no bytes; empty on success.
 };
 
-/// Reads a local file or a resource into memory. Qt would map the file instead, and an editor that
-/// truncates a mapped file ends the process. Only regular files of at most `MaximumBytes` are read.
+/// Reads a local file or a resource into memory. Qt would map the file, and an editor that
+/// truncates a mapped file kills the process. Takes regular files of up to `MaximumBytes`. Any
+/// thread.
 DocumentSource readDocument(const QUrl &url);
 
 } // namespace OVX

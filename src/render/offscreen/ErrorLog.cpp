@@ -6,7 +6,7 @@ namespace OVX {
 
 void ErrorLog::append(const QQmlError &error)
 {
-    // The location is what stands before the description; a path in it may hold any character.
+    // The location is the text before the description. A path in it may hold any character.
     const QString text = error.toString();
     append(text, text.chopped(error.description().size()));
 }

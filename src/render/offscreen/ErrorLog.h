@@ -8,20 +8,20 @@ class QQmlError;
 
 namespace OVX {
 
-/// The errors and warnings of one document, bounded so that a document that warns in every frame of
-/// a night's drive stays within a fixed size, and still leaves room for what other lines have to
-/// say: each distinct text stands once, in the order of its first appearance.
+/// Errors and warnings of one document: each distinct text once, in order of first appearance.
+/// Bounded in total and for each line of the document, so that a line that warns in every frame
+/// neither fills the memory nor hides the other lines.
 class ErrorLog
 {
 public:
-    static constexpr int MaximumEntries = 200;   ///< In all; one closing line follows.
+    static constexpr int MaximumEntries = 200;   ///< In total; one closing line follows.
     static constexpr int MaximumPerLocation = 5; ///< From one line of a document; one line follows.
     static constexpr int MaximumLength = 4096;   ///< Characters of one text; the rest is cut off.
 
-    /// Enters the error's text unless it is there already or its room is used up.
+    /// Adds the error's text unless it is there already or a limit is reached.
     void append(const QQmlError &error);
 
-    /// The same for a text of no place in a document.
+    /// The same for a text without a place in a document.
     void append(const QString &text) { append(text, text); }
 
     void clear();

@@ -17,7 +17,7 @@ OffscreenWindow::OffscreenWindow(QQuickRenderControl *control)
     : QQuickWindow(control)
 {
     setColor(Qt::black);
-    // Windows are shown on the GUI's thread, and a renderer may live on another.
+    // Windows are shown on the GUI thread; a renderer may live on another.
     if (QCoreApplication::instance()->thread() == thread())
         QCoreApplication::instance()->installEventFilter(this);
 }
@@ -29,9 +29,9 @@ void OffscreenWindow::setDocumentEngine(const QQmlEngine *documentEngine)
 
 void OffscreenWindow::restore()
 {
-    told = false;
+    reported = false;
     setWindowStates(Qt::WindowNoState);
-    // Qt Quick Controls keep a pointer to their overlay there, which has gone with the other items.
+    // Qt Quick Controls keep a pointer to their overlay there, and it died with the other items.
     const QList<QByteArray> names = dynamicPropertyNames();
     for (const QByteArray &name : names)
         setProperty(name.constData(), QVariant());
@@ -50,7 +50,7 @@ void OffscreenWindow::restore()
     QQmlProperty::write(content, QStringLiteral("layer.enabled"), false);
 }
 
-/// A window hears of being shown before its platform's window is, and without that one nothing is.
+/// The event comes before the platform's window is shown; without one nothing is.
 bool OffscreenWindow::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() != QEvent::Show || !object->isWindowType())
@@ -59,24 +59,24 @@ bool OffscreenWindow::eventFilter(QObject *object, QEvent *event)
     if (!belongsToDocument(window))
         return false;
     {
-        // The document hears nothing of it, for a handler could show the window again, without end.
+        // No signals to the document: a handler could show the window again, endlessly.
         const QSignalBlocker blocker(window);
-        window->setModality(Qt::NonModal); // A modal one would keep input from the host's windows.
+        window->setModality(Qt::NonModal); // A modal one would block the host's windows.
         window->destroy();
     }
-    tellKeptHidden();
+    reportKeptHidden();
     return true;
 }
 
-void OffscreenWindow::lookForWindows(const QObject &document)
+void OffscreenWindow::reportDeclaredWindows(const QObject &document)
 {
     if (!document.findChildren<QWindow *>().isEmpty())
-        tellKeptHidden();
+        reportKeptHidden();
 }
 
-void OffscreenWindow::tellKeptHidden()
+void OffscreenWindow::reportKeptHidden()
 {
-    if (std::exchange(told, true))
+    if (std::exchange(reported, true))
         return;
     Q_EMIT keptHidden();
 }

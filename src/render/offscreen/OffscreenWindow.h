@@ -6,8 +6,8 @@ class QQmlEngine;
 
 namespace OVX {
 
-/// The window that documents are rendered in. Neither it nor a window that a document opens comes
-/// onto the screen, whatever a document does.
+/// The window that documents are rendered in. Keeps itself, and every window that a document opens,
+/// off the screen.
 class OffscreenWindow : public QQuickWindow
 {
     Q_OBJECT
@@ -15,18 +15,18 @@ class OffscreenWindow : public QQuickWindow
 public:
     explicit OffscreenWindow(QQuickRenderControl *control);
 
-    /// Names the engine of the documents, whose windows stay hidden. Borrowed.
+    /// Windows that this engine creates stay hidden. Borrowed.
     void setDocumentEngine(const QQmlEngine *documentEngine);
 
-    /// Tells of windows that a document declares. Nothing shows these: Qt waits with them until
-    /// this window is on the screen.
-    void lookForWindows(const QObject &document);
+    /// Reports windows that the document declares. Nothing shows these: Qt waits until this window
+    /// is on the screen.
+    void reportDeclaredWindows(const QObject &document);
 
-    /// Takes back what a document did to the window and its content item, which outlive it.
+    /// Undoes what a document did to the window and its content item, which outlive it.
     void restore();
 
 Q_SIGNALS:
-    /// A document has a window, or has tried to show one; once since the last `restore`.
+    /// A document declares a window, or has tried to show one. Once after each `restore`.
     void keptHidden();
 
 protected:
@@ -34,10 +34,10 @@ protected:
 
 private:
     bool belongsToDocument(const QWindow *window) const;
-    void tellKeptHidden();
+    void reportKeptHidden();
 
     const QQmlEngine *engine = nullptr;
-    bool told = false;
+    bool reported = false;
 };
 
 } // namespace OVX

@@ -35,7 +35,7 @@ const QString &rootItemProperty()
     return name;
 }
 
-/// GL_CONTEXT_LOST never clears, so it ends the draining too.
+/// GL_CONTEXT_LOST never clears, so it ends the loop too.
 void drainErrors(QOpenGLFunctions &gl)
 {
     GLenum error = gl.glGetError();
@@ -43,10 +43,10 @@ void drainErrors(QOpenGLFunctions &gl)
         error = gl.glGetError();
 }
 
-/// Lets no Component.onDestruction run at the end of what is below `content`.
+/// Silences the Component.onDestruction handlers of everything below `content`.
 void silenceDestruction(QQuickItem &content)
 {
-    // An item may be the parent of the one that owns it, so there may be rings.
+    // An item may be the parent item of its owner, so there may be cycles.
     QSet<QObject *> seen;
     QVector<QObject *> pending{&content};
     while (!pending.isEmpty()) {
@@ -77,8 +77,7 @@ QmlOffscreenRenderer::QmlOffscreenRenderer()
     context->setFormat(format);
     const bool hasContext = context->create();
 
-    // The format that the context got, not the one that was asked for: a surface of another format
-    // may refuse the context.
+    // The format that the context got, not the requested one: it may refuse a surface of another.
     surface->setFormat(context->format());
     surface->create();
 
@@ -92,7 +91,7 @@ QmlOffscreenRenderer::QmlOffscreenRenderer()
         engine->setIncubationController(window->incubationController());
     window->setDocumentEngine(engine.get());
 
-    // Without a context the scene graph stays uninitialised, and every load ends in an error.
+    // Without a context the scene graph stays uninitialised, and every load fails.
     if (hasContext && usesOpenGL() && makeCurrent())
         renderControl->initialize(context.get());
 
@@ -104,7 +103,8 @@ QmlOffscreenRenderer::QmlOffscreenRenderer()
 
     QQmlContext *rootContext = engine->rootContext();
     rootContext->setContextProperty(QStringLiteral("ctx"), rootContext);
-    // A context forgets a property whose object dies. Its own death would make it do so too late.
+    // A context forgets a property whose object dies. For the context itself that slot runs after
+    // its data is gone.
     disconnect(rootContext, &QObject::destroyed, rootContext, nullptr);
 }
 
@@ -112,7 +112,7 @@ QmlOffscreenRenderer::~QmlOffscreenRenderer()
 {
     window->setRenderTarget(nullptr);
     makeCurrent();
-    deleteItems(); // While everything that their handlers may turn to is still there.
+    deleteItems(); // While everything that their handlers may use still exists.
     renderControl.reset();
     components.clear();
     window.reset();
@@ -120,7 +120,7 @@ QmlOffscreenRenderer::~QmlOffscreenRenderer()
     context->doneCurrent();
     surface.reset();
     context.reset();
-    // Here and not with the fields: what it has to warn of at its end goes to a log that still is.
+    // Here and not with the fields: its last warnings go to the log, which must still exist.
     engine.reset();
 }
 
@@ -130,7 +130,7 @@ bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseD
     loaded = false;
     sizeMode = mode;
     unloadDocument();
-    errorLog.clear(); // After the old document's last words, which are no fault of the new one.
+    errorLog.clear(); // After the old document's last warnings, which are no fault of the new one.
 
     engine->clearComponentCache();
     engine->setBaseUrl(QUrl::fromLocalFile(baseDirectory));
@@ -141,7 +141,7 @@ bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseD
     if (document == nullptr)
         return false;
 
-    // The name must be there, and empty, while the document's own bindings first run.
+    // The name exists, but is null, while the document's own bindings first run.
     engine->rootContext()->setContextProperty(rootItemProperty(), static_cast<QObject *>(nullptr));
     std::unique_ptr<QQuickItem> item = createItem(std::move(document));
     if (item == nullptr)
@@ -151,7 +151,7 @@ bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseD
     rootItem = item.release();
     rootItem->setParent(window->contentItem());
     rootItem->setParentItem(window->contentItem());
-    window->lookForWindows(*rootItem);
+    window->reportDeclaredWindows(*rootItem);
     if (sizeMode == SizeMode::Resize)
         rootItem->setSize(QSizeF(width, height));
     engine->rootContext()->setContextProperty(rootItemProperty(), rootItem.data());
@@ -224,8 +224,8 @@ void QmlOffscreenRenderer::setRootRotation(qreal degrees)
         rootItem->setRotation(degrees);
 }
 
-/// Whether the scene graph that the application has chosen can render into framebuffers. With one
-/// on Qt's RHI a render control falls back to OpenGL.
+/// Whether the application's scene graph can render into framebuffers. With one on Qt's RHI a
+/// render control falls back to OpenGL.
 bool QmlOffscreenRenderer::usesOpenGL() const
 {
     const QSGRendererInterface::GraphicsApi api = window->rendererInterface()->graphicsApi();
@@ -249,11 +249,11 @@ void QmlOffscreenRenderer::unloadDocument()
 
 void QmlOffscreenRenderer::deleteItems()
 {
-    delete rootItem.data(); // Which may have left the window.
+    delete rootItem.data(); // It may have left the window.
 
     QQuickItem *content = window->contentItem();
-    // A handler that runs while its item dies may delete a sibling, so nothing plain is held across
-    // one. It may also make a new item, for ever: after a few rounds nobody is asked any more.
+    // A handler that runs while its item dies may delete a sibling, hence the guarded pointers. It
+    // may also create a new item, endlessly: after a few rounds no handler runs any more.
     constexpr int Rounds = 3;
     for (int round = 0; round <= Rounds && !content->childItems().isEmpty(); ++round) {
         const QList<QQuickItem *> children = content->childItems();
@@ -284,11 +284,11 @@ QmlOffscreenRenderer::createItem(std::unique_ptr<QQmlComponent> component)
         errorLog.append(QStringLiteral("Failed to create QQuickItem"));
         return nullptr;
     }
-    static_cast<void>(object.release()); // The same object, handed on under its other type.
+    static_cast<void>(object.release()); // `item` owns it from here on.
     return std::unique_ptr<QQuickItem>(item);
 }
 
-/// Null, with its error told, for a document that can't be read.
+/// Null, with the error recorded, if the document can't be read.
 std::unique_ptr<QQmlComponent> QmlOffscreenRenderer::readComponent(const QUrl &url)
 {
     const DocumentSource source = readDocument(url);
@@ -325,8 +325,8 @@ void QmlOffscreenRenderer::fitRootItem(int width, int height)
     rootItem->setPosition(QPointF((width - rootWidth) * 0.5, (height - rootItem->height()) * 0.5));
 }
 
-/// Makes the cached framebuffer of this size the window's target, or a new one in place of the
-/// oldest. Null when OpenGL has none of this size. Needs the context current.
+/// Makes a framebuffer of this size the window's target: a cached one, or a new one that replaces
+/// the oldest. Null if OpenGL can't create it. Needs the context current.
 QOpenGLFramebufferObject *QmlOffscreenRenderer::targetFramebuffer(const QSize &size)
 {
     const auto cached =
@@ -347,7 +347,7 @@ QOpenGLFramebufferObject *QmlOffscreenRenderer::targetFramebuffer(const QSize &s
     if (!framebuffer->isValid())
         return nullptr;
 
-    // Before the oldest goes, which may be the target until now.
+    // Before the oldest goes, which may be the current target.
     window->setRenderTarget(framebuffer.get());
     framebuffers.push_back(std::move(framebuffer));
     if (framebuffers.size() > MaximumFramebuffers)
@@ -355,8 +355,7 @@ QOpenGLFramebufferObject *QmlOffscreenRenderer::targetFramebuffer(const QSize &s
     return framebuffers.back().get();
 }
 
-/// Reads the framebuffer straight into `buffer`: a way through QImage would allocate in every
-/// frame.
+/// Reads the framebuffer straight into `buffer`: a QImage in between would allocate in every frame.
 bool QmlOffscreenRenderer::readPixels(QOpenGLFramebufferObject &framebuffer, Frame &buffer,
                                       int width, int height)
 {

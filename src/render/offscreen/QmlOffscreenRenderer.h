@@ -30,48 +30,47 @@ enum class SizeMode : int {
     Scale = 1,  ///< The root item keeps its size; it is scaled to the frame's width and centred.
 };
 
-/// Turns a QML document into pixels without a visible window. Every document sees two names: "ctx",
-/// the root context itself, and "globalRootItem", the document's root item once it exists.
-///
-/// Every operation belongs to the thread that constructed the object. Construction and a load make
-/// the OpenGL context current and leave it so; a frame and destruction leave none current. Each
-/// makes its own current first, so several renderers can live on one thread. Nothing is logged:
-/// failures are told by results and `errors()`.
+/// Renders a QML document into memory, without a visible window. Every document sees two names:
+/// "ctx", the root context itself, and "globalRootItem", the document's root item once it exists.
+/// All calls belong to the thread that constructed the object. Construction and loads leave the
+/// OpenGL context current; frames and destruction leave none current. Each call makes its own
+/// context current first, so several renderers can share a thread. Logs nothing: failures show in
+/// results and in `errors()`.
 class QmlOffscreenRenderer : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Needs a QGuiApplication. Without OpenGL, or with a scene graph that doesn't use it, the
-    /// object stands, but loads nothing.
+    /// Needs a QGuiApplication. Without OpenGL, or with a scene graph that doesn't use it, every
+    /// load fails.
     QmlOffscreenRenderer();
     ~QmlOffscreenRenderer() override;
 
-    /// Replaces the document by the one at `url`, a local file or a resource, which is read anew.
-    /// `baseDirectory` is its local directory, `width` by `height` the size of the first
-    /// framebuffer in pixels. A warning of the engine during the load fails it. Leaves the context
-    /// current.
+    /// Replaces the document by the one at `url`, a local file or a resource, which is always read
+    /// again. `baseDirectory` is its local directory, `width` by `height` the size of the first
+    /// framebuffer in pixels. Any warning of the engine during the load fails it.
     bool loadDocument(const QString &url, const QString &baseDirectory, int width, int height,
                       SizeMode mode);
 
-    /// Puts the item of a further document, a file name or a resource path, under the root item.
+    /// Loads another document, a file name or a resource path, as a child of the root item.
     bool addDocument(const QString &path);
 
-    /// Renders one frame into `buffer`, which is resized to it. False leaves `buffer` without
-    /// meaning: nothing is loaded, or OpenGL can't give a frame of this size now.
+    /// Renders one frame of this size in pixels into `buffer`, which it resizes. False if nothing
+    /// is loaded or OpenGL can't give a frame of this size now; the content of `buffer` is
+    /// undefined then.
     bool renderToBuffer(Frame &buffer, int width, int height);
 
-    /// Writes a property of the root context; it outlives the documents.
+    /// Sets a property of the root context, which outlives the documents.
     void setProperty(const QString &name, const QVariant &value);
 
-    /// Turns the root item, and what was added to it, about its centre.
+    /// Rotates the root item, and what was added to it, about its centre.
     void setRootRotation(qreal degrees);
 
     /// Errors and warnings since the last load began, each distinct text once.
     const QStringList &errors() const { return errorLog.list(); }
 
 Q_SIGNALS:
-    /// The document has a window, or has tried to show one; once a document.
+    /// The document declares a window, or has tried to show one. Once for each document.
     void windowKeptHidden();
 
 private:
