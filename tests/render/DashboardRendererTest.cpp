@@ -13,8 +13,8 @@ using OVX::ErrorLog;
 
 namespace {
 
-/// Doesn't fill the frame, and shows where it is and how large its window's items take themselves
-/// to be.
+/// Shows a changed window: it doesn't fill the frame, and draws its parent's size, origin and
+/// whether it is enabled.
 const QByteArray Plain = R"(
     Item {
         id: root
@@ -105,8 +105,9 @@ private Q_SLOTS:
             for (const bool upsideDown : {false, true}) // It always stands upright.
                 QCOMPARE(frame(renderer, width, height, upsideDown), expected);
         }
+        Frame buffer;
         for (const auto &[width, height] : {std::pair(25, 272), {0, 272}, {480, 0}, {480, -1}})
-            QVERIFY(frame(renderer, width, height).isNull());
+            QVERIFY(!renderer.renderFrame(buffer, width, height, false));
     }
 
     void consumersOfBothOrientationsShareItAndKeepTheirMemory()

@@ -9,8 +9,8 @@
 #include <QtCore/QUrl>
 #include <QtQml/qqml.h>
 
-/// What a document says to the test: `import Probe 1.0`. It also tells whether documents live on
-/// after they should be gone.
+/// Lets a document report to the test, through `import Probe 1.0`, and counts the probes of
+/// documents that are alive.
 class Probe : public QObject
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ public:
 
     Q_INVOKABLE void report(const QVariant &value) { reports.append(value); }
 
-    /// Deletes an object as C++ code behind a document may do, which QML itself forbids.
+    /// Deletes any object, as C++ code may; QML itself refuses to delete some.
     Q_INVOKABLE void dispose(QObject *object) { object->deleteLater(); }
 
     static inline int alive = 0;
@@ -39,8 +39,7 @@ constexpr QRgb Red = 0xFFFF0000;
 constexpr QRgb Green = 0xFF00FF00;
 constexpr QRgb Blue = 0xFF0000FF;
 
-/// A document with this root, which may use all that the tests need. Its own lines begin
-/// with the fourth.
+/// A document with this root, which begins in line 4, and the imports that tests need.
 inline QByteArray document(const QByteArray &body)
 {
     return "import QtQuick 2.15\nimport QtQuick.Window 2.15\nimport Probe 1.0\n" + body;

@@ -65,7 +65,7 @@ struct OddPlaces
     ExtendedTelemetry extended;
 };
 
-/// A publisher together with what it has written.
+/// A publisher and what it has written.
 struct PublisherRig
 {
     std::vector<QString> order; ///< Of the names in the latest publication.
@@ -91,7 +91,7 @@ struct PublisherRig
                            input.useMph, input.showMarkers, input.paused});
     }
 
-    // Names are without their "dash_" from here on.
+    // Names lack their "dash_" from here on.
     QVariant value(const char *name) const { return state.at("dash_"_q + QLatin1String(name)); }
     /// Type and value; floats exactly, where QVariant compares them loosely.
     bool is(const char *name, const QVariant &expected) const
@@ -115,8 +115,8 @@ struct PublisherRig
 
 constexpr int NoTwin = -1;
 
-/// A property: its name after "dash_", its value for `distinctInput` in the first publication,
-/// whose type is the property's, and the bit of its twin.
+/// A property: its name after "dash_", its value and so its type in the first publication of
+/// `distinctInput`, and the bit of its twin.
 struct Row
 {
     const char *name;
@@ -224,7 +224,7 @@ const std::vector<Row> &vocabulary()
     return rows;
 }
 
-/// What is raised by the second publication of this input, in which warnings are on.
+/// Names of what the second publication of this input raises; what flashes is on then.
 QSet<QString> raisedBy(const Input &input)
 {
     PublisherRig rig;
@@ -264,16 +264,16 @@ private Q_SLOTS:
         }
         QCOMPARE(expected.size(), std::size_t{129});
         PublisherRig rig;
-        for (const Input &input : {distinctInput(), Input()}) {
-            rig.publish(input);
-            QVERIFY(rig.order == expected);
-            QVERIFY(rig.publisher.publishedFields() == std::set(expected.begin(), expected.end()));
-            for (const Row &row : vocabulary()) {
-                QCOMPARE(rig.value(row.name).userType(), row.value.userType());
-                QVERIFY2(input.records.vehicle[40] == 0 || rig.is(row.name, row.value), row.name);
-            }
-        }
+        rig.publish(distinctInput());
+        QVERIFY(rig.order == expected);
+        for (const Row &row : vocabulary())
+            QVERIFY2(rig.is(row.name, row.value), row.name);
+        rig.publish({});
+        QVERIFY(rig.order == expected);
+        for (const Row &row : vocabulary())
+            QCOMPARE(rig.value(row.name).userType(), row.value.userType());
         QVERIFY(rig.raised().isEmpty() && rig.is("gear_str", "N"_q));
+        QVERIFY(rig.publisher.publishedFields() == std::set(expected.begin(), expected.end()));
     }
 
     void everyBitRaisesItsOwnProperties()
