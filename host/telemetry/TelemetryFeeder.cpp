@@ -19,7 +19,7 @@ TelemetryFeeder::TelemetryFeeder(std::unique_ptr<TelemetrySource> source, IDashb
 
 TelemetryFeeder::~TelemetryFeeder()
 {
-    source.reset(); // Until this is done its thread may call.
+    source.reset(); // Its thread may call until it has ended.
 }
 
 void TelemetryFeeder::update(const TelemetrySample &sample, const QString &vehicle)
@@ -32,7 +32,7 @@ void TelemetryFeeder::update(const TelemetrySample &sample, const QString &vehic
 
 void TelemetryFeeder::fallSilent()
 {
-    // No news for the monitor, which notices silence by itself.
+    // The monitor notices silence by itself.
     send(last, true);
 }
 

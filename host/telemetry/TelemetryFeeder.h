@@ -9,16 +9,16 @@ class IDashboardEngine;
 class TelemetryMonitor;
 class VehicleNames;
 
-/// Hands what a source tells to the engine, the store of dashboards and the monitor, on the
+/// Passes a source's telemetry on to the engine, the store of dashboards and the monitor, on the
 /// source's thread.
 class TelemetryFeeder final : private TelemetrySink
 {
 public:
-    /// Starts the source. The last three are borrowed.
+    /// Starts the source. The other three must outlive the feeder.
     TelemetryFeeder(std::unique_ptr<TelemetrySource> source, IDashboardEngine &engine,
                     VehicleNames &vehicles, TelemetryMonitor &monitor);
 
-    /// Ends the feeding; no update follows.
+    /// Ends the source; no update follows.
     ~TelemetryFeeder() override;
     TelemetryFeeder(const TelemetryFeeder &) = delete;
     TelemetryFeeder &operator=(const TelemetryFeeder &) = delete;

@@ -37,7 +37,7 @@ TelemetryMonitor::Reading TelemetryMonitor::reading(TimePoint now) const
     if (pausedByGame || silence >= SilenceLimits::Paused)
         return {State::Paused, 0};
 
-    // Whole quarters only; in the first two seconds those that there were.
+    // Whole quarters only, of which the first two seconds have fewer.
     const std::int64_t running = slotNumber(now);
     const std::int64_t whole = std::min<std::int64_t>(running, Slots);
     if (whole == 0)

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <mutex>
 
-/// How the telemetry goes: told by the thread that feeds it, read by the windows. Any thread; time
-/// comes in as an argument.
+/// State and rate of the telemetry, updated by the thread that feeds it and read by the windows.
+/// Any thread; time comes in as an argument.
 class TelemetryMonitor
 {
 public:
@@ -25,7 +25,7 @@ public:
         double rate = 0; ///< Updates per second over the last two seconds; 0 unless live.
     };
 
-    /// Counts one update. `paused` is what the game says of itself.
+    /// Counts an update. `paused` is whether the game says that it is.
     void update(bool paused, TimePoint now);
 
     Reading reading(TimePoint now) const;
@@ -36,7 +36,7 @@ private:
 
     struct Slot
     {
-        std::int64_t number = -1; ///< Counts quarters of a second from the first update on.
+        std::int64_t number = -1; ///< Quarters of a second since the first update.
         int updates = 0;
     };
 
@@ -47,5 +47,5 @@ private:
     bool pausedByGame = false;
     TimePoint first;
     TimePoint last;
-    std::array<Slot, Slots + 1> slots; ///< One more for the quarter that is still running.
+    std::array<Slot, Slots + 1> slots; ///< One more, for the quarter that still runs.
 };

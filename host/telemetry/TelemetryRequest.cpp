@@ -27,15 +27,14 @@ bool isDescription(const QString &path)
     return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
 }
 
-/// The feeds that are asked for; none, with the reasons in `problems`, if a description is
-/// wrong.
+/// The feeds of a request; none, with the reasons in `problems`, if a description is wrong.
 std::vector<std::unique_ptr<Feed>> feedsOf(const TelemetryRequest &request, QStringList &problems)
 {
     std::vector<std::unique_ptr<Feed>> feeds;
     QStringList descriptions = request.feedFiles;
     if (isDescription(request.source))
         descriptions += request.source;
-    // Described feeds come first: who describes one knows better than a guess by length.
+    // Described feeds come first: a description is surer than a guess by length.
     for (const QString &path : qAsConst(descriptions)) {
         std::optional<FeedDescription> description = FeedDescription::load(path, problems);
         if (!description)
@@ -71,7 +70,7 @@ UdpListener::Settings settingsOf(const TelemetryRequest &request,
     }
     for (const auto &feed : feeds) {
         for (const quint16 port : feed->usualPorts()) {
-            // Two feeds may share a port, which opens but once.
+            // Two feeds may share a port, which opens only once.
             if (std::find(settings.ports.begin(), settings.ports.end(), port) ==
                 settings.ports.end())
                 settings.ports.push_back(port);
@@ -80,7 +79,7 @@ UdpListener::Settings settingsOf(const TelemetryRequest &request,
     return settings;
 }
 
-/// "Listening for OutGauge, EGO on UDP ports 4444, 20777 of 127.0.0.1, ::1."
+/// "Listening for OutGauge, EGO on UDP 4444, 20777 of 127.0.0.1, ::1."
 QString announcement(const QStringList &names, std::vector<quint16> ports,
                      const std::vector<QHostAddress> &addresses)
 {
@@ -93,10 +92,8 @@ QString announcement(const QStringList &names, std::vector<quint16> ports,
     for (const QHostAddress &address : addresses)
         places += address.toString();
     const QString comma = QStringLiteral(", ");
-    return QStringLiteral("Listening for %1 on UDP %2 %3 of %4.")
-        .arg(names.join(comma),
-             ports.size() == 1 ? QStringLiteral("port") : QStringLiteral("ports"),
-             numbers.join(comma), places.join(comma));
+    return QStringLiteral("Listening for %1 on UDP %2 of %3.")
+        .arg(names.join(comma), numbers.join(comma), places.join(comma));
 }
 
 std::unique_ptr<TelemetrySource> play(const TelemetryRequest &request, QStringList &problems)
@@ -108,7 +105,7 @@ std::unique_ptr<TelemetrySource> play(const TelemetryRequest &request, QStringLi
         problems += error;
     if (drive == nullptr || feeds.empty())
         return nullptr;
-    constexpr double LongestDrive = 1e8; // Seconds; beyond what nanoseconds can count is far more.
+    constexpr double LongestDrive = 1e8; // Seconds, well within what nanoseconds can count.
     const std::chrono::duration<double> startAt(std::min(request.startAt, LongestDrive));
     return std::make_unique<PlaybackSource>(
         std::move(drive), std::move(feeds),

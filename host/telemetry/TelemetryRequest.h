@@ -10,30 +10,30 @@
 
 class TelemetrySource;
 
-/// Which telemetry is wanted.
+/// Which telemetry a session wants.
 struct TelemetryRequest
 {
     QString source; ///< One of `names()`, or a file: a drive to play, or the description of a feed.
                     ///< Empty is the demo.
     QStringList feedFiles;      ///< Descriptions of further feeds.
-    QHostAddress listenAddress; ///< Of the feeds' ports; null is this computer alone.
-    quint16 port = 0;           ///< In place of the feeds' usual ports; 0 leaves those.
+    QHostAddress listenAddress; ///< Where to listen; null is this computer only.
+    quint16 port = 0;           ///< Instead of the feeds' usual ports; 0 keeps those.
     int demoCars = 1;           ///< Cars that the demo drives in turn.
     double startAt = 180;       ///< Seconds into the telemetry.
-    double speed = 1;           ///< Of a drive in a file, in times of its own pace.
-    bool loop = false;          ///< Play a drive in a file again and again.
+    double speed = 1;           ///< Of a recorded drive; 1 is its own pace.
+    bool loop = false;          ///< Play a recorded drive again and again.
 
-    /// The sources that are no files.
+    /// The sources that have a name.
     static QStringList names();
 
     /// Whether `source` means a file.
     bool isFile() const;
 
-    /// Whether it means a drive.
+    /// Whether that file is a recorded drive.
     bool isDrive() const;
 
-    /// Makes the source, and prints where it listens. What a driver should know goes to `problems`,
-    /// a sentence each; null if no telemetry could ever come.
+    /// Makes the source and prints where it listens. Adds what the driver should know to
+    /// `problems`, a sentence each. Null if no telemetry could ever come.
     std::unique_ptr<TelemetrySource> makeSource(QStringList &problems) const;
 
     /// Listens to games, and prints where. Null if no port is open or a description of a feed can't

@@ -14,7 +14,8 @@ class VehicleNames final : public IRecentVehicleNameProvider
 public:
     QString recentVehicleName() override;
 
-    /// Takes the name of the vehicle that is driven now; a new one is signalled, on this thread.
+    /// Takes the name of the vehicle that is driven now. A new one is signalled on the calling
+    /// thread.
     void report(const QString &name);
 
 private:

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-/// From which length of silence on a game counts as paused, and as gone.
+/// How long a game must be silent to count as paused, then as lost.
 namespace SilenceLimits {
 
 constexpr std::chrono::milliseconds Paused{500};

@@ -4,16 +4,16 @@
 
 class QString;
 
-/// Where a source's telemetry goes. Called on the source's thread, one call at a time.
+/// Receives a source's telemetry, on the source's thread, one call at a time.
 class TelemetrySink
 {
 public:
     virtual ~TelemetrySink() = default;
 
-    /// The newest telemetry and the vehicle that it is about, empty if nobody tells.
+    /// Takes the newest telemetry and the vehicle's name, which is empty if unknown.
     virtual void update(const TelemetrySample &sample, const QString &vehicle) = 0;
 
-    /// Updates should have come and haven't: the game stands still.
+    /// No update has come for a while: the game counts as paused.
     virtual void fallSilent() = 0;
 };
 
@@ -24,6 +24,6 @@ class TelemetrySource
 public:
     virtual ~TelemetrySource() = default;
 
-    /// Lets telemetry flow into `sink`, which outlives the source. Called once.
+    /// Starts to send telemetry to `sink`, which must outlive the source. Called once.
     virtual void start(TelemetrySink &sink) = 0;
 };

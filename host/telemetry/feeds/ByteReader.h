@@ -3,7 +3,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QtEndian>
 
-/// Reads little-endian numbers out of a datagram. Whoever reads knows that the number lies within.
+/// Reads little-endian numbers from a datagram, which must outlive the reader. The caller checks
+/// first that a number lies within.
 class ByteReader
 {
 public:

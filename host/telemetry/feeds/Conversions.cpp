@@ -55,7 +55,7 @@ std::optional<float> kmh(float metresPerSecond)
 
 std::optional<std::uint32_t> rpm(float perMinute)
 {
-    // An engine that is started or stalls may swing back a little.
+    // An engine that starts or stalls may turn back a little.
     const auto speed = within(perMinute, -1000, 100'000);
     return rounded<std::uint32_t>(speed ? std::optional(std::max(*speed, 0.0F)) : std::nullopt);
 }

@@ -14,13 +14,13 @@ namespace Conversions {
 /// `value` if it lies within the limits.
 std::optional<float> within(float value, float low, float high);
 
-/// A share of 1 in percent. A rounding error of the game beyond 0 or 1 is forgiven.
+/// A share of 1 in percent. Rounding errors beyond 0 or 1 are forgiven.
 std::optional<std::uint8_t> percent(float share);
 
-/// Left or right of the middle, -1 to 1, in percent.
+/// -1 to 1, left to right, in percent.
 std::optional<std::int32_t> signedPercent(float share);
 
-/// Seconds up to 100 hours; games that have no time send 0 or a negative number, which is 0 here.
+/// Seconds, up to 100 hours. Negative ones, which some games send for no time, give 0.
 std::optional<std::uint32_t> milliseconds(float seconds);
 
 std::optional<float> kmh(float metresPerSecond);
@@ -28,7 +28,7 @@ std::optional<std::uint32_t> rpm(float perMinute);
 std::optional<float> gravities(float metresPerSecondSquared);
 std::optional<float> degrees(float radians);
 
-/// Radians as a compass shows them, 0 to 360 degrees.
+/// Radians in degrees of a compass, from 0 to below 360.
 std::optional<float> heading(float radians);
 
 /// A count of laps, places or steps, from 0.

@@ -15,7 +15,7 @@ constexpr int SledLength = 232;
 constexpr int DashLength = 311;
 constexpr int HorizonLength = 324;
 constexpr int MotorsportLength = 331;
-constexpr int HorizonGap = 12; ///< Bytes that only Horizon has, in front of the dash part.
+constexpr int HorizonGap = 12; ///< Bytes before the dash part, which only Horizon has.
 constexpr int TyreWearAt = 311;
 
 namespace Sled {
@@ -74,7 +74,7 @@ void fillMotion(VehicleTelemetry &vehicle, const ByteReader &bytes)
     vehicle.heaveG = Conversions::gravities(bytes.real(Sled::AccelerationY)).value_or(0.0F);
     vehicle.surgeG = Conversions::gravities(bytes.real(Sled::AccelerationZ)).value_or(0.0F);
     vehicle.headingDeg = Conversions::heading(bytes.real(Sled::Yaw)).value_or(0.0F);
-    // In the game it grows as the nose goes down.
+    // The game's pitch grows as the nose goes down.
     vehicle.pitchDeg = Conversions::degrees(-bytes.real(Sled::Pitch)).value_or(0.0F);
     vehicle.rollDeg = Conversions::degrees(bytes.real(Sled::Roll)).value_or(0.0F);
     const float velocity = std::hypot(bytes.real(Sled::VelocityX), bytes.real(Sled::VelocityX + 4),

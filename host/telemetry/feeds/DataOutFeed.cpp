@@ -28,7 +28,7 @@ std::optional<FeedSample> DataOutFeed::decode(const QByteArray &payload, TimePoi
     last.sample.limits = defaultDisplayLimits();
     VehicleTelemetry &vehicle = last.sample.vehicle;
     filledFields.hideUnfilled(vehicle);
-    // A first lap is a 0 that counts, but roaming freely has no laps, times nor places.
+    // 0 laps are a first lap, unless the driver roams freely, without position and lap time.
     if ((vehicle.availabilityMask & (Available::Position | Available::CurrentTime)) == 0)
         vehicle.availabilityMask &= ~Available::CompletedLaps;
     return last;

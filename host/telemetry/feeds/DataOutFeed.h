@@ -3,8 +3,8 @@
 #include "Feed.h"
 #include "FilledFields.h"
 
-/// Data Out, with what takes more than one datagram to know: the fields that a game fills, and what
-/// to show while the driver is in a menu.
+/// The feed Data Out. Remembers from datagram to datagram which fields the game fills, and what to
+/// show while the driver is in a menu.
 class DataOutFeed final : public Feed
 {
 public:

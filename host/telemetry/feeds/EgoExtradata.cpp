@@ -12,12 +12,12 @@ namespace {
 using Conversions::Corners;
 using Conversions::WheelOrder;
 
-// In numbers of four bytes.
+// Lengths of datagrams, in numbers of four bytes.
 constexpr int ShortCount = 38;
 constexpr int LongCount = 66;
 constexpr int FormulaCount = 70;
 
-/// Places of the numbers. Of the axes x is to the left, y up and z forward.
+/// Where each number stands. The x axis points left, y up and z forward.
 namespace Place {
 constexpr int Clock = 0;
 constexpr int LapTime = 1;
@@ -47,7 +47,7 @@ constexpr int LastLap = 62;
 constexpr int MaxEngineSpeed = 63;
 constexpr int IdleEngineSpeed = 64;
 constexpr int Gears = 65;
-constexpr int DrsAllowed = 67; ///< In Formula games only, as the next one.
+constexpr int DrsAllowed = 67; ///< This and the next one only in Formula games.
 constexpr int Flag = 69;
 } // namespace Place
 
@@ -73,18 +73,18 @@ private:
     ByteReader bytes;
 };
 
-/// What a datagram is beyond its numbers.
+/// Which kind of datagram it is.
 struct Kind
 {
     int count = 0;          ///< Of numbers.
-    bool isFormula = false; ///< Otherwise of a rally game, or of one that sends the same.
+    bool isFormula = false; ///< Otherwise of a rally game, or one that sends the same.
 };
 
 Kind kindOf(const QByteArray &datagram)
 {
     const int count = datagram.size() / 4;
-    // There are rally games, too, that send so many. What would be too slow for an engine of any
-    // Formula car is in radians per second there.
+    // Some rally games send as many numbers. Their engine speeds, in radians per second, are lower
+    // than the 1/min of any Formula car.
     constexpr float SlowestFormula = 2000;
     const bool isRally =
         count == FormulaCount &&
@@ -113,10 +113,10 @@ std::int8_t formulaGear(float code)
     return static_cast<std::int8_t>(known ? std::lround(*known) - 1 : 0);
 }
 
-/// What attitude the unit vectors to the right and forward show.
+/// Sets pitch, roll and heading from the unit vectors that point right and forward.
 void fillAttitude(VehicleTelemetry &vehicle, const Numbers &numbers)
 {
-    // From -1 to 1, but for what calculating adds.
+    // From -1 to 1, plus rounding errors.
     const auto part = [&](int place) {
         const auto known = Conversions::within(numbers[place], -1.01F, 1.01F);
         return known ? std::optional(std::clamp(*known, -1.0F, 1.0F)) : std::nullopt;

@@ -7,13 +7,14 @@
 #include <cstdint>
 #include <optional>
 
-/// The datagrams of games on the EGO engine: of rally games with extradata 3 or 1, and of the
-/// Formula games of 2015 and 2016, which are nearly the same. Length and engine tell which.
+/// Decodes the datagrams of games on the EGO engine: rally games with extradata 3 or 1, and the
+/// Formula games of 2015 and 2016, which send nearly the same. Length and engine speed tell them
+/// apart.
 namespace EgoExtradata {
 
-/// What one datagram says. Fields without a bit in the availability mask are 0 where the datagram
-/// holds no such number; a bit says only that there is a number, which many games never fill. The
-/// record's limits are left empty.
+/// What a datagram says. A value that it lacks is 0, and the value's availability bit, if it has
+/// one, is clear. A set bit means only that there is a number: many games never fill it. `limits`
+/// stays empty.
 struct Reading
 {
     TelemetrySample sample;
@@ -22,10 +23,10 @@ struct Reading
     std::int32_t gears = 0;    ///< Forward gears; 0 if they aren't sent.
 };
 
-/// By length and content.
+/// Whether a datagram is extradata, judged by length and content.
 bool accepts(const QByteArray &datagram);
 
-/// Nothing if the datagram isn't accepted.
+/// Nothing if the datagram isn't accepted. Any bytes are safe.
 std::optional<Reading> decode(const QByteArray &datagram);
 
 } // namespace EgoExtradata

@@ -12,7 +12,8 @@ std::optional<FeedSample> EgoFeed::decode(const QByteArray &payload, TimePoint t
     const std::optional<EgoExtradata::Reading> reading = EgoExtradata::decode(payload);
     if (!reading)
         return std::nullopt;
-    // No car is named, but its engine and gearbox tell cars apart well enough to keep a dashboard.
+    // Cars have no names, but engine and gearbox tell them apart well enough to remember a
+    // dashboard.
     const Engine now{reading->sample.vehicle.maxRpm, reading->idleRpm, reading->gears};
     if (now != engine) {
         restart();
@@ -32,8 +33,8 @@ std::optional<FeedSample> EgoFeed::decode(const QByteArray &payload, TimePoint t
     return sample;
 }
 
-/// Datagrams without the maximum don't tell cars apart either, but a driver changes the car only
-/// between two stages.
+/// Datagrams without the maximum don't tell cars apart either. Drivers change cars only between two
+/// stages, so that each stage learns anew.
 void EgoFeed::learnMaximum(VehicleTelemetry &now, float clock, TimePoint time)
 {
     if (clock < lastClock)

@@ -5,8 +5,8 @@
 #include "FilledFields.h"
 #include "RevLimits.h"
 
-/// EGO extradata, with what takes more than one datagram to know: the fields that a game fills, and
-/// the highest engine speed where it isn't sent.
+/// The feed EGO extradata. Remembers from datagram to datagram which fields the game fills, and
+/// learns the highest engine speed where it isn't sent.
 class EgoFeed final : public Feed
 {
 public:

@@ -9,15 +9,15 @@
 #include <optional>
 #include <vector>
 
-/// What one datagram tells.
+/// What a datagram says.
 struct FeedSample
 {
     TelemetrySample sample;
-    QString vehicle; ///< Empty if the feed doesn't tell which vehicle is driven.
+    QString vehicle; ///< Empty if the feed doesn't say which vehicle is driven.
 };
 
-/// One format in which simulators send telemetry over UDP: a datagram is an update. Used by one
-/// thread at a time.
+/// A format in which simulators send telemetry over UDP, one update a datagram. One thread at a
+/// time.
 class Feed
 {
 public:
@@ -28,17 +28,16 @@ public:
     /// What people call the format. Not translated.
     virtual QString name() const = 0;
 
-    /// The ports that games with this feed are set to unless the driver changes them.
+    /// The UDP ports that games with this feed send to unless the driver changes them.
     virtual std::vector<quint16> usualPorts() const = 0;
 
-    /// Whether a datagram is of this format, going by length and content. Remembers nothing.
+    /// Whether a datagram has this format, judged by length and content. Remembers nothing.
     virtual bool accepts(const QByteArray &payload) const = 0;
 
-    /// Reads a datagram that came at `time`; nothing if it isn't of this format. Any bytes are
-    /// safe. May learn about the vehicle from one datagram to the next.
+    /// Decodes a datagram that came at `time`; nothing if it has another format. Any bytes are
+    /// safe. May learn about the vehicle from datagram to datagram.
     virtual std::optional<FeedSample> decode(const QByteArray &payload, TimePoint time) = 0;
 
-    /// Another game begins to send: what was learnt from the datagrams of the last one no longer
-    /// counts.
+    /// Forgets what was learnt from earlier datagrams, since another game begins to send.
     virtual void restart() {}
 };

@@ -7,8 +7,8 @@
 
 namespace {
 
-/// Engine speeds were taken for tenths of 1/min while they are radians per second. One that is
-/// rounded now may have been rounded up or down then.
+/// Earlier versions took engine speeds, which are radians per second, for tenths of 1/min. A speed
+/// that is rounded now may have been rounded up or down then.
 QStringList formerSpeeds(const QString &rpm)
 {
     constexpr double Former = 10 / 9.549297;
@@ -32,8 +32,8 @@ QStringList formerEgoNames(const QString &maxRpm, const QString &idleRpm, const 
     return names;
 }
 
-/// The bytes of a mod's number stood in the other order. They ended at a zero, so that several mods
-/// had one name; such a name is nobody's.
+/// Earlier versions wrote the bytes of a mod's number in the other order and stopped at a zero, so
+/// that several mods shared a name. Such a name tells nothing.
 QStringList formerModNames(const QString &number)
 {
     QByteArray bytes = QByteArray::fromHex(number.toLatin1());

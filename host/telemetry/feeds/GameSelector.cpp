@@ -146,8 +146,8 @@ void GameSelector::warnOfUnknownFormat(const QByteArray &datagram, const Datagra
     if (warnedLengths.size() >= MostWarnings || warnedLengths.contains(datagram.size()))
         return;
     warnedLengths.insert(datagram.size());
-    qWarning().noquote() << QStringLiteral("Port %1 gets datagrams of %2 bytes from %3 that are in "
-                                           "no format known here.")
+    qWarning().noquote() << QStringLiteral("Port %1 receives datagrams of %2 bytes from %3 in an "
+                                           "unknown format.")
                                 .arg(sender.toPort)
                                 .arg(datagram.size())
                                 .arg(nameOf(sender));
@@ -157,8 +157,8 @@ void GameSelector::warnOfSecondGame(const Datagram::Sender &sender, const Feed *
 {
     if (std::exchange(warnedOfSecondGame, true))
         return;
-    qWarning().noquote() << QStringLiteral("A second game sends %1 from %2. It must wait until %3 "
-                                           "from %4 is silent.")
+    qWarning().noquote() << QStringLiteral("A second game sends %1 from %2. It is ignored until "
+                                           "%3 from %4 is silent.")
                                 .arg(feed->name(), nameOf(sender), selectedFeed->name(),
                                      nameOf(selectedSender));
 }

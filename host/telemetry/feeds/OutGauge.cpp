@@ -42,7 +42,7 @@ bool isText(const QByteArray &code)
     });
 }
 
-/// Four letters; or three and a zero; or a mod's number, which has 24 bits.
+/// Four letters, three and a zero, or a mod's number of 24 bits and a zero.
 bool isCar(const QByteArray &code)
 {
     return code.endsWith('\0') || isText(code);
@@ -58,7 +58,7 @@ QString nameOf(const QByteArray &code)
                        : QStringLiteral("%1").arg(number, 6, 16, QLatin1Char('0')).toUpper();
 }
 
-/// The gear of a code; 0 for one that is none, as of a second reverse gear.
+/// 0 for a code that is no gear, such as a second reverse gear.
 std::int8_t gearOf(quint8 code)
 {
     return code <= HighestGear ? static_cast<std::int8_t>(code - 1) : std::int8_t{0};

@@ -7,11 +7,11 @@
 
 #include <optional>
 
-/// The datagrams of OutGauge, which Live for Speed and BeamNG.drive send.
+/// Decodes OutGauge, which Live for Speed and BeamNG.drive send.
 namespace OutGauge {
 
-/// What one datagram says. Fields without a bit in the availability mask are 0 where the datagram
-/// holds no such number.
+/// What a datagram says. A value that it lacks is 0, and the value's availability bit, if it has
+/// one, is clear.
 struct Reading
 {
     TelemetrySample sample;     ///< Without limits and maximum rpm, which OutGauge doesn't send.
@@ -20,10 +20,11 @@ struct Reading
     bool hasShiftLight = false; ///< Whether the car has one.
 };
 
-/// By length and content: 92 bytes, or 96 with an id. OutSim can have 92 as well.
+/// Whether a datagram is OutGauge, judged by length, 92 bytes or 96 with an id, and content, since
+/// OutSim can have 92 bytes too.
 bool accepts(const QByteArray &datagram);
 
-/// Nothing if the datagram isn't accepted.
+/// Nothing if the datagram isn't accepted. Any bytes are safe.
 std::optional<Reading> decode(const QByteArray &datagram);
 
 } // namespace OutGauge

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What BeamNG.drive calls each of its cars.
+/// The code that BeamNG.drive sends for every car.
 const QLatin1String AnyBeamCar("beam");
 
 } // namespace
@@ -69,7 +69,7 @@ DisplayLimits OutGaugeFeed::limits() const
     const std::uint32_t maximum = kept.maximum();
     if (maximum == 0)
         return limits;
-    // Without a shift light only what was never seen before is too much.
+    // Without a shift light only speeds above the highest one seen are too high.
     const auto blinking = kept.shiftLight != 0
                               ? static_cast<int>(std::lround(100.0 * kept.shiftLight / maximum))
                               : 100;

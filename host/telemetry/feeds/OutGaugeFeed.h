@@ -8,7 +8,7 @@
 
 class RevLimitStore;
 
-/// OutGauge, with what takes more than one datagram to know: the limits of the car's engine.
+/// The feed OutGauge. Learns the limits of each car's engine, which games don't send.
 class OutGaugeFeed final : public Feed
 {
 public:
@@ -29,10 +29,9 @@ private:
     std::unique_ptr<RevLimitStore> store;
     RevLimitLearner learner;
     RevLimits kept;
-    FilledFields filledFields{
-        Available::FuelLevel}; ///< Servers can keep the fuel of cars to themselves.
+    FilledFields filledFields{Available::FuelLevel}; ///< Which a server may hide.
     QString car;
     bool hasCar = false;
     QString vehicle;
-    QString storedAs; ///< Empty if the code tells nothing of the car.
+    QString storedAs; ///< Empty if the code doesn't tell cars apart.
 };

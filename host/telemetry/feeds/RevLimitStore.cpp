@@ -13,7 +13,7 @@ const QLatin1String Highest("highest");
 const QLatin1String ShiftLight("shiftLight");
 const QLatin1String FullShifts("fullShifts");
 
-/// A number of the file, which anybody may have edited.
+/// A number in the file, which may have been edited by hand.
 std::uint32_t readNumber(const QSettings &settings, const QString &key, std::uint32_t most)
 {
     const std::uint32_t number = settings.value(key).toUInt();

@@ -8,8 +8,8 @@
 #include <chrono>
 #include <functional>
 
-/// Keeps what was learnt of cars from session to session, in an INI file. A file that can't be read
-/// or written costs only the learning. One thread at a time.
+/// Keeps the limits of cars from session to session, in an INI file. What can't be read or written
+/// must be learnt anew. One thread at a time.
 class RevLimitStore
 {
 public:
@@ -17,7 +17,7 @@ public:
     using Clock = std::function<TimePoint()>;
 
     static constexpr std::chrono::seconds WritingPause{30};
-    static constexpr int MostCars = 500; ///< Further ones are forgotten at the end.
+    static constexpr int MostCars = 500; ///< Further ones aren't kept.
 
     /// Reads the file. `clock` tells when it is time to write again.
     explicit RevLimitStore(QString path, Clock clock = &std::chrono::steady_clock::now);
@@ -27,13 +27,13 @@ public:
     RevLimitStore(const RevLimitStore &) = delete;
     RevLimitStore &operator=(const RevLimitStore &) = delete;
 
-    /// The file of the user's settings where the host keeps it.
+    /// The host's file, among the user's settings.
     static QString usualPath();
 
-    /// What is known of a car; all 0 if nothing is.
+    /// The known limits of a car; all 0 if there are none.
     RevLimits limitsOf(const QString &car) const;
 
-    /// Takes what is known now, and writes the file if the last time is long enough ago.
+    /// Takes what is known now, and writes the file if `WritingPause` is over.
     void keep(const QString &car, const RevLimits &limits);
 
 private:

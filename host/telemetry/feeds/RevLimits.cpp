@@ -8,7 +8,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr std::uint32_t EnoughFullShifts = 3;
-constexpr std::uint32_t SlowestLimit = 1000; // 1/min, of any engine's
+constexpr std::uint32_t SlowestLimit = 1000; // 1/min, of any engine
 constexpr std::uint32_t FastestLimit = 30'000;
 constexpr std::uint32_t SameRpm = 50; // The light comes on between two datagrams.
 constexpr int FullThrottle = 90;      // percent
@@ -39,7 +39,7 @@ void RevLimitLearner::see(const VehicleTelemetry &vehicle, bool shiftLight, Time
         last = beforeLast = moment;
     seen = true;
 
-    // One wild number would stand for ever, so it takes three.
+    // A single wrong number would count for ever, so it takes three in a row.
     const std::uint32_t sure = std::min({moment.rpm, last.rpm, beforeLast.rpm});
     if (sure <= FastestLimit)
         learnt.highest = std::max(learnt.highest, sure);
@@ -61,8 +61,8 @@ void RevLimitLearner::see(const VehicleTelemetry &vehicle, bool shiftLight, Time
     last = moment;
 }
 
-/// Drivers lift or press the clutch to shift, and may pass neutral. What tells an upshift is full
-/// throttle in a gear, and soon afterwards in the next one, where the engine turns slower.
+/// Drivers lift or press the clutch to shift, and may pass through neutral. An upshift is full
+/// throttle in a gear, and soon afterwards in the next one at a lower engine speed.
 void RevLimitLearner::seePull(const Moment &now)
 {
     if (lastPull.gear >= 1 && now.gear == lastPull.gear + 1 &&

@@ -5,15 +5,15 @@
 #include <chrono>
 #include <cstdint>
 
-/// What has been learnt of a car's engine whose game doesn't tell its limits.
+/// What was learnt about a car's engine because its game doesn't send the limits.
 struct RevLimits
 {
     std::uint32_t highest = 0;    ///< 1/min, the highest seen.
     std::uint32_t shiftLight = 0; ///< 1/min, where the shift light comes on; 0 if it never did.
     std::uint32_t fullShifts = 0; ///< Times that the driver shifted up at full throttle.
 
-    /// 1/min, 0 as long as too little has been seen: the highest number of a car that was only
-    /// parked would put its idle speed into the red.
+    /// The highest engine speed, 1/min; 0 until enough was seen. The highest speed of a parked car
+    /// would put its idle speed into the red.
     std::uint32_t maximum() const;
 
     bool operator==(const RevLimits &other) const
@@ -23,16 +23,16 @@ struct RevLimits
     }
 };
 
-/// Learns the limits of the car that is driven, from one datagram to the next.
+/// Learns the limits of the car that is driven, from datagram to datagram. One thread at a time.
 class RevLimitLearner
 {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    /// A car is driven of which `limits` are known.
+    /// Starts over with a car of which `limits` are known.
     void restart(const RevLimits &limits);
 
-    /// Takes what a datagram tells that came at `time`; `shiftLight` is whether it is on.
+    /// Learns from a datagram that came at `time`.
     void see(const VehicleTelemetry &vehicle, bool shiftLight, TimePoint time);
 
     const RevLimits &limits() const { return learnt; }
@@ -51,6 +51,6 @@ private:
     RevLimits learnt;
     Moment last;
     Moment beforeLast;
-    Moment lastPull; ///< At full throttle in a forward gear; in gear 0 until there was one.
+    Moment lastPull; ///< The last one at full throttle in a forward gear; gear 0 if none yet.
     bool seen = false;
 };

@@ -15,13 +15,14 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr int LongestDatagram = 65'507;
-constexpr std::chrono::milliseconds LongestReading{5}; ///< Without handing anything on.
+constexpr std::chrono::milliseconds LongestReading{5}; ///< Before an update is handed on.
 
 /// Why a port could not be opened, unless another program has it.
 QString problemOf(const QUdpSocket &socket, const QHostAddress &address, quint16 port)
 {
     if (socket.error() == QAbstractSocket::SocketAddressNotAvailableError)
-        return QStringLiteral("%1 is no address of this computer, so nothing can be heard there.")
+        return QStringLiteral("%1 is not an address of this computer, so nothing can be received "
+                              "there.")
             .arg(address.toString());
     return QStringLiteral("UDP port %1 of %2 could not be opened: %3.")
         .arg(QString::number(port), address.toString(), socket.errorString());
@@ -33,7 +34,7 @@ QHostAddress anyOfItsKind(const QHostAddress &address)
     return isIpv4 ? QHostAddress::AnyIPv4 : QHostAddress::AnyIPv6;
 }
 
-/// Joins a group in every network that the computer is in. True if any took it.
+/// Joins a group on every network interface. True if any joined.
 bool join(QUdpSocket &socket, const QHostAddress &group)
 {
     bool isMember = false;
@@ -48,27 +49,24 @@ bool join(QUdpSocket &socket, const QHostAddress &group)
     return isMember;
 }
 
-/// Ports that other programs have, with all addresses of which that is true.
+/// Ports that other programs use, and the addresses on which they do.
 struct PortsInUse
 {
     QStringList ports;
     QStringList addresses;
 };
 
-/// A sentence for all of them: a second host on the same computer finds every port in use.
+/// One sentence for all of them, since a second host finds every port in use.
 QString problemOf(const PortsInUse &inUse)
 {
     const QString comma = QStringLiteral(", ");
-    const bool isOne = inUse.ports.size() == 1;
-    return QStringLiteral("UDP %1 %2 of %3 %4 in use by another program, so no telemetry comes in "
-                          "there. 'ss -lunp sport = :%5' shows by which; on Windows 'netstat -ano "
-                          "-p udp'.")
-        .arg(isOne ? QStringLiteral("port") : QStringLiteral("ports"), inUse.ports.join(comma),
-             inUse.addresses.join(comma), isOne ? QStringLiteral("is") : QStringLiteral("are"),
-             inUse.ports.constFirst());
+    return QStringLiteral(
+               "UDP %1 of %2: in use by another program, so no telemetry comes in there. "
+               "'ss -lunp sport = :%3' shows which one; on Windows 'netstat -ano -p udp'.")
+        .arg(inUse.ports.join(comma), inUse.addresses.join(comma), inUse.ports.constFirst());
 }
 
-/// The part that lives on the listening thread.
+/// Receives datagrams on the listening thread.
 class Receiver final : public QObject
 {
 public:
@@ -84,17 +82,17 @@ public:
         connect(&silence, &QTimer::timeout, this, [this] { checkSilence(); });
     }
 
-    /// Opens a port. If it can't be the result is 0, and it is among those in use or, if that is
-    /// worth telling, an error.
+    /// Opens a port and gives its number. If that fails it is 0, and the port is added to `inUse`
+    /// or the reason to `errors`.
     quint16 open(const QHostAddress &address, quint16 port, QStringList &inUse, QStringList &errors)
     {
         auto socket = std::make_unique<QUdpSocket>();
-        // Windows binds to no group.
+        // Windows can't bind to a group.
         const QHostAddress bound = !address.isMulticast() ? address : anyOfItsKind(address);
         if (!socket->bind(bound, port, QAbstractSocket::DontShareAddress)) {
             if (socket->error() == QAbstractSocket::AddressInUseError)
                 inUse += QString::number(port);
-            // Not every computer speaks IPv6, and then no game does.
+            // Where a computer has no IPv6, no game uses it.
             else if (address != QHostAddress(QHostAddress::LocalHostIPv6))
                 errors += problemOf(*socket, address, port);
             return 0;
@@ -216,9 +214,9 @@ void UdpListener::run(std::vector<std::unique_ptr<Feed>> feeds, const Settings &
     }
     for (const PortsInUse &inUse : allInUse)
         result.errors += problemOf(inUse);
-    // Every port of an address that isn't this computer's says the same.
+    // An address that isn't this computer's gives the same error for each port.
     result.errors.removeDuplicates();
     opened.set_value(std::move(result));
-    // Behind this line the constructor's arguments may be gone.
+    // From here on the constructor's arguments may be gone.
     thread.serveUntilStopped();
 }

@@ -14,8 +14,8 @@
 #include <memory>
 #include <vector>
 
-/// Listens for the telemetry of games on UDP ports, on a thread of its own. What comes faster than
-/// it can be handed on is skipped in favour of the newest.
+/// Receives games' telemetry on UDP ports, on a thread of its own. When datagrams come faster than
+/// they can be handed on, only the newest counts.
 class UdpListener final : public TelemetrySource
 {
 public:
@@ -23,26 +23,26 @@ public:
 
     struct Settings
     {
-        std::vector<QHostAddress> addresses; ///< Each with all the ports.
-        std::vector<quint16> ports;          ///< 0 is any that is free.
+        std::vector<QHostAddress> addresses; ///< Each with all ports.
+        std::vector<quint16> ports;          ///< 0 is any free one.
 
         /// Gets every datagram as it comes, whatever is in it, on the listening thread.
         Tap tap = {};
     };
 
-    /// Opens the ports.
+    /// Opens the ports, and returns once that is done.
     UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Settings &settings);
 
     /// Whether any port is open.
     bool isListening() const { return !openPorts.empty(); }
 
-    /// The open ports, one for each address and port that was wished for and is open, in order.
+    /// The open ports, in the order of `Settings`; one that is open on two addresses comes twice.
     const std::vector<quint16> &ports() const { return openPorts; }
 
     /// The addresses on which any of them is open.
     const std::vector<QHostAddress> &addresses() const { return openAddresses; }
 
-    /// What went wrong, a sentence each, for the driver.
+    /// What went wrong, for the driver, a sentence each.
     const QStringList &errors() const { return problems; }
 
     void start(TelemetrySink &sink) override;

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr quint32 PcapngMagic = 0x0a0d0d0a; ///< The same in either byte order.
-constexpr int RawIpInFiles = 101;           ///< libpcap has another number for it on each system.
+constexpr int RawIpInFiles = 101; ///< In files; libpcap's own number differs between systems.
 
 std::optional<LinkLayer> linkLayer(int type)
 {
@@ -37,7 +37,7 @@ std::optional<LinkLayer> linkLayer(int type)
 
 std::chrono::nanoseconds timeOf(const pcap_pkthdr &packet)
 {
-    // Some formats have room for seconds that nanoseconds can't count.
+    // A file may hold more seconds than nanoseconds can count.
     constexpr qint64 MostSeconds = 9'000'000'000;
     const std::chrono::seconds seconds(
         std::clamp(qint64{packet.ts.tv_sec}, qint64{0}, MostSeconds));
@@ -49,11 +49,6 @@ QString nameOf(int linkType)
     return QString::fromLatin1(pcap_datalink_val_to_description_or_dlt(linkType));
 }
 
-QString counted(int count, const QString &one, const QString &several)
-{
-    return count == 1 ? one : several.arg(count);
-}
-
 } // namespace
 
 void CaptureReader::Close::operator()(pcap *opened) const
@@ -63,7 +58,7 @@ void CaptureReader::Close::operator()(pcap *opened) const
 
 bool CaptureReader::recognises(const QByteArray &beginning)
 {
-    // Seconds with micro- and nanoseconds, then blocks.
+    // pcap with microseconds, with nanoseconds, and pcapng.
     constexpr std::array<quint32, 3> Magics{0xa1b2c3d4, 0xa1b23c4d, PcapngMagic};
     if (beginning.size() < int(sizeof(quint32)))
         return false;
@@ -100,7 +95,7 @@ QString CaptureReader::openCapture()
     }
     std::array<char, PCAP_ERRBUF_SIZE> reason{};
 #ifdef Q_OS_WIN
-    // Names and messages are of the system's code page otherwise, which can't say every name.
+    // Otherwise names and messages are in the system's code page, which lacks characters.
     pcap_init(PCAP_CHAR_ENC_UTF_8, reason.data());
     const QByteArray name = path.toUtf8();
 #else
@@ -109,15 +104,14 @@ QString CaptureReader::openCapture()
     capture.reset(pcap_open_offline_with_tstamp_precision(
         name.constData(), PCAP_TSTAMP_PRECISION_NANO, reason.data()));
     if (capture == nullptr) {
-        return QStringLiteral("is no capture that can be read: %1.")
+        return QStringLiteral("can't be read as a capture: %1.")
             .arg(QString::fromLocal8Bit(reason.data()));
     }
     const int type = pcap_datalink(capture.get());
     if (linkLayer(type))
         return {};
-    return QStringLiteral(
-               "holds packets of a kind that isn't read here: %1. Capture on an Ethernet "
-               "or loopback device.")
+    return QStringLiteral("holds packets of an unsupported kind: %1. Capture on an Ethernet or "
+                          "loopback device.")
         .arg(nameOf(type));
 }
 
@@ -126,7 +120,7 @@ std::optional<Datagram> CaptureReader::next()
     while (const std::optional<PcapngReader::Packet> captured = nextPacket()) {
         const std::optional<LinkLayer> link = linkLayer(captured->linkType);
         if (!link) {
-            ++foreign[captured->linkType];
+            ++unsupported[captured->linkType];
             continue;
         }
         CapturedPacket packet = decodePacket(*link, captured->bytes);
@@ -170,7 +164,7 @@ void CaptureReader::rewind()
 {
     fragments = 0;
     truncated = 0;
-    foreign.clear();
+    unsupported.clear();
     failure = openCapture();
     if (!failure.isEmpty())
         capture.reset();
@@ -179,21 +173,14 @@ void CaptureReader::rewind()
 QStringList CaptureReader::remarks() const
 {
     QStringList lines;
-    if (fragments > 0) {
-        lines +=
-            counted(fragments, QStringLiteral("1 piece of a fragmented packet was passed over."),
-                    QStringLiteral("%1 pieces of fragmented packets were passed over."));
-    }
-    if (truncated > 0) {
-        lines += counted(truncated, QStringLiteral("1 packet is cut off and was passed over."),
-                         QStringLiteral("%1 packets are cut off and were passed over."));
-    }
-    for (const auto &[linkType, count] : foreign) {
-        lines +=
-            counted(count,
-                    QStringLiteral("1 packet of a kind that isn't read here was passed over"),
-                    QStringLiteral("%1 packets of a kind that isn't read here were passed over")) +
-            QStringLiteral(": %1.").arg(nameOf(linkType));
+    if (fragments > 0)
+        lines += QStringLiteral("Fragments of packets, which are skipped: %1.").arg(fragments);
+    if (truncated > 0)
+        lines += QStringLiteral("Packets that are cut off and skipped: %1.").arg(truncated);
+    for (const auto &[linkType, count] : unsupported) {
+        lines += QStringLiteral("Packets of an unsupported kind, %1, which are skipped: %2.")
+                     .arg(nameOf(linkType))
+                     .arg(count);
     }
     if (!failure.isEmpty())
         lines += QStringLiteral("The capture ends early: %1.").arg(failure);

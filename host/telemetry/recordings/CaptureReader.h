@@ -11,15 +11,15 @@
 
 struct pcap;
 
-/// Reads the UDP datagrams out of a capture, our own or another tool's: pcap or pcapng.
+/// Reads the UDP datagrams of a capture, pcap or pcapng, that this host or another tool wrote.
 class CaptureReader final : public DatagramReader
 {
 public:
-    /// Whether a file that begins with these bytes means to be a capture.
+    /// Whether a file that begins with these bytes looks like a capture.
     static bool recognises(const QByteArray &beginning);
 
-    /// Nothing if the file can't be read as a capture; `error` then says so in one line that goes
-    /// on after the file's name.
+    /// Null if the file can't be read as a capture; `error` is then a line to follow the file's
+    /// name.
     static std::unique_ptr<CaptureReader> open(const QString &path, QString &error);
 
     std::optional<Datagram> next() override;
@@ -43,6 +43,6 @@ private:
     std::unique_ptr<PcapngReader> blocks; ///< Of a pcapng file.
     int fragments = 0;
     int truncated = 0;
-    std::map<int, int> foreign; ///< Packets that were passed over, by link type.
-    QString failure;            ///< Why the capture ended early; empty if it didn't.
+    std::map<int, int> unsupported; ///< Skipped packets, by link type.
+    QString failure;                ///< Why the capture ended early; empty if it didn't.
 };

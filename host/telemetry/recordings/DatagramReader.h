@@ -15,14 +15,14 @@ public:
     DatagramReader(const DatagramReader &) = delete;
     DatagramReader &operator=(const DatagramReader &) = delete;
 
-    /// The next datagram, or nothing at the end. Times are the file's own: they may jump, and run
-    /// backwards.
+    /// The next datagram, or nothing at the end. Times are the file's own: they may jump and run
+    /// back.
     virtual std::optional<Datagram> next() = 0;
 
     /// Starts over from the first datagram.
     virtual void rewind() = 0;
 
-    /// What the user should know of what was read since the start: one line each, such as how much
-    /// was damaged. Whole only at the end.
+    /// What the user should know about the file, such as how much is damaged: one line each.
+    /// Complete only at the end.
     virtual QStringList remarks() const = 0;
 };

@@ -12,16 +12,16 @@ namespace {
 
 using Nanoseconds = DrivePlayer::Nanoseconds;
 
-/// Datagrams to decode before the caller may stop; the way to `startAt` can be a long one.
+/// Datagrams that one call decodes, so that the caller can stop on a long way to `startAt`.
 constexpr int LongestTurn = 10'000;
 
-/// At many times the drive's pace updates come faster than anything could show them.
+/// A fast drive has more updates than anything could show.
 constexpr std::chrono::milliseconds ShortestWait(2);
 
-/// Well within what counts as a pause to whoever goes by the clock on the wall.
+/// Well below what counts as a pause in real time.
 constexpr std::chrono::milliseconds LongestWait = SilenceLimits::Paused / 2;
 
-GameSelector::TimePoint onTheDrivesClock(Nanoseconds place)
+GameSelector::TimePoint onDriveClock(Nanoseconds place)
 {
     return GameSelector::TimePoint(
         std::chrono::duration_cast<GameSelector::TimePoint::duration>(place));
@@ -49,7 +49,7 @@ std::optional<Nanoseconds> DrivePlayer::advance(Nanoseconds elapsed, TelemetrySi
     if (!all && playback.isSkipping())
         return elapsed;
     if (all)
-        hear(onTheDrivesClock(playback.placeAt(elapsed)));
+        noticeSilence(onDriveClock(playback.placeAt(elapsed)));
     const std::optional<Nanoseconds> repetition = nextRepetition();
     if (isNews || (repetition && *repetition <= elapsed)) {
         sink.update(newest->sample, newest->vehicle);
@@ -58,24 +58,24 @@ std::optional<Nanoseconds> DrivePlayer::advance(Nanoseconds elapsed, TelemetrySi
     }
     if (silence == Silence::Noticed) {
         sink.fallSilent();
-        silence = Silence::Told;
+        silence = Silence::Reported;
     }
-    tell();
+    report();
     return all ? nextMoment(elapsed) : elapsed;
 }
 
-/// Decodes what is due; false if there is more of it.
+/// Decodes what is due; false if more of it is left.
 bool DrivePlayer::takeDue(Nanoseconds elapsed)
 {
     for (int i = 0; i < LongestTurn; ++i) {
         const std::optional<Datagram> datagram = playback.take(elapsed);
         if (!datagram)
             return true;
-        const GameSelector::TimePoint time = onTheDrivesClock(datagram->time);
-        hear(time);
+        const GameSelector::TimePoint time = onDriveClock(datagram->time);
+        noticeSilence(time);
         if (!games.offer(datagram->payload, datagram->sender, time))
             continue;
-        // Each one is decoded: a feed may learn from it.
+        // Every one is decoded, since feeds learn from datagrams.
         if (std::optional<FeedSample> sample = games.takeNewest()) {
             newest = std::move(sample);
             isNews = true;
@@ -87,7 +87,7 @@ bool DrivePlayer::takeDue(Nanoseconds elapsed)
 }
 
 /// Notices silence up to a moment, as a listener does between two datagrams.
-void DrivePlayer::hear(GameSelector::TimePoint time)
+void DrivePlayer::noticeSilence(GameSelector::TimePoint time)
 {
     GameSelector::Silence heard = GameSelector::Silence::None;
     while ((heard = games.checkSilence(time)) != GameSelector::Silence::None) {
@@ -96,7 +96,7 @@ void DrivePlayer::hear(GameSelector::TimePoint time)
     }
 }
 
-/// When the last update is to be repeated; nothing if it isn't.
+/// When to repeat the last update; nothing if not at all.
 std::optional<Nanoseconds> DrivePlayer::nextRepetition() const
 {
     if (!isSlow || !newest || silence != Silence::None)
@@ -118,26 +118,26 @@ std::optional<Nanoseconds> DrivePlayer::nextMoment(Nanoseconds elapsed)
     return std::max(*next, elapsed + ShortestWait);
 }
 
-/// Tells the user once what there is to tell of the file.
-void DrivePlayer::tell()
+/// Reports what is remarkable about the file, and its end, once each.
+void DrivePlayer::report()
 {
-    if (!toldRemarks && playback.isRoundOver()) {
-        toldRemarks = true;
+    if (!reportedRemarks && playback.isRoundOver()) {
+        reportedRemarks = true;
         const QStringList remarks = playback.remarks();
         for (const QString &remark : remarks)
             qWarning().noquote() << QStringLiteral("The drive: ") + remark;
         if (!anyUnderstood)
-            qWarning("The drive holds no telemetry in a format that is known here.");
+            qWarning("The drive holds no telemetry in a known format.");
     }
-    if (toldEnd || !playback.atEnd())
+    if (reportedEnd || !playback.atEnd())
         return;
-    toldEnd = true;
+    reportedEnd = true;
     if (playback.startsBeyondEnd()) {
         qWarning().noquote() << QStringLiteral("The drive lasts only %1 seconds, so there is "
-                                               "nothing to play from --start-at on.")
+                                               "nothing to play after --start-at.")
                                     .arg(shown(playback.length()));
     } else {
         qWarning().noquote()
-            << QStringLiteral("The drive is over after %1 seconds.").arg(shown(playback.length()));
+            << QStringLiteral("The drive ended after %1 seconds.").arg(shown(playback.length()));
     }
 }

@@ -9,8 +9,8 @@
 
 class TelemetrySink;
 
-/// Plays a drive through the decoding that live telemetry takes. Time comes in as an argument. Used
-/// by one thread at a time.
+/// Plays a recorded drive through the same decoding as live telemetry. Time comes in as an
+/// argument. One thread at a time.
 class DrivePlayer
 {
 public:
@@ -19,21 +19,20 @@ public:
     DrivePlayer(std::unique_ptr<DatagramReader> reader, std::vector<std::unique_ptr<Feed>> feeds,
                 const Playback::Settings &settings);
 
-    /// Hands on what is due `elapsed` after the start: of several updates the newest, as a
-    /// dashboard shows no other. Slower than the drive's own pace the last one is repeated, as
-    /// updates must not come further apart than live ones. The result is the moment at which to
-    /// call again, or nothing when all is over.
+    /// Decodes what is due `elapsed` after the start, and hands the newest update to `sink`. A
+    /// drive that plays slower than its own pace repeats updates, so that it doesn't count as
+    /// paused. The result is when to call again, or nothing once all is over.
     std::optional<Nanoseconds> advance(Nanoseconds elapsed, TelemetrySink &sink);
 
 private:
-    /// Since `newest`, by the drive's clock.
-    enum class Silence { None, Noticed, Told };
+    /// Of the drive since `newest`, by its own clock.
+    enum class Silence { None, Noticed, Reported };
 
     bool takeDue(Nanoseconds elapsed);
-    void hear(GameSelector::TimePoint time);
+    void noticeSilence(GameSelector::TimePoint time);
     std::optional<Nanoseconds> nextRepetition() const;
     std::optional<Nanoseconds> nextMoment(Nanoseconds elapsed);
-    void tell();
+    void report();
 
     Playback playback;
     GameSelector games;
@@ -43,6 +42,6 @@ private:
     Nanoseconds lastUpdate{0}; ///< When it was.
     Silence silence = Silence::None;
     bool anyUnderstood = false;
-    bool toldRemarks = false;
-    bool toldEnd = false;
+    bool reportedRemarks = false;
+    bool reportedEnd = false;
 };

@@ -11,10 +11,10 @@ std::unique_ptr<DatagramReader> openDrive(const QString &path, QString &error)
     const QByteArray formerRecording = QByteArray::fromHex("8b445249560d0a1a");
     const QString shown = QDir::toNativeSeparators(path);
     QFile file(path);
-    // A pipe would wait for ever, and none can start over.
+    // A pipe may never end, and can't be rewound.
     const QFileInfo there(path);
     if (there.exists() && !there.isFile()) {
-        error = QStringLiteral("'%1' is no file.").arg(shown);
+        error = QStringLiteral("'%1' is not a file.").arg(shown);
         return nullptr;
     }
     if (!file.open(QIODevice::ReadOnly)) {
@@ -32,7 +32,7 @@ std::unique_ptr<DatagramReader> openDrive(const QString &path, QString &error)
         reason =
             QStringLiteral("was recorded by an earlier version, whose format is no longer read.");
     else
-        reason = QStringLiteral("is no recording of a drive and no capture (pcap, pcapng).");
+        reason = QStringLiteral("is neither a recorded drive nor another capture (pcap, pcapng).");
     error = reader != nullptr ? QString() : QStringLiteral("'%1' %2").arg(shown, reason);
     return reader;
 }

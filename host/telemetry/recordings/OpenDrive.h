@@ -6,6 +6,6 @@
 
 #include <memory>
 
-/// Opens a drive in a file, a recording or another capture. Nothing if it can't be read; `error`
-/// then says why in one line for the user.
+/// Opens a recorded drive or another capture. Null if it can't be read; `error` then tells the user
+/// why, in one line.
 std::unique_ptr<DatagramReader> openDrive(const QString &path, QString &error);

@@ -6,8 +6,8 @@ namespace {
 
 using Kind = CapturedPacket::Kind;
 
-constexpr int UdpHeadSize = 8;
-constexpr int Ipv6HeadSize = 40;
+constexpr int UdpHeaderSize = 8;
+constexpr int Ipv6HeaderSize = 40;
 
 enum EtherType : quint16 { Ipv4 = 0x0800, Ipv6 = 0x86dd, Vlan = 0x8100, ProviderVlan = 0x88a8 };
 
@@ -15,12 +15,12 @@ enum IpProtocol : quint8 {
     HopByHop = 0,
     Udp = 17,
     Routing = 43,
-    FragmentHead = 44,
+    FragmentHeader = 44,
     Authentication = 51,
     DestinationOptions = 60,
 };
 
-/// The bytes of a packet that haven't been looked at.
+/// The bytes of a packet that haven't been read yet.
 class Rest
 {
 public:
@@ -47,44 +47,45 @@ private:
 
 CapturedPacket udp(const Rest &rest, const QHostAddress &from)
 {
-    if (!rest.has(UdpHeadSize))
+    if (!rest.has(UdpHeaderSize))
         return {Kind::Truncated, {}, {}};
     const int length = rest.word(4);
-    if (length < UdpHeadSize)
+    if (length < UdpHeaderSize)
         return {};
     if (!rest.has(length))
         return {Kind::Truncated, {}, {}};
-    return {
-        Kind::Udp, {from, rest.word(0), rest.word(2)}, rest.mid(UdpHeadSize, length - UdpHeadSize)};
+    return {Kind::Udp,
+            {from, rest.word(0), rest.word(2)},
+            rest.mid(UdpHeaderSize, length - UdpHeaderSize)};
 }
 
 CapturedPacket ipv4(Rest rest)
 {
-    constexpr int LeastHead = 20;
+    constexpr int LeastHeader = 20;
     constexpr quint16 MoreFragments = 0x2000;
     constexpr quint16 FragmentOffset = 0x1fff;
-    if (!rest.has(LeastHead) || rest.byte(0) >> 4 != 4)
+    if (!rest.has(LeastHeader) || rest.byte(0) >> 4 != 4)
         return {};
-    const int head = (rest.byte(0) & 0x0f) * 4;
-    if (head < LeastHead || rest.byte(9) != Udp)
+    const int header = (rest.byte(0) & 0x0f) * 4;
+    if (header < LeastHeader || rest.byte(9) != Udp)
         return {};
     if ((rest.word(6) & (MoreFragments | FragmentOffset)) != 0)
         return {Kind::Fragment, {}, {}};
-    if (!rest.has(head))
+    if (!rest.has(header))
         return {Kind::Truncated, {}, {}};
     const QHostAddress from(qFromBigEndian<quint32>(rest.data() + 12));
-    rest.pass(head);
+    rest.pass(header);
     return udp(rest, from);
 }
 
 CapturedPacket ipv6(Rest rest)
 {
     constexpr quint16 OffsetAndMore = 0xfff9;
-    if (!rest.has(Ipv6HeadSize) || rest.byte(0) >> 4 != 6)
+    if (!rest.has(Ipv6HeaderSize) || rest.byte(0) >> 4 != 6)
         return {};
     quint8 next = rest.byte(6);
     const QHostAddress from(reinterpret_cast<const quint8 *>(rest.data() + 8));
-    rest.pass(Ipv6HeadSize);
+    rest.pass(Ipv6HeaderSize);
     while (next != Udp) {
         if (!rest.has(8))
             return {};
@@ -98,7 +99,7 @@ CapturedPacket ipv6(Rest rest)
         case Authentication:
             length = (rest.byte(1) + 2) * 4;
             break;
-        case FragmentHead:
+        case FragmentHeader:
             if ((rest.word(2) & OffsetAndMore) != 0)
                 return {rest.byte(0) == Udp ? Kind::Fragment : Kind::Other, {}, {}};
             break;
@@ -120,7 +121,7 @@ CapturedPacket ip(const Rest &rest)
     return rest.byte(0) >> 4 == 6 ? ipv6(rest) : ipv4(rest);
 }
 
-/// A link head of `size` bytes that names the protocol behind it at `typeAt`.
+/// A packet behind a link header of `size` bytes, which names the protocol at `typeAt`.
 CapturedPacket behindEtherType(Rest rest, int size, int typeAt)
 {
     constexpr int TagSize = 4;
@@ -155,7 +156,7 @@ CapturedPacket decodePacket(LinkLayer link, const QByteArray &packet)
     case LinkLayer::RawIp:
         return ip(rest);
     case LinkLayer::Loopback:
-        // Systems number their protocols differently; the IP head tells its version itself.
+        // Systems number protocols differently, but the IP header holds its own version.
         if (!rest.has(FamilySize))
             return {};
         rest.pass(FamilySize);

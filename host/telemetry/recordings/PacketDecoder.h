@@ -28,6 +28,6 @@ struct CapturedPacket
     QByteArray payload;
 };
 
-/// Takes a datagram out of a captured packet: UDP over IPv4 or IPv6, with VLAN tags and extension
-/// headers. Any bytes are safe.
+/// Extracts the datagram of a captured packet: UDP over IPv4 or IPv6, behind VLAN tags and
+/// extension headers. Any bytes are safe.
 CapturedPacket decodePacket(LinkLayer link, const QByteArray &packet);

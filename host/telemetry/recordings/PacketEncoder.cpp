@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int UdpHeadSize = 8;
+constexpr int UdpHeaderSize = 8;
 constexpr char Udp = 17;
 constexpr char HopLimit = 64;
 
@@ -19,7 +19,7 @@ void big16(QByteArray &bytes, int number)
     bytes.append(static_cast<char>(number >> 8)).append(static_cast<char>(number));
 }
 
-/// The sum of IP and UDP, RFC 1071, over bytes of which an odd last one counts as padded.
+/// The checksum of IP and UDP, RFC 1071. An odd last byte counts as padded.
 quint16 checksum(const QByteArray &bytes)
 {
     quint32 sum = 0;
@@ -30,7 +30,7 @@ quint16 checksum(const QByteArray &bytes)
     return static_cast<quint16>(~sum);
 }
 
-/// Sender and unspecified receiver, as they stand in the head of IP.
+/// Sender and unspecified receiver as in the header of IP.
 QByteArray addresses(const QHostAddress &sender, bool isIpv4)
 {
     QByteArray bytes;
@@ -46,54 +46,54 @@ QByteArray addresses(const QHostAddress &sender, bool isIpv4)
 
 QByteArray udp(const Datagram &datagram, const QByteArray &addresses)
 {
-    const int size = UdpHeadSize + datagram.payload.size();
-    QByteArray head;
-    big16(head, datagram.sender.port);
-    big16(head, datagram.sender.toPort);
-    big16(head, size);
-    QByteArray pseudoHead = addresses;
-    big16(pseudoHead, Udp);
-    big16(pseudoHead, size);
-    const quint16 sum = checksum(pseudoHead + head + datagram.payload);
-    big16(head, sum == 0 ? 0xffff : sum); // 0 would say that there is none.
-    return head + datagram.payload;
+    const int size = UdpHeaderSize + datagram.payload.size();
+    QByteArray header;
+    big16(header, datagram.sender.port);
+    big16(header, datagram.sender.toPort);
+    big16(header, size);
+    QByteArray pseudoHeader = addresses;
+    big16(pseudoHeader, Udp);
+    big16(pseudoHeader, size);
+    const quint16 sum = checksum(pseudoHeader + header + datagram.payload);
+    big16(header, sum == 0 ? 0xffff : sum); // 0 would mean that there is none.
+    return header + datagram.payload;
 }
 
 QByteArray ipv4(const QByteArray &addresses, const QByteArray &body)
 {
-    constexpr int HeadSize = 20;
-    QByteArray head = QByteArray::fromHex("4500");
-    big16(head, HeadSize + body.size());
-    head += QByteArray(4, '\0'); // Not a fragment.
-    head.append(HopLimit).append(Udp);
-    QByteArray summed = head;
-    big16(head, checksum(summed + addresses));
-    return head + addresses + body;
+    constexpr int HeaderSize = 20;
+    QByteArray header = QByteArray::fromHex("4500");
+    big16(header, HeaderSize + body.size());
+    header += QByteArray(4, '\0'); // Not a fragment.
+    header.append(HopLimit).append(Udp);
+    QByteArray summed = header;
+    big16(header, checksum(summed + addresses));
+    return header + addresses + body;
 }
 
 QByteArray ipv6(const QByteArray &addresses, const QByteArray &body)
 {
-    QByteArray head = QByteArray::fromHex("60000000");
-    big16(head, body.size());
-    head.append(Udp).append(HopLimit);
-    return head + addresses + body;
+    QByteArray header = QByteArray::fromHex("60000000");
+    big16(header, body.size());
+    header.append(Udp).append(HopLimit);
+    return header + addresses + body;
 }
 
 } // namespace
 
-QByteArray PacketEncoder::fileHead()
+QByteArray PacketEncoder::fileHeader()
 {
     constexpr quint32 Microseconds = 0xa1b2c3d4;
     constexpr quint32 LongestPacket = 262'144;
     constexpr quint32 RawIp = 101;
-    QByteArray head;
-    little(head, Microseconds);
-    little(head, quint16{2}); // The version of the format, 2.4.
-    little(head, quint16{4});
-    head += QByteArray(8, '\0'); // UTC.
-    little(head, LongestPacket);
-    little(head, RawIp);
-    return head;
+    QByteArray header;
+    little(header, Microseconds);
+    little(header, quint16{2}); // The version of the format, 2.4.
+    little(header, quint16{4});
+    header += QByteArray(8, '\0'); // UTC.
+    little(header, LongestPacket);
+    little(header, RawIp);
+    return header;
 }
 
 void PacketEncoder::append(QByteArray &file, const Datagram &datagram,
@@ -107,13 +107,13 @@ void PacketEncoder::append(QByteArray &file, const Datagram &datagram,
     const auto microseconds = std::chrono::duration_cast<std::chrono::microseconds>(time).count();
     little(file, static_cast<quint32>(microseconds / 1'000'000));
     little(file, static_cast<quint32>(microseconds % 1'000'000));
-    little(file, static_cast<quint32>(packet.size())); // What is kept of it,
-    little(file, static_cast<quint32>(packet.size())); // and how long it was.
+    little(file, static_cast<quint32>(packet.size())); // Captured,
+    little(file, static_cast<quint32>(packet.size())); // and sent.
     file += packet;
 }
 
 int PacketEncoder::sizeOfPacket(const char *begin)
 {
     constexpr int KeptAt = 8;
-    return PacketHeadSize + static_cast<int>(qFromLittleEndian<quint32>(begin + KeptAt));
+    return PacketHeaderSize + static_cast<int>(qFromLittleEndian<quint32>(begin + KeptAt));
 }

@@ -6,16 +6,16 @@
 namespace PacketEncoder {
 
 inline constexpr int LargestPayload = 65'507; ///< Of UDP over IPv4.
-inline constexpr int PacketHeadSize = 16;     ///< In front of each packet in the file.
+inline constexpr int PacketHeaderSize = 16;   ///< Before each packet in the file.
 
-QByteArray fileHead();
+QByteArray fileHeader();
 
-/// Adds a packet with IP and UDP in front of the payload, of `LargestPayload` at most. The address
-/// that it went to is the unspecified one, since nobody noted it. `time` counts from 1970 and keeps
-/// its microseconds.
+/// Appends a packet: the payload, `LargestPayload` bytes at most, behind headers of IP and UDP. The
+/// destination is the unspecified address, since nobody noted it. `time` is since 1970, cut to
+/// microseconds.
 void append(QByteArray &file, const Datagram &datagram, std::chrono::nanoseconds time);
 
-/// How long the packet that begins here is in the file, head included.
+/// Size in the file of the packet that begins here, with its header.
 int sizeOfPacket(const char *begin);
 
 } // namespace PacketEncoder

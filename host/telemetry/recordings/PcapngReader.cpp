@@ -16,11 +16,11 @@ enum BlockType : quint32 {
     EnhancedPacket = 6,
 };
 
-constexpr int HeadSize = 8; ///< Type and length; the length once more stands at the end.
+constexpr int HeaderSize = 8; ///< Type and length; the length is repeated at the end.
 constexpr int LengthSize = 4;
 constexpr quint32 LargestBlock = 16 * 1024 * 1024;
 
-/// By the option's byte: a power of ten, or of two where its highest bit is set.
+/// From the option's byte: a power of ten, or of two if its highest bit is set.
 quint64 ticksPerSecond(quint8 resolution)
 {
     constexpr quint8 Binary = 0x80;
@@ -62,10 +62,10 @@ std::optional<PcapngReader::Packet> PcapngReader::next()
 
 bool PcapngReader::readBlock()
 {
-    body = device->read(HeadSize);
+    body = device->read(HeaderSize);
     if (body.isEmpty())
         return false;
-    if (body.size() < HeadSize)
+    if (body.size() < HeaderSize)
         return fail(QStringLiteral("a block is cut off"));
     type = word(0);
     if (type == Section) {
@@ -75,9 +75,9 @@ bool PcapngReader::readBlock()
             return fail(QStringLiteral("a section has no byte order"));
     }
     const quint32 length = word(4);
-    if (length < HeadSize + LengthSize || length % 4 != 0 || length > LargestBlock)
+    if (length < HeaderSize + LengthSize || length % 4 != 0 || length > LargestBlock)
         return fail(QStringLiteral("a block has the length %1").arg(length));
-    const int rest = static_cast<int>(length) - HeadSize;
+    const int rest = static_cast<int>(length) - HeaderSize;
     body = device->read(rest);
     if (body.size() < rest)
         return fail(QStringLiteral("a block is cut off"));
@@ -88,7 +88,7 @@ bool PcapngReader::readBlock()
 void PcapngReader::addInterface()
 {
     constexpr int OptionsAt = 8;
-    constexpr int OptionHead = 4;
+    constexpr int OptionHeader = 4;
     enum Option : quint16 { Resolution = 9, Offset = 14 };
     if (body.size() < OptionsAt) {
         fail(QStringLiteral("an interface is cut off"));
@@ -96,10 +96,10 @@ void PcapngReader::addInterface()
     }
     Interface added;
     added.linkType = half(0);
-    for (int at = OptionsAt; at + OptionHead <= body.size();) {
+    for (int at = OptionsAt; at + OptionHeader <= body.size();) {
         const quint16 option = half(at);
         const int size = half(at + 2);
-        at += OptionHead;
+        at += OptionHeader;
         if (option == 0 || at + size > body.size())
             break;
         if (option == Resolution && size == 1)
@@ -135,7 +135,7 @@ std::optional<PcapngReader::Packet> PcapngReader::packet()
     return Packet{from.linkType, lastTime, body.mid(BytesAt, static_cast<int>(word(12)))};
 }
 
-/// One without a time, of the first interface.
+/// A packet of the first interface, without a time.
 std::optional<PcapngReader::Packet> PcapngReader::simplePacket()
 {
     if (body.size() < LengthSize || interfaces.empty()) {

@@ -16,15 +16,15 @@ class PcapngReader
 public:
     struct Packet
     {
-        int linkType = 0;                 ///< As files number them.
+        int linkType = 0;                 ///< As numbered in files.
         std::chrono::nanoseconds time{0}; ///< Since 1970.
-        QByteArray bytes;                 ///< What was kept of it.
+        QByteArray bytes;                 ///< What the capture kept of it.
     };
 
-    /// Takes an open file at its beginning.
+    /// Takes a file that is open at its beginning.
     explicit PcapngReader(std::unique_ptr<QIODevice> device);
 
-    /// Nothing at the end, and where the file is damaged: `failure` tells.
+    /// Nothing at the end, and at damage, which `failure` reports.
     std::optional<Packet> next();
 
     /// Why reading ended early, without a full stop; empty if it didn't.

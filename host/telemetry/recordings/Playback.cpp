@@ -8,8 +8,8 @@ namespace {
 
 using Nanoseconds = Playback::Nanoseconds;
 
-/// How long to wait from one datagram to the next. Any two times are safe: a file's may be
-/// nonsense, and a step back plays at once.
+/// How long to wait from one datagram to the next. A file's times may be anything; after a step
+/// back the next datagram is due at once.
 Nanoseconds stepBetween(Nanoseconds earlier, Nanoseconds later)
 {
     if (later <= earlier)

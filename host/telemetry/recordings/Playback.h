@@ -6,8 +6,8 @@
 #include <memory>
 #include <optional>
 
-/// Plays a drive at a pace: tells which datagrams are due. Time comes in as an argument, so nothing
-/// here waits. Used by one thread at a time.
+/// Plays a drive at a pace: tells which datagrams are due. Time comes in as an argument; nothing
+/// here waits. One thread at a time.
 class Playback
 {
 public:
@@ -19,46 +19,47 @@ public:
     /// A longer silence in the file plays as one of this length.
     static constexpr Nanoseconds LongestGap = std::chrono::seconds(6);
 
-    /// Between the last datagram and the first one of the next round.
+    /// The pause between the last datagram and the first one of the next round.
     static constexpr Nanoseconds LoopGap = std::chrono::milliseconds(100);
 
     struct Settings
     {
-        double speed = 1;       ///< 1 is the drive's own pace; taken into the limits above.
-        Nanoseconds startAt{0}; ///< Where in the drive to begin, counted as it plays, from 0 on.
+        double speed = 1;       ///< 1 is the drive's own pace; kept within the limits above.
+        Nanoseconds startAt{0}; ///< Where in the drive to begin, long silences shortened.
         bool loop = false;      ///< Begin again at the end.
     };
 
     Playback(std::unique_ptr<DatagramReader> reader, const Settings &settings);
 
-    /// The next datagram that is due `elapsed` after the playback's start, or nothing if none is.
-    /// Call it until then. Its time is its place in the drive and never runs back. What lies
-    /// before `startAt` is due at once, since decoders learn from it.
+    /// Takes the next datagram that is due `elapsed` after the start; nothing if none is. Its time
+    /// is its place in the drive, which never runs back. What lies before `startAt` is due at once,
+    /// since feeds learn from it.
     std::optional<Datagram> take(Nanoseconds elapsed);
 
     /// When the next datagram is due; nothing at the end.
     std::optional<Nanoseconds> nextDue();
 
-    /// Whether the last datagram has been taken. Never with `loop`, unless there is none to play.
+    /// Whether the last datagram has been taken. With `loop` only if there is nothing to play.
     bool atEnd();
 
     /// Whether datagrams that lie before `startAt` are still to be taken.
     bool isSkipping();
 
-    /// Which place of the drive is played `elapsed` after the start, and the other way round.
+    /// The place in the drive that is played `elapsed` after the start, and the reverse.
     Nanoseconds placeAt(Nanoseconds elapsed) const;
     Nanoseconds elapsedAt(Nanoseconds target) const;
 
-    /// Whether the drive ended before the place at which to begin, at `length()`.
+    /// Whether the drive ended, at `length()`, before the place at which to begin.
     bool startsBeyondEnd();
 
-    /// Where the last datagram that was read stands in the drive.
+    /// The place in the drive of the last datagram that was read.
     Nanoseconds length() const { return place; }
 
     /// Whether the file has been read to its end at least once.
     bool isRoundOver() const { return roundOver; }
 
-    /// What the user should know of the file: one line each. Empty until the first round is over.
+    /// What the user should know about the file: one line each. Empty until the first round is
+    /// over.
     QStringList remarks() const { return remarkLines; }
 
 private:

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-/// Plays a drive from a file as if its game was running, on a thread of its own.
+/// Plays a recorded drive as if its game were running, on a thread of its own.
 class PlaybackSource final : public TelemetrySource
 {
 public:

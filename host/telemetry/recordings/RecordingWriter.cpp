@@ -35,17 +35,16 @@ bool RecordingWriter::open(Existing existing)
 {
     const QFileInfo there(file.fileName());
     wasThere = existing == Existing::Overwrite && there.exists();
-    // With `Keep`, to look first whether the file is there would leave a moment in which it can
-    // come up.
+    // With `Keep` the file must be new. To look first would leave a moment in which it can appear.
     const QIODevice::OpenMode mode = existing == Existing::Keep
                                          ? QIODevice::WriteOnly | QIODevice::NewOnly
                                          : QIODevice::ReadWrite;
     if (file.open(mode | QIODevice::Unbuffered))
         return true;
     if (existing == Existing::Keep && there.exists() && !there.isDir()) {
-        errorText = QStringLiteral("'%1' is already there; --force overwrites it.").arg(shownPath);
+        errorText = QStringLiteral("'%1' already exists; --force overwrites it.").arg(shownPath);
     } else {
-        errorText = QStringLiteral("Could not make '%1': %2.")
+        errorText = QStringLiteral("Could not create '%1': %2.")
                         .arg(shownPath,
                              there.isDir() ? QStringLiteral("it is a folder") : file.errorString());
     }
@@ -64,7 +63,7 @@ void RecordingWriter::add(const Datagram &datagram)
     const int before = backlog.size();
     if (!sinceEpoch) {
         sinceEpoch = std::chrono::system_clock::now().time_since_epoch() - datagram.time;
-        backlog = PacketEncoder::fileHead();
+        backlog = PacketEncoder::fileHeader();
     }
     PacketEncoder::append(backlog, datagram, *sinceEpoch + datagram.time);
     ++counts.datagrams;
@@ -101,7 +100,7 @@ void RecordingWriter::writeOut()
     if (bytes.isEmpty())
         return;
     if (writtenBytes == 0)
-        file.resize(0); // A device may have no size; it tells when it is written to.
+        file.resize(0); // Fails for a device without a size, which the write then reports.
     const QString reason = writeAll(bytes);
     if (reason.isEmpty())
         return;
@@ -114,20 +113,20 @@ void RecordingWriter::writeOut()
     counts.bytes = writtenBytes;
 }
 
-/// Writes packets, behind the head if they are the first ones. If not all of them go in the result
-/// is the reason, and the file ends with the last whole one.
+/// Writes packets, the first ones behind the file's header. If they don't all fit, the result is
+/// the reason, and the file ends with the last whole packet.
 QString RecordingWriter::writeAll(const QByteArray &bytes)
 {
     int taken = 0;
     while (taken < bytes.size()) {
-        // Only a write that takes nothing tells its reason.
+        // Only a write that takes nothing has a reason.
         const qint64 more = file.write(bytes.constData() + taken, bytes.size() - taken);
         if (more <= 0)
             break;
         taken += static_cast<int>(more);
     }
-    int at = writtenBytes == 0 ? PacketEncoder::fileHead().size() : 0;
-    while (at + PacketEncoder::PacketHeadSize <= taken) {
+    int at = writtenBytes == 0 ? PacketEncoder::fileHeader().size() : 0;
+    while (at + PacketEncoder::PacketHeaderSize <= taken) {
         const int end = at + PacketEncoder::sizeOfPacket(bytes.constData() + at);
         if (end > taken)
             break;

@@ -10,9 +10,8 @@
 #include <mutex>
 #include <optional>
 
-/// Writes a drive's datagrams into a pcap file, whatever its name. `add` only puts them into
-/// memory; a thread of the writer's own brings them to the disk twice a second, so that a slow disk
-/// never holds up the listener. All operations: any thread.
+/// Writes a drive's datagrams to a pcap file. `add` only puts them into memory; the writer's own
+/// thread writes them twice a second, so that a slow disk never holds up the listener. Any thread.
 class RecordingWriter
 {
 public:
@@ -21,22 +20,22 @@ public:
     struct Progress
     {
         qint64 datagrams = 0; ///< In the file or in memory.
-        qint64 bytes = 0;     ///< Size of the file, with what is still in memory.
-        qint64 dropped = 0;   ///< Lost, since the disk was too slow or failed.
+        qint64 bytes = 0;     ///< Of the file, with what is still in memory.
+        qint64 dropped = 0;   ///< Lost because the disk was too slow or failed.
     };
 
-    /// Makes the file. With `Existing::Keep` a file that is already there is an error, with
-    /// `Existing::Overwrite` it stays as it is until the first datagrams are written. `error` tells
-    /// at once if the file can't be made or opened.
+    /// Creates the file; `error` tells at once if that fails. An existing file is an error with
+    /// `Existing::Keep`; with `Existing::Overwrite` it stays as it is until the first datagrams are
+    /// written.
     explicit RecordingWriter(const QString &path, Existing existing = Existing::Keep);
 
-    /// Writes what is left and closes the file. A file that was made for nothing is removed.
+    /// Writes what is left and closes the file. A new file without datagrams is removed.
     ~RecordingWriter();
     RecordingWriter(const RecordingWriter &) = delete;
     RecordingWriter &operator=(const RecordingWriter &) = delete;
 
-    /// Takes a datagram; the first one's time is now. Payloads beyond 65507 bytes, which UDP over
-    /// IPv4 doesn't have, are dropped.
+    /// Takes a datagram; the time of the first one counts as now. Payloads over 65507 bytes, which
+    /// UDP over IPv4 can't have, are dropped.
     void add(const Datagram &datagram);
 
     /// Waits until all that was taken so far is in the file.
@@ -58,14 +57,14 @@ private:
     QFile file;
     const QString shownPath;
 
-    std::mutex fileMutex;    ///< Taken before `mutex`, by whoever writes.
-    qint64 writtenBytes = 0; ///< Of whole packets, with the file's head.
+    std::mutex fileMutex;    ///< Locked before `mutex`, by whoever writes.
+    qint64 writtenBytes = 0; ///< The file's header and whole packets.
     qint64 writtenDatagrams = 0;
     bool wasThere = false;
 
     mutable std::mutex mutex;
     QByteArray backlog; ///< Whole packets that aren't in the file yet.
-    std::optional<std::chrono::nanoseconds> sinceEpoch; ///< From a datagram's time to the clock's.
+    std::optional<std::chrono::nanoseconds> sinceEpoch; ///< Added to a datagram's time.
     Progress counts;
     QString errorText;
     StoppableThread thread;

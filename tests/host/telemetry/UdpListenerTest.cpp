@@ -136,7 +136,7 @@ private Q_SLOTS:
         const Listening none({Local, Local6}, {half.port});
         QVERIFY(!none.listener->isListening());
         QCOMPARE(none.listener->errors().size(), 1);
-        QVERIFY(none.listener->errors()[0].contains(QStringLiteral("of 127.0.0.1, ::1 ")));
+        QVERIFY(none.listener->errors()[0].contains(QStringLiteral("of 127.0.0.1, ::1:")));
 #ifndef Q_OS_WIN // Wine binds to any address.
         const Listening elsewhere({QHostAddress(QStringLiteral("192.0.2.1"))}, {0, 0});
         QVERIFY(!elsewhere.listener->isListening());

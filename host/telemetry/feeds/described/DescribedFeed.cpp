@@ -26,7 +26,7 @@ double whole(const char *bytes, bool bigEndian, const FeedDescription::Number &n
     return taken * number.factor + number.bias;
 }
 
-/// What a text field holds up to its first zero byte; a game's text may be anything.
+/// The text up to the first zero byte, without control characters. A game may send any bytes.
 QString textOf(const QByteArray &bytes)
 {
     const QByteArray text(bytes.constData(),
@@ -98,7 +98,7 @@ void DescribedFeed::learnMaximum(FeedSample &sample, TimePoint time)
     now.maxRpm = learner.limits().maximum();
 }
 
-/// Nothing where the datagram holds no number that can be used.
+/// Nothing if the number lies beyond the datagram's end or isn't finite.
 std::optional<double> DescribedFeed::read(const QByteArray &payload,
                                           const FeedDescription::Number &number) const
 {
@@ -127,7 +127,7 @@ std::optional<double> DescribedFeed::read(const QByteArray &payload,
         value = whole<qint32>(at, big, number);
         break;
     case Type::F32:
-        // In single precision, like the feeds that are built in: the last digit is the same then.
+        // In single precision, so that the last digit is that of the built-in feeds.
         value = static_cast<double>(numberAt<float>(at, big) * static_cast<float>(number.factor) +
                                     static_cast<float>(number.bias));
         break;

@@ -4,7 +4,7 @@
 #include "telemetry/feeds/Feed.h"
 #include "telemetry/feeds/RevLimits.h"
 
-/// A feed that a user describes, for simulators that the host doesn't know.
+/// A feed that the user describes, for simulators that the host doesn't know.
 class DescribedFeed final : public Feed
 {
 public:
@@ -23,7 +23,7 @@ private:
     QString vehicleIn(const QByteArray &payload) const;
 
     const FeedDescription description;
-    const bool learns; ///< The description doesn't tell the highest engine speed.
+    const bool learns; ///< The description leaves the highest engine speed out.
     RevLimitLearner learner;
     QString learntOf; ///< The vehicle that the learner knows.
 };

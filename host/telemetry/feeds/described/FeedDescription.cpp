@@ -48,7 +48,7 @@ const TypeName &entryOf(Type type)
                          [type](const TypeName &each) { return each.type == type; });
 }
 
-/// A value of the description and where it stands, such as "fields.rpm.offset".
+/// A value in the description and its path, such as "fields.rpm.offset".
 struct Node
 {
     QJsonValue value;
@@ -56,7 +56,7 @@ struct Node
 
     bool isThere() const { return !value.isUndefined(); }
 
-    /// One whose value is undefined where there is no such member.
+    /// Its value is undefined if there is no such member.
     Node member(const QString &name) const
     {
         return {value[name], path.isEmpty() ? name : path + QLatin1Char('.') + name};
@@ -131,7 +131,7 @@ bool DescriptionReader::isObject(const Node &node, const Names &members)
             return name == QLatin1String(member);
         });
         if (!known && name != Comment)
-            fail(node.member(name), QStringLiteral("is not known here"));
+            fail(node.member(name), QStringLiteral("is unknown"));
     }
     return true;
 }
@@ -144,7 +144,7 @@ Node DescriptionReader::need(const Node &object, const char *name)
     return node;
 }
 
-// Each of these takes a member that isn't there, which is told elsewhere or no fault.
+// These accept a missing member, which `need` reports where it is a fault.
 
 std::optional<QString> DescriptionReader::text(const Node &node)
 {
@@ -324,7 +324,7 @@ void DescriptionReader::readField(const QString &name, const Node &node)
     FeedDescription::Field field;
     field.field = findTelemetryField(name);
     if (field.field == nullptr) {
-        fail(node, QStringLiteral("is no field of the telemetry"));
+        fail(node, QStringLiteral("is not a field of the telemetry"));
         return;
     }
     const Node constant = node.member("value");
@@ -353,7 +353,7 @@ std::optional<FeedDescription> FeedDescription::parse(const QByteArray &json,
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError) {
-        errors += QStringLiteral("%1:%2: no valid JSON: %3.")
+        errors += QStringLiteral("%1:%2: not valid JSON: %3.")
                       .arg(fileName)
                       .arg(1 + json.left(error.offset).count('\n'))
                       .arg(error.errorString());

@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-/// A feed as a user describes it in a JSON file; docs/described-feeds.md tells the form.
+/// A feed as the user describes it in a JSON file; docs/described-feeds.md specifies the format.
 struct FeedDescription
 {
     enum class Type { U8, I8, U16, I16, U32, I32, F32, F64 };
@@ -27,9 +27,9 @@ struct FeedDescription
     struct Field
     {
         const TelemetryField *field = nullptr;
-        std::optional<Number> number; ///< Without it `constant` is meant.
+        std::optional<Number> number; ///< Without one `constant` counts.
         double constant = 0;
-        std::optional<Number> available; ///< The field is filled while this isn't 0.
+        std::optional<Number> available; ///< The field is available while this isn't 0.
     };
 
     struct Condition
@@ -42,14 +42,14 @@ struct FeedDescription
     {
         int offset = 0;
         int length = 0;               ///< Of a text, in bytes; 0 with a number.
-        std::optional<Number> number; ///< Which vehicle it is.
+        std::optional<Number> number; ///< In place of a text.
         QString prefix;               ///< Before text or number.
     };
 
     QString name;
     quint16 port = 0;
-    std::vector<int> lengths; ///< Of a datagram, in bytes; any one of them.
-    int minimumLength = 0;    ///< Where there are no `lengths`.
+    std::vector<int> lengths; ///< That a datagram may have, in bytes.
+    int minimumLength = 0;    ///< If there are no `lengths`.
     bool bigEndian = false;
     std::vector<Condition> conditions; ///< All of them must hold.
     std::optional<VehicleName> vehicle;
@@ -57,15 +57,15 @@ struct FeedDescription
 
     static constexpr int LargestFile = 64 * 1024;
 
-    /// Reads a description. `fileName` is for the messages: what is wrong comes back in `errors`,
-    /// one line each with the file, and the member as "fields.rpm.offset" or, where the text is
-    /// no JSON, the line. Any bytes are safe.
+    /// Reads a description; nothing if it is wrong. Replaces `errors` by what is wrong, one line
+    /// each, with `fileName` and the path of the member, such as "fields.rpm.offset", or the line
+    /// if the text isn't JSON. Any bytes are safe.
     static std::optional<FeedDescription> parse(const QByteArray &json, const QString &fileName,
                                                 QStringList &errors);
 
-    /// Reads a description from a file, in the same way.
+    /// Reads a description from a file in the same way.
     static std::optional<FeedDescription> load(const QString &path, QStringList &errors);
 };
 
-/// Bytes that a number of this type takes.
+/// Size of a number of this type, in bytes.
 int sizeOf(FeedDescription::Type type);

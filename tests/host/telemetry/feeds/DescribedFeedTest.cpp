@@ -62,8 +62,8 @@ private Q_SLOTS:
     {
         const auto rpm = [](const char *number) { return withField("rpm", number); };
         const std::pair<QByteArray, const char *> rows[] = {
-            {"{\n\"name\": \"x\",", "2: no valid JSON"},
-            {QByteArray(50'000, '['), "1: no valid JSON"},
+            {"{\n\"name\": \"x\",", "2: not valid JSON"},
+            {QByteArray(50'000, '['), "1: not valid JSON"},
             {QByteArray(70'000, ' '), " the file is larger"},
             {"[]", " the description must be an object"},
             {R"({"name": "x", "port": 65536})", " 'port' must be a whole number from 1 to 65535"},
@@ -75,7 +75,7 @@ private Q_SLOTS:
              " 'vehicle' reach"},
             {described(R"("length": [9, 8], "fields": {"rpm": {"offset": 8, "type": "u8"}})"),
              " 'fields.rpm' reaches beyond the length of 8"},
-            {withField("speed", "{}"), " 'fields.speed' is no field"},
+            {withField("speed", "{}"), " 'fields.speed' is not a field"},
             {rpm(R"({"type": "u8"})"), " 'fields.rpm.offset' is missing"},
             {rpm(R"({"offset": 0, "type": "float"})"), " 'fields.rpm.type' must be"},
             {rpm(R"({"offset": 0, "type": "u16", "bit": 16})"), " 'fields.rpm.bit' must"},

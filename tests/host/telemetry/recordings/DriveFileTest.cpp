@@ -150,7 +150,7 @@ private Q_SLOTS:
                    packetOf(2, 2, "wireless") + packetOf(1, 3, little(2) + Ipv4));
         const ReadDrive blocks = read(file);
         QCOMPARE(blocks.datagrams.size(), std::size_t(2));
-        QVERIFY(blocks.remarks.join(u'|').endsWith(QStringLiteral("802.11.")));
+        QVERIFY(blocks.remarks.join(u'|').contains(QStringLiteral("802.11")));
         for (int size = 4; size < file.size(); ++size)
             QVERIFY(read(file.left(size)).datagrams.size() < 2);
 
@@ -159,11 +159,11 @@ private Q_SLOTS:
                        with(Ipv6, 6, hex("2c")).insert(40, hex("1100000100000000")),
                        with(Ipv4, 9, hex("06")), with(Ipv6, 6, hex("06")), "", "E", "?!", Ipv4}));
         QCOMPARE(pieces.datagrams.size(), std::size_t(1));
-        QVERIFY(pieces.remarks.join(u'|').startsWith(QStringLiteral("3 pieces")));
+        QVERIFY(pieces.remarks.join(u'|').endsWith(QStringLiteral(" 3.")));
         for (int cut = 1; cut <= Ipv4.size() - 20; ++cut) {
             const ReadDrive drive = read(pcap(101, {Ipv4, Ipv4}, cut));
             QVERIFY(drive.datagrams.empty());
-            QVERIFY(drive.remarks.join(u'|').startsWith(QStringLiteral("2 packets are cut off")));
+            QVERIFY(drive.remarks.join(u'|').endsWith(QStringLiteral(" 2.")));
         }
     }
 
@@ -183,7 +183,7 @@ private Q_SLOTS:
     {
         for (const auto &[file, reason] : {std::pair{pcap(105, {"wireless"}), "802.11"},
                                            {QByteArray(), "empty"},
-                                           {QByteArray("Lap one\n"), "no capture"},
+                                           {QByteArray("Lap one\n"), "neither"},
                                            {hex("8b445249560d0a1a01"), "earlier version"}})
             QVERIFY2(read(file).error.contains(QLatin1String(reason)), reason);
     }

@@ -70,7 +70,7 @@ private Q_SLOTS:
         QCOMPARE(drive.advance(20ms, sink).value_or(0s), nanoseconds(517ms));
         QCOMPARE(drive.advance(517ms, sink).value_or(0s), nanoseconds(2s));
         QTest::ignoreMessage(QtWarningMsg, "The drive: dusty");
-        QTest::ignoreMessage(QtWarningMsg, "The drive is over after 2.0 seconds.");
+        QTest::ignoreMessage(QtWarningMsg, "The drive ended after 2.0 seconds.");
         drive.advance(2s, sink);
         QVERIFY(drive.advance(2500ms, sink));
         QVERIFY(!drive.advance(7s, sink));
