@@ -92,6 +92,7 @@ private Q_SLOTS:
         QCOMPARE(rev("XFG", 0, 0), 0U);
         QCOMPARE(rev("XFG", 0, 0, true), 0U);
         QCOMPARE(revToTheLight("XFG"), 7500U);
+        rev("XFG", 1500, 0, true);
         const DisplayLimits limits = outGauge->decode(Senders::outGauge(), now)->sample.limits;
         QCOMPARE(+limits.rpmBlinkingThresholdPercent, 93);
         QVERIFY(limits.rpmYellowThresholdPercent < limits.rpmRedThresholdPercent);
