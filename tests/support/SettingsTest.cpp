@@ -56,7 +56,7 @@ private Q_SLOTS:
         openSettingsGroup({})->setValue("Plain"_q, 5);
         setValue("Two"_q);
         QCOMPARE(readFile(path), "[General]\nPlain=5\n\n[A]\nKey=Two\n" + others);
-        for (const char *const cutOff : {"[0]\nOff=\"a", "[0]\nOff=a\\"}) {
+        for (const char *const cutOff : {"[A]\nA=\"a", "[A]\nA=a\\"}) {
             writeFile(path, cutOff);
             setValue("Three"_q);
             QCOMPARE(value(), "Three"_q);
@@ -66,10 +66,8 @@ private Q_SLOTS:
     void textsAreSpeltAsQSettingsSpellsThem()
     {
         const QTemporaryDir folder;
-        const QStringList texts{
-            ""_q,       " @a"_q,     "@"_q,          "@Variant(1)"_q,
-            "@(x)"_q,   "a;b,c=d"_q, " ä仪😀1f g "_q, "\0017\x7f\n\r\t\v\"'?\\"_q,
-            "@a\0007"_q};
+        QStringList texts = "@ @Variant(1) @(x) a;b a,b a=b"_q.split(u' ');
+        texts += {""_q, " @a"_q, "a "_q, " ä仪😀1f g"_q, "\0017\x7f\n\r\t\v\"'?\\"_q, "@a\0007"_q};
         const QStringList groups{"General"_q, "general"_q, "a_b-c.d %[]"_q, "仪 ü😀\\=;"_q};
         IniFile own;
         QSettings settings(folder.filePath("a.ini"_q), QSettings::IniFormat);
