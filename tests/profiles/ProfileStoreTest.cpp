@@ -196,7 +196,7 @@ private Q_SLOTS:
         fails(Action::Rename, "Failed to rename '");
         fails(Action::Remove, "Failed to remove '");
         QFile::setPermissions(f.userPath(), readOnly | QFile::WriteOwner);
-        QFile::setPermissions(f.userPath("A/sub"_q), QFile::ExeOwner);
+        QFile::setPermissions(f.userPath("A/sub"_q), QFile::ReadOwner);
         fails(Action::Copy, "Failed to copy '");
         QFile::setPermissions(f.userPath("A/sub"_q), readOnly);
         fails(Action::Remove, "Failed to remove '");

@@ -30,7 +30,7 @@ private:
     rlimit before{};
 };
 
-/// While it lives permissions count, also in a test that the superuser runs.
+/// While it lives permissions count, even if root runs the test.
 class Unprivileged
 {
 public:
@@ -47,7 +47,7 @@ private:
     const bool isRoot = geteuid() == 0;
 };
 
-/// Makes a pipe that has a name in the file system.
+/// Makes a named pipe.
 inline bool makePipe(const QString &path)
 {
     return mkfifo(QFile::encodeName(path).constData(), 0600) == 0;
@@ -57,8 +57,8 @@ inline bool makePipe(const QString &path)
 
 #else
 
-/// Tests skip what these would need: Windows has no limit on the size of a process's files, and its
-/// pipes have a file system of their own.
+// Tests skip what would need these: Windows limits no process's file sizes, and its pipes are not
+// among files.
 struct FullDisk
 {
     explicit FullDisk(qint64 /*bytes*/) {}

@@ -12,8 +12,8 @@
 
 #include <array>
 
-/// A home for one test: documents, settings and temporary files end up in it, and nothing of the
-/// user's is read or written. The environment is put back at the end.
+/// A home for one test: documents, settings and temporary files end up in it, so that nothing of
+/// the user's is read or written. Restores the environment at the end.
 class TemporaryHome
 {
 public:

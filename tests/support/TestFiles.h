@@ -7,13 +7,13 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QString>
 
-/// Text of a test: `"Classic"_q`.
+/// A QString literal: `"Classic"_q`.
 inline QString operator""_q(const char *text, std::size_t size)
 {
     return QString::fromUtf8(text, static_cast<int>(size));
 }
 
-/// Writes a file, with the directories it needs.
+/// Writes a file, and makes the directories it needs.
 inline void writeFile(const QString &path, const QByteArray &content)
 {
     QDir().mkpath(QFileInfo(path).path());
@@ -28,8 +28,8 @@ inline QByteArray readFile(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Where many small files are written fastest: in memory, where a directory also lists what came
-/// last first.
+/// The fastest folder for many small files: in memory. Directories there list the newest entry
+/// first.
 inline QString fastFolder()
 {
 #ifdef Q_OS_LINUX

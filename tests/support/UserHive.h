@@ -12,8 +12,8 @@
 constexpr const wchar_t *ShellFolders =
     L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
 
-/// Makes `documents` the documents folder below the current user, and asks the system whether it is
-/// that now: rather no test than one among the user's own documents.
+/// Makes `documents` the current user's documents folder, and checks that the system agrees: better
+/// no test than one among the user's own documents.
 inline void setDocumentsFolder(const QString &documents)
 {
     const std::wstring path = QDir::toNativeSeparators(documents).toStdWString();
@@ -28,8 +28,8 @@ inline void setDocumentsFolder(const QString &documents)
                qUtf8Printable(documents));
 }
 
-/// Replaces the registry below the current user while it lives, in this process only: settings end
-/// up in it, and its documents folder is the one given.
+/// Replaces the current user's registry while it lives, in this process only: settings end up in
+/// it, and `documents` is the documents folder.
 class UserHive
 {
 public:
@@ -55,8 +55,8 @@ private:
     HKEY root = nullptr;
 };
 
-/// The same for programs that the test starts, which share the one true registry: such tests run
-/// one at a time, and only where packaging/windows/wine has made a user for tests.
+/// The same for programs that a test starts. They use the real registry, so such tests run one at a
+/// time, and only where packaging/windows/wine has made a user for tests.
 class SharedUserHive
 {
 public:
