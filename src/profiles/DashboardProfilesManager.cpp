@@ -206,12 +206,9 @@ DashboardActionResult DashboardProfilesManager::renameProfile(Id id, const QStri
             saveOldName(*profile);
             return failure(failed);
         }
-        // What others have saved meanwhile is under the old name.
+        // Others may have saved meanwhile, under the old name.
         assignments.takeOver(profiles.all());
-        profile->directory = dir.absolutePath();
-        profile->qmlPath = documentPath(profile->directory);
-        profile->previewPath = previewPath(profile->directory);
-        profile->name = newName;
+        ProfileList::setDirectory(*profile, dir.absolutePath());
         if (id == activeId) {
             publishDashboard(profile->qmlPath);
             setRecentProfileName(newName);

@@ -41,12 +41,17 @@ void ProfileList::add(const QString &directory, bool builtIn)
 
     DashboardProfile profile;
     profile.id = nextId++;
+    profile.builtIn = builtIn;
+    setDirectory(profile, directory);
+    profiles.push_back(std::move(profile));
+}
+
+void ProfileList::setDirectory(DashboardProfile &profile, const QString &directory)
+{
     profile.name = QFileInfo(directory).fileName();
     profile.previewPath = previewPath(directory);
-    profile.builtIn = builtIn;
     profile.qmlPath = documentPath(directory);
     profile.directory = directory;
-    profiles.push_back(std::move(profile));
 }
 
 void ProfileList::sort()

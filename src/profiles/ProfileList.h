@@ -23,9 +23,12 @@ public:
     /// Sorts by name. Of two with one name the user's own comes first, since a name means that one.
     void sort();
 
+    /// Gives the profile its directory, whose name is the profile's.
+    static void setDirectory(DashboardProfile &profile, const QString &directory);
+
     void remove(Id id);
 
-    /// Null where there is none. Of several with one name, or with one vehicle, the first.
+    /// Null if there is none. Of several with one name, or with one vehicle, the first.
     const DashboardProfile *find(Id id) const;
     DashboardProfile *find(Id id);
     const DashboardProfile *find(const QString &name, Qt::CaseSensitivity sensitivity) const;
