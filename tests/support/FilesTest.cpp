@@ -80,6 +80,15 @@ private Q_SLOTS:
         QCOMPARE(home.path("/tmp/") + entries(home.path("/tmp")), name);
     }
 
+    void aDirectoryHasOneHolderAtATime()
+    {
+        const TemporaryHome home;
+        auto hold = platform::DirectoryHold::take(home.path());
+        QVERIFY(hold && hold->isExclusive() && !platform::DirectoryHold::take(home.path()));
+        hold.reset();
+        QVERIFY(platform::DirectoryHold::take(home.path()));
+    }
+
 #ifndef Q_OS_WIN // Wine has neither links nor pipes among files.
     void linksAndPipesAreNotTakenForFiles()
     {
