@@ -2,55 +2,36 @@
 
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
+#include <QtQml/QQmlExpression>
 #include <QtTest/QtTest>
 
 #include <memory>
 
 namespace {
 
-/// A component of the built Endurance dashboard.
-class Memory
-{
-public:
-    explicit Memory(const QString &type)
-        : component(&engine, QUrl::fromLocalFile(builtDashboards().filePath(
-                                 QStringLiteral("Endurance/Gauges/%1.qml").arg(type))))
-        , object(component.create())
-    {
-        if (object == nullptr)
-            qFatal("%s", qPrintable(component.errorString()));
-    }
-
-    void publish(const QVariantMap &values, int times = 1)
-    {
-        for (auto value = values.begin(); value != values.end(); ++value)
-            QVERIFY(object->setProperty(value.key().toUtf8(), value.value()));
-        for (int i = 0; i < times; ++i)
-            object->setProperty("publication", ++publication);
-    }
-
-    QVariant value(const char *name) const { return object->property(name); }
-    double number(const char *name) const { return value(name).toDouble(); }
-    QVariantList list(const char *name) const
-    {
-        return value(name).value<QJSValue>().toVariant().toList();
-    }
-
-private:
-    QQmlEngine engine;
-    QQmlComponent component;
-    std::unique_ptr<QObject> object;
-    int publication = 0;
-};
-
-QVariantMap atLine(int laps, int fuel)
-{
-    return {{QStringLiteral("laps"), laps},
-            {QStringLiteral("lapsKnown"), true},
-            {QStringLiteral("fuel"), fuel},
-            {QStringLiteral("fuelKnown"), true},
-            {QStringLiteral("lastTime"), QStringLiteral("lap %1").arg(laps)}};
-}
+// `line` is a publication at the line, or within a lap if the laps are the same as before. The
+// figures are the fuel that a lap takes, the laps left, the lap of the stop and the times kept.
+constexpr char Parts[] = R"(
+    import QtQml 2.15
+    import "Gauges"
+    QtObject {
+        property Stint stint: Stint {}
+        property Trend trend: Trend { perSample: 10; capacity: 8 }
+        function line(laps, fuel) {
+            stint.laps = laps; stint.lapsKnown = true; stint.fuel = fuel; stint.fuelKnown = true
+            stint.lastTime = "of " + laps; ++stint.publication
+        }
+        function drive(to) { for (let lap = 0; lap < to; ++lap) line(lap, 40 - 5 * lap) }
+        function forget(name) { stint[name] = false; ++stint.publication }
+        function figures() {
+            return [stint.perLap, Math.floor(stint.lapsLeft), stint.boxLap, stint.times.length].join(" ")
+        }
+        function times() { return stint.times.map(lap => lap.lap + " " + lap.time).join(", ") }
+        function follow(value, count) {
+            for (trend.value = value; count > 0; --count) ++trend.publication
+            return [trend.samples.length, trend.settled, trend.change].join(" ")
+        }
+    })";
 
 } // namespace
 
@@ -59,102 +40,52 @@ class StintTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void consumptionIsTheMeanOfWholeLaps()
+    void enduranceRemembers_data()
     {
-        Memory stint(QStringLiteral("Stint"));
-        stint.publish(atLine(3, 93)); // Somewhere in a lap.
-        stint.publish(atLine(4, 90));
-        QCOMPARE(stint.number("perLap"), 0.0);
-        QCOMPARE(stint.number("boxLap"), 0.0);
-        stint.publish(atLine(5, 84));
-        QCOMPARE(stint.number("perLap"), 6.0);
-        stint.publish(atLine(6, 80));
-        QCOMPARE(stint.number("perLap"), 5.0);
-        QCOMPARE(stint.number("lapsLeft"), 16.0);
-        QCOMPARE(stint.number("boxLap"), 22.0);
-        QCOMPARE(stint.list("times").size(), 3);
-        QCOMPARE(stint.list("times").constFirst().toMap().value(QStringLiteral("lap")).toInt(), 6);
-    }
-
-    void aFilledTankKeepsWhatALapTakes()
-    {
-        Memory stint(QStringLiteral("Stint"));
-        for (int lap = 0; lap < 4; ++lap)
-            stint.publish(atLine(lap, 40 - 5 * lap));
-        stint.publish(atLine(3, 26)); // Fuel that sways fills no tank.
-        QCOMPARE(stint.number("boxLap"), 8.0);
-        stint.publish(atLine(3, 100));
-        QCOMPARE(stint.number("perLap"), 5.0);
-        QCOMPARE(stint.number("lapsLeft"), 20.0);
-        QCOMPARE(stint.number("boxLap"), 0.0);
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char *script, const char *expected) {
+            QTest::newRow(script) << QString::fromLatin1(script) << QString::fromLatin1(expected);
+        };
+        // Consumption is the mean of the whole laps; the first publication is within one.
+        row("line(3, 93); line(4, 90); figures()", "0 0 0 1");
+        row("line(3, 93); line(4, 90); line(5, 84); figures()", "6 14 19 2");
+        row("line(3, 93); line(4, 90); line(5, 84); line(6, 80); figures()", "5 16 22 3");
+        // Fuel that sways fills no tank; a filled one keeps what a lap takes.
+        row("drive(4); line(3, 26); figures()", "5 5 8 3");
+        row("drive(4); line(3, 100); figures()", "5 20 0 3");
         // The lap out of the box isn't a whole one.
-        stint.publish(atLine(4, 98));
-        QCOMPARE(stint.number("perLap"), 5.0);
-        stint.publish(atLine(5, 92));
-        QCOMPARE(stint.number("perLap"), 6.0);
+        row("drive(4); line(3, 100); line(4, 98); figures()", "5 19 23 4");
+        row("drive(4); line(3, 100); line(4, 98); line(5, 92); figures()", "6 15 20 5");
+        // Another session begins anew, and what is unknown is forgotten.
+        row("drive(4); line(0, 25); figures()", "0 0 0 0");
+        row("drive(4); forget('fuelKnown'); figures()", "0 0 0 3");
+        row("drive(4); forget('lapsKnown'); figures()", "0 0 0 0");
+        row("drive(4); forget('lapsKnown'); line(9, 60); times()", "");
+        // The last five laps; a game may tell the time after the lap.
+        row("drive(8); times()", "7 of 7, 6 of 6, 5 of 5, 4 of 4, 3 of 3");
+        row("drive(3); stint.lastTime = 'late'; ++stint.publication; times()", "2 late, 1 of 1");
+        // A trend is the newer half of its means less the older.
+        row("follow(80, 59)", "5 false 0");
+        row("follow(80, 30); follow(86, 30)", "6 true 6");
+        row("follow(80, 30); follow(86, 30); trend.resting = true; follow(0, 99)", "6 true 6");
+        row("follow(80, 30); follow(90, 80)", "8 true 0");
+        row("follow(80, 60); trend.known = false; follow(80, 1)", "0 false 0");
     }
 
-    void anotherSessionBeginsAnew()
+    void enduranceRemembers()
     {
-        Memory stint(QStringLiteral("Stint"));
-        for (int lap = 0; lap < 4; ++lap)
-            stint.publish(atLine(lap, 40 - 5 * lap));
-        stint.publish(atLine(0, 25));
-        QCOMPARE(stint.number("perLap"), 0.0);
-        QCOMPARE(stint.number("boxLap"), 0.0);
-        QVERIFY(stint.list("times").isEmpty());
-    }
-
-    void whatIsUnknownIsForgotten()
-    {
-        Memory stint(QStringLiteral("Stint"));
-        for (int lap = 0; lap < 4; ++lap)
-            stint.publish(atLine(lap, 40 - 5 * lap));
-        stint.publish({{QStringLiteral("fuelKnown"), false}});
-        QCOMPARE(stint.number("perLap"), 0.0);
-        QCOMPARE(stint.number("lapsLeft"), 0.0);
-        QCOMPARE(stint.number("boxLap"), 0.0);
-        QCOMPARE(stint.list("times").size(), 3);
-        stint.publish({{QStringLiteral("lapsKnown"), false}});
-        QVERIFY(stint.list("times").isEmpty());
-        // Lap 9 comes out of nowhere and is no lap of this stint.
-        stint.publish(atLine(9, 60));
-        QVERIFY(stint.list("times").isEmpty());
-    }
-
-    void aTimeThatComesLateIsCorrected()
-    {
-        Memory stint(QStringLiteral("Stint"));
-        for (int lap = 0; lap < 9; ++lap)
-            stint.publish(atLine(lap, 50));
-        stint.publish({{QStringLiteral("lastTime"), QStringLiteral("late")}});
-        const QVariantList times = stint.list("times");
-        QCOMPARE(times.size(), stint.value("capacity").toInt());
-        QCOMPARE(times.at(0).toMap().value(QStringLiteral("time")).toString(),
-                 QStringLiteral("late"));
-        QCOMPARE(times.at(1).toMap().value(QStringLiteral("time")).toString(),
-                 QStringLiteral("lap 7"));
-    }
-
-    void aTrendComparesTheHalvesOfItsMeans()
-    {
-        Memory trend(QStringLiteral("Trend"));
-        const QString value = QStringLiteral("value");
-        trend.publish({{QStringLiteral("perSample"), 10}, {QStringLiteral("capacity"), 8}});
-        trend.publish({{value, 80.0}}, 29);
-        QCOMPARE(trend.list("samples").size(), 3);
-        QVERIFY(!trend.value("settled").toBool());
-        trend.publish({{value, 86.0}}, 30);
-        QVERIFY(trend.value("settled").toBool());
-        QCOMPARE(trend.number("change"), 86.0 - 80.0 * 29 / 30);
-        trend.publish({{QStringLiteral("resting"), true}, {value, 0.0}}, 100);
-        QCOMPARE(trend.list("samples").size(), 6);
-        trend.publish({{QStringLiteral("resting"), false}, {value, 90.0}}, 200);
-        QCOMPARE(trend.list("samples").size(), 8);
-        QCOMPARE(trend.number("change"), 0.0);
-        trend.publish({{QStringLiteral("known"), false}});
-        QVERIFY(trend.list("samples").isEmpty());
-        QVERIFY(!trend.value("settled").toBool());
+        QFETCH(QString, script);
+        QFETCH(QString, expected);
+        QQmlEngine engine;
+        QQmlComponent component(&engine);
+        component.setData(Parts, QUrl::fromLocalFile(builtDashboards().filePath(
+                                     QStringLiteral("Endurance/Test.qml"))));
+        const std::unique_ptr<QObject> parts(component.create());
+        QVERIFY2(parts != nullptr, component.errorString().toUtf8());
+        QQmlExpression expression(engine.rootContext(), parts.get(), script);
+        QCOMPARE(expression.evaluate().toString(), expected);
+        QVERIFY2(!expression.hasError(), expression.error().toString().toUtf8());
     }
 };
 
