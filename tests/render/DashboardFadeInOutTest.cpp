@@ -3,7 +3,6 @@
 
 #include <QtTest/QtTest>
 
-#include <cmath>
 #include <limits>
 
 namespace {
@@ -36,7 +35,7 @@ struct Fade
         for (const qint64 ms : times) {
             counter.count = ms;
             object.update();
-            const double opacity = double(object.currentOpacity());
+            const auto opacity = double(object.currentOpacity());
             result += object.isVisible() || opacity != 0 ? qRound(1000 * opacity) : Hidden;
         }
         return result;
