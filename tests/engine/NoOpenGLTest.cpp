@@ -18,7 +18,7 @@ private Q_SLOTS:
         QVERIFY2(QOpenGLContext().create() == software, "this platform has OpenGL");
         QString reason = "Failed to setup context/surface"_q;
         if (software)
-            reason += ": Qt Quick renders without OpenGL (\"software\")"_q;
+            reason += R"(: Qt Quick renders without OpenGL ("software"))"_q;
         const DocumentFolder folder;
         const QString good = folder.write("Dash.qml"_q, "import QtQuick 2.15\n"
                                                         "Text { text: dash_speed_kmh }\n");
