@@ -88,7 +88,7 @@ private:
     /// The value of an option, empty if it isn't set. Fails if it is set to nothing.
     QString textOf(const QCommandLineOption &option, const char *needed)
     {
-        const QString text = parser.value(option);
+        QString text = parser.value(option);
         require({&option}, !text.isEmpty(), needed);
         return text;
     }

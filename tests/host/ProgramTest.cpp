@@ -10,7 +10,7 @@ class ProgramTest : public QObject
     Q_OBJECT
 
 private:
-    const HostProgram host;
+    const HostProgram host{};
 
     /// A dashboard with a blue quarter, and the options for frames of it.
     QStringList framesOf(const QByteArray &colour, const char *count) const
@@ -115,7 +115,7 @@ private Q_SLOTS:
               {"vehicle Kart", "Other (user)\n"},
               {"profiles activate 99", "gauge-host: Profile not found\n"}});
         const QString list = host.run("profiles list").output;
-        const QRegularExpression row("\\* +\\d+  Other +user +1 "_q);
+        const QRegularExpression row(QStringLiteral(R"(\* +\d+  Other +user +1 )"));
         QVERIFY2(list.contains(row), qPrintable(list));
         const QString json = host.run("profiles list --json").output;
         QVERIFY2(json.contains("\"active\": true,\n        \"builtIn\": false,"_q),

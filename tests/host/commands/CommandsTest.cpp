@@ -14,7 +14,7 @@ class CommandsTest : public QObject
     Q_OBJECT
 
 private:
-    const HostProgram host;
+    const HostProgram host{};
     const QString folder = host.path("a #b"); // A URL must quote it.
     const QString dash = folder + "/Dash.qml"_q;
     const QString preview = folder + "/preview.png"_q;
