@@ -74,8 +74,9 @@ QByteArray pcapng(const QByteArray &blocks)
 ReadDrive read(const QByteArray &bytes)
 {
     QTemporaryFile file;
-    if (!file.open() || file.write(bytes) != bytes.size() || !file.flush())
+    if (!file.open() || file.write(bytes) != bytes.size())
         qFatal("no temporary file");
+    file.close();
     return ReadDrive(file.fileName());
 }
 
