@@ -38,6 +38,8 @@ private Q_SLOTS:
                     const int id = headers[random() % headers.size()].id; // Perhaps gone by now.
                     const int action = int(random() % 4);
                     store.performAction(id, action, name);
+                    store.profileHeader(id);
+                    store.profileNameExists(name);
                     store.activateRecentProfileForVehicle("Car%1"_q.arg(random() % 10));
                     const auto copy = store.performAction(0, DashboardProfileAction::Copy, name);
                     strangeFailures += !copy.ok && copy.message != taken ? 1 : 0;
