@@ -38,6 +38,9 @@ private Q_SLOTS:
         counter.readable = false;
         QCOMPARE(other.elapsedMs(), 0);
         QCOMPARE(MonotonicClock(counter).milliseconds(), counter.ticks);
+        counter.readable = true;
+        counter.countsPerSecond = 0;
+        QCOMPARE(MonotonicClock(counter).milliseconds(), 0U);
     }
 
     void theSystemsClocksCountMilliseconds()
