@@ -30,7 +30,7 @@ bool touchesTheDisk(const __ptrace_syscall_info &info)
 
 enum class End { Killed, Finished, Failed, Untraceable };
 
-/// Does `operation` in a process of its own and kills it before its `step`th change on disk.
+/// Runs `operation` in a process of its own and kills it before its `step`th change on disk.
 template<typename Operation> End killAt(int step, Operation operation)
 {
     const pid_t child = fork();

@@ -175,7 +175,7 @@ private Q_SLOTS:
         QCOMPARE(f.state(), "Built*"_q);
     }
 
-#ifndef Q_OS_WIN // It has no limit of file sizes, its permissions are lists, and Wine has no links.
+#ifndef Q_OS_WIN // No limit of file sizes and other permissions there, and no links in Wine.
     void aFullOrReadOnlyDiskLosesNothingAndLeavesNothingBehind()
     {
         const Unprivileged user;
@@ -205,12 +205,12 @@ private Q_SLOTS:
         QCOMPARE(f.savedState(), "A*"_q);
     }
 
-    void linksGoWithoutWhatTheyPointAt()
+    void aRemovedLinkLeavesItsTargetAlone()
     {
         ProfilesFixture f({"A"_q});
         const QString elsewhere = f.home.path("/elsewhere");
         ProfilesFixture::addDashboard(elsewhere);
-        // What killed copies have left, a reserved name among them.
+        // What killed copies have left, among it a reserved name.
         for (const char *const left : {"Free", ".staging..left/Free", ".staging..left/A"})
             QDir().mkpath(f.userPath(QString::fromLatin1(left)));
         for (const char *const link : {"Linked", "Second", ".staging..left/X"})

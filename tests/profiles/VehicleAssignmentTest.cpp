@@ -8,7 +8,7 @@ using Action = DashboardProfileAction::Code;
 
 namespace {
 
-/// Two dashboards: A is active and was chosen by the user at 1000 ms, and B has the vehicle "V".
+/// Two dashboards: A, which the user chose at 1000 ms, and B, which has the vehicle "V".
 struct TwoDashboards : ProfilesFixture
 {
     explicit TwoDashboards(const QByteArray &vehiclesOfB = "Vehicle.0.Name=V\nVehicleCount=1\n")
@@ -45,7 +45,7 @@ private Q_SLOTS:
             QFile::remove(f.iniPath());
             f.counter.count += afterMs;
             f.report(vehicle);
-            f.report(vehicle); // At home by now.
+            f.report(vehicle); // Already on its dashboard.
             QCOMPARE(f.state() + u' ' + f.effects(), expected);
         }
     }
@@ -144,7 +144,7 @@ private Q_SLOTS:
         }
     }
 
-#ifndef Q_OS_WIN // No limit on the size of files there, and other permissions.
+#ifndef Q_OS_WIN // No limit of file sizes there, and other permissions.
     void aFileThatCannotBeReadOrWrittenIsNoFault()
     {
         const Unprivileged user;

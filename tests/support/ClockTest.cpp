@@ -24,7 +24,7 @@ private Q_SLOTS:
         QCOMPARE(MonotonicClock(counter).milliseconds(), std::uint64_t(counter.count / 3'000));
     }
 
-    void withoutTheCounterAStopwatchStandsAndTheClockIsCoarse()
+    void withoutACounterTheStopwatchStopsAndTheClockIsCoarse()
     {
         FakeCounter counter;
         counter.hasFrequency = false;

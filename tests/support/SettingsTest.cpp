@@ -45,7 +45,7 @@ private Q_SLOTS:
         QCOMPARE(value(), "none"_q);
     }
 #else
-    void whatIsSetIsWrittenAndOtherValuesStayAsTheyStand()
+    void whatIsSetIsWrittenAndOtherValuesStayAsTheyAre()
     {
         const TemporaryHome home;
         const QString path = home.path("/config/Orvalentix/Halvorin.conf");
@@ -63,7 +63,7 @@ private Q_SLOTS:
         }
     }
 
-    void textsAreSpeltAsQSettingsSpellsThem()
+    void textsAreWrittenAsQSettingsWritesThem()
     {
         const QTemporaryDir folder;
         QStringList texts = "@ @Variant(1) @(x) a;b a,b a=b"_q.split(u' ');
@@ -106,7 +106,7 @@ private Q_SLOTS:
         }
     }
 
-    void whatStandsInTheFilesPlaceIsNeitherWaitedForNorLost()
+    void pipesAndFilesInTheWayDoNoHarm()
     {
         const TemporaryHome home;
         QDir().mkpath(home.path("/config/Orvalentix"));

@@ -12,7 +12,7 @@ class WindowsSystemTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aPathThatIsLongGetsThePrefixThatAllowsIt()
+    void longPathsGetThePrefixThatAllowsThem()
     {
         const QString name(244, u'n');
         const std::vector<std::pair<QString, QString>> rows{
@@ -27,7 +27,7 @@ private Q_SLOTS:
             QCOMPARE(QString::fromStdWString(platform::nativePath(path)), native);
     }
 
-    void filesTellTheirVersionAndHaveAnIcon()
+    void libraryAndProgramHaveAVersionAndAnIcon()
     {
         const QString version = "ProductVersion"_q + QChar(0) + QString::fromUtf8(GAUGE_VERSION);
         const QByteArray bytes(reinterpret_cast<const char *>(version.utf16()), version.size() * 2);
