@@ -3,7 +3,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QUrl>
-#include <QtGui/QFontDatabase>
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickRenderControl>
@@ -17,13 +16,7 @@ QDir builtDashboards()
 
 QStringList dashboardNames()
 {
-    QStringList names;
-    const QStringList folders = builtDashboards().entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    for (const QString &name : folders) {
-        if (builtDashboards().exists(name + QStringLiteral("/Dash.qml")))
-            names.append(name);
-    }
-    return names;
+    return builtDashboards().entryList(QDir::Dirs | QDir::NoDotAndDotDot);
 }
 
 void everyDashboard()
@@ -34,28 +27,15 @@ void everyDashboard()
         QTest::newRow(qPrintable(name)) << name;
 }
 
-void useOneFont()
-{
-    const int id = QFontDatabase::addApplicationFont(
-        QStringLiteral(PARTS_DIRECTORY "/fonts/RobotoCondensed-Regular.ttf"));
-    QFont font(QFontDatabase::applicationFontFamilies(id).value(0));
-    font.setPixelSize(13);
-    font.setHintingPreference(QFont::PreferVerticalHinting);
-    QGuiApplication::setFont(font);
-}
-
-Stage::Stage(const QString &document)
+Stage::Stage(const QString &dashboard)
     : publisher(
           [this](const QString &name, const QVariant &value) { renderer.setProperty(name, value); })
     , control(renderer.findChild<QQuickRenderControl *>())
 {
-    const QString path = QFileInfo(document).isAbsolute()
-                             ? document
-                             : builtDashboards().filePath(document + QStringLiteral("/Dash.qml"));
+    const QString path = builtDashboards().filePath(dashboard + QStringLiteral("/Dash.qml"));
     publisher.publish({{}, {}, {}, {}, {}});
-    loaded =
-        renderer.loadDocument(QUrl::fromLocalFile(path).toString(), QFileInfo(path).absolutePath(),
-                              DashboardSize.width(), DashboardSize.height(), OVX::SizeMode::Scale);
+    renderer.loadDocument(QUrl::fromLocalFile(path).toString(), QFileInfo(path).absolutePath(),
+                          DashboardSize.width(), DashboardSize.height(), OVX::SizeMode::Scale);
     QObject::connect(control, &QQuickRenderControl::sceneChanged, control,
                      [this] { ++repaintCount; });
 }

@@ -19,17 +19,14 @@ QStringList dashboardNames();
 /// A row for each dashboard, in the column "dashboard".
 void everyDashboard();
 
-/// Text without a font of its own is as large on every system from now on.
-void useOneFont();
-
 /// A dashboard under test, with its items in reach.
 class Stage
 {
 public:
-    /// `document` is a path, or the name of a built dashboard.
-    explicit Stage(const QString &document);
+    /// `dashboard` is the name of a built one.
+    explicit Stage(const QString &dashboard);
 
-    bool isLoaded() const { return loaded; }
+    /// What failed while the dashboard was loaded or shown.
     QStringList errors() const { return renderer.errors(); }
 
     /// One publication with all items in their places afterwards.
@@ -52,5 +49,4 @@ private:
     TelemetryPublisher publisher;
     QQuickRenderControl *control = nullptr;
     int repaintCount = 0;
-    bool loaded = false;
 };
