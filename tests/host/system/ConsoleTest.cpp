@@ -43,6 +43,7 @@ int useTerminal()
     SetConsoleMode(openScreen(), ENABLE_PROCESSED_OUTPUT | ENABLE_WRAP_AT_EOL_OUTPUT);
     std::fputs("[####....] a bar", stderr);
     printLine("told"_q); // Over the bar, without sequences.
+    SetConsoleMode(openScreen(), screenMode() | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
     return takesSequences ? EndedByItself : 1;
 }
 
