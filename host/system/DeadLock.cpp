@@ -7,12 +7,12 @@
 
 void removeDeadLock(const QSettings &settings)
 {
-    // A process that lives gives it back at once.
+    // A living process releases it at once.
     constexpr int LongestUseMs = 500;
     constexpr int LongestWaitMs = 900;
     const QFileInfo file(settings.fileName() + QStringLiteral(".lock"));
     if (!file.isFile() || file.isSymLink()) {
-        // No lock, but perhaps a pipe, on which QLockFile would wait for ever.
+        // Not a lock, but perhaps a pipe, for which QLockFile would wait for ever.
         QFile::remove(file.filePath());
         return;
     }

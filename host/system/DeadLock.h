@@ -2,6 +2,6 @@
 
 class QSettings;
 
-/// Takes away a lock on the file of `settings` that no living process holds, in less than a second.
-/// QSettings would wait for it for half a minute, or for ever, before it writes.
+/// Removes a lock on the file of `settings` that no living process holds, in less than a second.
+/// Before it writes, QSettings would wait for such a lock for half a minute, or for ever.
 void removeDeadLock(const QSettings &settings);
