@@ -1,35 +1,32 @@
 #include "StoppableThread.h"
 
 #include <QtCore/QEventLoop>
-#include <QtCore/QThread>
 
 #include <utility>
-
-StoppableThread::StoppableThread() = default;
 
 StoppableThread::~StoppableThread()
 {
     stop();
 }
 
-void StoppableThread::start(const char *name, std::function<void()> work)
+void StoppableThread::start(std::function<void()> work)
 {
-    thread.reset(QThread::create(std::move(work)));
-    thread->setObjectName(QLatin1String(name));
-    thread->start();
+    thread = std::thread([this, work = std::move(work)] { run(work); });
 }
 
 void StoppableThread::stop()
 {
-    if (thread == nullptr)
+    if (!thread.joinable())
         return;
     {
         const std::lock_guard guard(mutex);
         stopping = true;
+        if (loop != nullptr)
+            QMetaObject::invokeMethod(
+                loop, [loop = loop] { loop->quit(); }, Qt::QueuedConnection);
     }
     stopRequested.notify_all();
-    thread->quit();
-    thread->wait();
+    thread.join();
 }
 
 bool StoppableThread::waitUntil(std::chrono::steady_clock::time_point moment)
@@ -40,6 +37,22 @@ bool StoppableThread::waitUntil(std::chrono::steady_clock::time_point moment)
 
 void StoppableThread::serveUntilStopped()
 {
-    // Once `quit` was called, before this too, no loop of the thread runs any longer.
-    QEventLoop().exec();
+    {
+        const std::lock_guard guard(mutex);
+        if (stopping)
+            return;
+    }
+    loop->exec();
+}
+
+void StoppableThread::run(const std::function<void()> &work)
+{
+    QEventLoop ownLoop; // Sockets and timers can't be made before the thread has one.
+    {
+        const std::lock_guard guard(mutex);
+        loop = &ownLoop;
+    }
+    work();
+    const std::lock_guard guard(mutex);
+    loop = nullptr;
 }

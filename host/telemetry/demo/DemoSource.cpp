@@ -12,7 +12,7 @@ DemoSource::DemoSource(DemoCars cars, double startAt)
 
 void DemoSource::start(TelemetrySink &sink)
 {
-    thread.start("telemetry", [this, &sink] { run(sink); });
+    thread.start([this, &sink] { run(sink); });
 }
 
 void DemoSource::run(TelemetrySink &sink)

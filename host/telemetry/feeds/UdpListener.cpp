@@ -173,7 +173,7 @@ UdpListener::UdpListener(std::vector<std::unique_ptr<Feed>> feeds, const Setting
 {
     std::promise<Opened> promise;
     std::future<Opened> future = promise.get_future();
-    thread.start("telemetry", [this, &feeds, &settings, &promise] {
+    thread.start([this, &feeds, &settings, &promise] {
         run(std::move(feeds), settings, std::move(promise));
     });
     Opened opened = future.get();

@@ -12,7 +12,7 @@ PlaybackSource::PlaybackSource(std::unique_ptr<DatagramReader> reader,
 
 void PlaybackSource::start(TelemetrySink &sink)
 {
-    thread.start("telemetry", [this, &sink] { run(sink); });
+    thread.start([this, &sink] { run(sink); });
 }
 
 void PlaybackSource::run(TelemetrySink &sink)

@@ -17,7 +17,7 @@ RecordingWriter::RecordingWriter(const QString &path, Existing existing)
 {
     if (!open(existing))
         return;
-    thread.start("recording", [this] {
+    thread.start([this] {
         while (thread.waitUntil(std::chrono::steady_clock::now() + FlushPeriod))
             writeOut();
     });
