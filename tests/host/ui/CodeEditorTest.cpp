@@ -12,72 +12,55 @@ class CodeEditorTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
+    void editorsComeInTheirOrder()
     {
-        folder = std::make_unique<QTemporaryDir>();
-        qputenv("PATH", QFile::encodeName(path("bin")));
-        qunsetenv("VISUAL");
-        document = path("my dash/$(touch x); '\"-é\n*.qml");
+        const QString document = path("my dash/$(touch x); '\"-é\n*.qml");
         writeFile(document, "Item {}");
-        opened.clear();
-    }
-
-    void visualStudioCodeGetsFolderAndFile()
-    {
-        addProgram("code");
-        addProgram("kate");
-        qputenv("VISUAL", "kate");
-        open(document);
-        QTRY_COMPARE(run(), QStringList({"code"_q, QFileInfo(document).path(), document, ""_q}));
-        // A name like an option is a file.
-        writeFile(path("--wait"), "Item {}");
-        QVERIFY(QDir::setCurrent(folder->path()));
-        open("--wait"_q);
-        QTRY_COMPARE(run().value(2), path("--wait"));
-    }
-
-    void theCommandInVisualIsNext()
-    {
-        addProgram("my editor");
-        qputenv("VISUAL", "\"my editor\" --wait '-n'");
-        open(document);
-        QTRY_COMPARE(run(), QStringList({"my editor"_q, "--wait"_q, "'-n'"_q, document, ""_q}));
-        QVERIFY(opened.isEmpty());
-    }
-
-    void theDesktopIsLast()
-    {
+        qputenv("PATH", QFile::encodeName(path("bin")));
+        // The desktop is last, behind what isn't there, can't be started or lives in a terminal.
         addProgram("vim");
-        for (const char *name : {"bin/broken", "bin/code"}) {
-            writeFile(path(name), "\x7f"
-                                  "ELF no program");
-            QVERIFY(QFile::setPermissions(path(name), QFile::ReadOwner | QFile::ExeOwner));
-        }
+        addProgram("broken", "\x7f"
+                             "ELF no program");
         for (const char *visual : {"", "no-such-editor -w", "broken", "vim"}) {
             qputenv("VISUAL", visual);
             QCOMPARE(open(document), QString());
             QCOMPARE(std::exchange(opened, {}), QUrl::fromLocalFile(document));
         }
+        addProgram("my editor");
+        qputenv("VISUAL", "\"my editor\" --wait '-n'");
+        open(document);
+        QTRY_COMPARE(run(), QStringList({"my editor"_q, "--wait"_q, "'-n'"_q, document, ""_q}));
+        addProgram("code");
+        open(document);
+        QTRY_COMPARE(run(), QStringList({"code"_q, QFileInfo(document).path(), document, ""_q}));
+        // A name like an option is a file.
+        writeFile(path("--wait"), "Item {}");
+        QVERIFY(QDir::setCurrent(folder.path()));
+        open("--wait"_q);
+        QTRY_COMPARE(run().value(2), path("--wait"));
+        QVERIFY(opened.isEmpty());
     }
 
     void theUserIsToldWhereThereIsNone()
     {
-        QVERIFY(open(document, false).contains("VISUAL"_q));
-        opened.clear();
+        qputenv("PATH", "");
+        qunsetenv("VISUAL");
+        writeFile(path("Dash.qml"), "Item {}");
+        QVERIFY(open(path("Dash.qml"), false).contains("VISUAL"_q));
         QVERIFY(open(path("gone.qml")).contains("gone.qml"_q));
         QVERIFY(!open({}).isEmpty());
-        QVERIFY(opened.isEmpty());
     }
 
 private:
-    QString path(const char *name) const { return folder->filePath(QString::fromUtf8(name)); }
+    QString path(const QByteArray &name) const { return folder.filePath(QString::fromUtf8(name)); }
 
-    /// A program that leaves its name and its arguments in a file, each with a byte 1 behind it.
-    void addProgram(const QByteArray &name) const
+    /// A script leaves its name and its arguments in a file, each with a byte 1 behind it.
+    void addProgram(const QByteArray &name, const QByteArray &content = {}) const
     {
+        const QByteArray script =
+            "#!/bin/sh\nprintf '%s\\001' \"${0##*/}\" \"$@\" >" + QFile::encodeName(path("run"));
         const QString program = path("bin/" + name);
-        writeFile(program, "#!/bin/sh\nprintf '%s\\001' \"${0##*/}\" \"$@\" > '" +
-                               path("run").toUtf8() + "'\n");
+        writeFile(program, content.isEmpty() ? script : content);
         QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner));
     }
 
@@ -95,8 +78,7 @@ private:
         return failed.value(0).value(0).toString();
     }
 
-    std::unique_ptr<QTemporaryDir> folder;
-    QString document;
+    const QTemporaryDir folder;
     QUrl opened;
 };
 

@@ -53,20 +53,6 @@ private Q_SLOTS:
         QVERIFY(bar() == nullptr);
     }
 
-    void everythingFitsInItsWindow()
-    {
-        window->setMinimumSize({}); // As on a screen that is too small for it.
-        for (const QSize size : {QSize(1270, 765), QSize(900, 860), QSize(736, 436)}) {
-            window->resize(size);
-            QTRY_COMPARE(window->rootObject()->size().toSize(), size);
-            const QQuickItem *preview = item("fillMode", 1);
-            QVERIFY(4 * preview->height() > size.height());
-            QVERIFY(preview->height() < preview->parentItem()->height() + 4);
-            QVERIFY(note()->mapToScene({0, note()->height()}).y() <=
-                    button("OK")->mapToScene({}).y());
-        }
-    }
-
     void slidersReachThePreview()
     {
         QQuickItem *rpm = slider("RPM:");
@@ -96,7 +82,7 @@ private Q_SLOTS:
         for (const QString &file : {folder + "/Dash.qml"_q, folder + "/Dash.txt"_q, other})
             writeFile(file, "Item {}");
         answerDialog([](QQuickView *dialog) { keys(dialog, {Qt::Key_Escape}); });
-        QCOMPARE(window->argument(), QVariant(document));
+        QCOMPARE(viewed(), document);
 
         answerDialog([&](QQuickView *dialog) {
             QQuickItem *path = find(dialog->rootObject(), "selectByMouse", true);
@@ -107,27 +93,25 @@ private Q_SLOTS:
             path->setProperty("text", folder);
             keys(dialog, {Qt::Key_Return});
             // The folder in it and the document.
-            QTRY_COMPARE(find(dialog->rootObject(), "currentIndex", 0)->property("count").toInt(),
-                         2);
+            const QQuickItem *list = find(dialog->rootObject(), "currentIndex", 0);
+            QTRY_COMPARE(list->property("count").toInt(), 2);
             type(dialog, "da");
             keys(dialog, {Qt::Key_Return});
         });
-        QCOMPARE(window->argument(), QVariant(folder + "/Dash.qml"_q));
+        QCOMPARE(viewed(), folder + "/Dash.qml"_q);
 
         // What has been typed wins over what is selected in the list.
         answerDialog([&](QQuickView *dialog) {
             find(dialog->rootObject(), "selectByMouse", true)->setProperty("text", other);
             click(find(dialog->rootObject(), "primary", true));
         });
-        QCOMPARE(window->argument(), QVariant(other));
+        QCOMPARE(viewed(), other);
 
         // The folder of a lost file gives way to the one above it.
         QVERIFY(QDir(folder + "/deeper"_q).removeRecursively());
         answerDialog([&](QQuickView *dialog) {
-            const auto path = [dialog] { return dialog->rootObject()->property("folderPath"); };
-            QCOMPARE(path(), QVariant(folder));
-            keys(dialog, {Qt::Key_Backspace});
-            QTRY_COMPARE(path(), QVariant(home->path()));
+            QCOMPARE(dialog->rootObject()->property("folderPath").toString(), folder);
+            keys(dialog, {Qt::Key_Escape});
         });
     }
 
@@ -154,7 +138,7 @@ private Q_SLOTS:
         const GalleryWindow gallery(*navigation, *engine, store, vehicles, monitor, {});
         open(store.profile(id)->qmlPath);
         store.performAction(id, DashboardProfileAction::Rename, "New"_q);
-        QTRY_COMPARE(window->argument(), QVariant("/dashboards/New/Dash.qml"_q));
+        QTRY_COMPARE(viewed(), "/dashboards/New/Dash.qml"_q);
     }
 
     void everyRoadClosesItAlone()
@@ -196,6 +180,7 @@ private Q_SLOTS:
 
 private:
     QQuickItem *button(const char *text) const { return item("text", QString::fromUtf8(text)); }
+    QString viewed() const { return window->argument().toString(); }
     QQuickItem *note() const { return item("wrapMode", 4); }
 
     /// The slider that stands behind this caption.
@@ -212,22 +197,22 @@ private:
         return preview != nullptr ? window->grabWindow().pixelColor(middle(preview)) : QColor();
     }
 
-    /// Opens the file dialog and acts on it; it runs an event loop of its own.
+    /// Opens the file dialog and acts on it, which ends it; it runs an event loop of its own.
     void answerDialog(const std::function<void(QQuickView *)> &answer) const
     {
+        bool stuck = false;
         QTimer look;
         connect(&look, &QTimer::timeout, this, [&] {
-            const QPointer<QWindow> dialog(QGuiApplication::modalWindow());
+            auto *dialog = qobject_cast<QQuickView *>(QGuiApplication::modalWindow());
             if (dialog == nullptr || QGuiApplication::focusWindow() != dialog)
                 return;
             look.stop();
-            answer(qobject_cast<QQuickView *>(dialog));
-            if (dialog != nullptr)
-                dialog->close(); // In case the answer failed half-way.
+            QTimer::singleShot(20'000, dialog, [&stuck, dialog] { stuck = dialog->close(); });
+            answer(dialog);
         });
         look.start(10);
         click(button("..."));
-        QVERIFY(!look.isActive());
+        QVERIFY(!look.isActive() && !stuck);
     }
 };
 

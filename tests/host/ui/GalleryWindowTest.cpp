@@ -4,6 +4,7 @@
 #include "WindowRig.h"
 #include "support/FakeEngine.h"
 #include "telemetry/VehicleNames.h"
+#include "ui/LiveDashboard.h"
 
 /// The gallery over a store with a built-in dashboard and two of the user's. Anything that it logs
 /// is a fault.
@@ -37,7 +38,7 @@ private Q_SLOTS:
     {
         window.reset();
         QVERIFY(!engine.hasConsumers());
-        QCOMPARE(log->lines, QStringList());
+        QCOMPARE(log->lines.join(u'\n'), QString());
     }
 
     void activatesByClickAndByKey()
@@ -96,34 +97,71 @@ private Q_SLOTS:
         }
     }
 
-    void tellsWhatToDoWithoutDashboards()
-    {
-        for (const int id : {road, mine, rally})
-            store->performAction(id, DashboardProfileAction::Remove, {});
-        QTRY_VERIFY(item("emptyHeading") != nullptr);
-        const QStringList calls = store->calls();
-        QVERIFY(!item("openWindow")->isEnabled());
-        press({Qt::Key_Return, Qt::Key_F2, Qt::Key_Delete, Qt::Key_Menu, Qt::Key_Down, Qt::Key_End,
-               Qt::CTRL | Qt::Key_E, Qt::CTRL | Qt::Key_D});
-        QCOMPARE(store->calls() + shown, calls);
-    }
-
-    void showsWhereAPictureIsMissing()
+    void showsThePictureThatThereIs()
     {
         const QString path = home.path("/preview #1 100%.png");
-        QImage picture(480, 272, QImage::Format_RGB32);
-        picture.fill(Qt::red);
-        QVERIFY(picture.save(path));
         store->add("Pictured"_q, false, {}, path);
-        const auto isRed = [this] {
-            const QPoint place = middle(card("Pictured"_q)) - QPoint(50, 50);
-            return window->grabWindow().pixelColor(place) == QColor(Qt::red);
-        };
-        Q_EMIT store->profileListChanged();
-        QTRY_VERIFY(cards() == 4 && isRed());
+        QImage picture(480, 272, QImage::Format_RGB32);
+        const auto color = [this] { return colorOf(card("Pictured"_q), {-50, -50}); };
+        for (const Qt::GlobalColor painted : {Qt::red, Qt::blue}) {
+            picture.fill(painted);
+            QVERIFY(picture.save(path));
+            Q_EMIT store->profileListChanged();
+            QTRY_COMPARE(color(), QColor(painted));
+        }
         QVERIFY(QFile::remove(path));
         Q_EMIT store->profileListChanged();
-        QTRY_VERIFY(!isRed());
+        QTRY_COMPARE(color(), QColor(Qt::black));
+    }
+
+    void showsTheActiveDashboardLive()
+    {
+        const QColor waiting = engine.waiting.pixelColor(0, 0);
+        auto *live = static_cast<LiveDashboard *>(item("live"));
+        QTRY_COMPARE(colorOf(live), waiting);
+        QCOMPARE(live->frameHeight(), qRound(live->frameWidth() * 272 / 480.0));
+        for (const Qt::GlobalColor color : {Qt::red, Qt::red, Qt::blue}) {
+            deliver(color);
+            QCOMPARE(colorOf(live), QColor(color));
+        }
+        Frame tooShort(100);
+        live->deliverFrame(tooShort, 480);
+        QCOMPARE(colorOf(live), QColor(Qt::blue));
+        // Without telemetry no frame of another dashboard comes.
+        store->performAction(rally, DashboardProfileAction::Activate, {});
+        QTRY_COMPARE(colorOf(live), waiting);
+    }
+
+    void isNoConsumerWhileNobodySeesIt()
+    {
+        window->setPersistentSceneGraph(false);
+        window->setPersistentOpenGLContext(false);
+        deliver(Qt::red);
+        QTRY_COMPARE(colorOf(item("live")), QColor(Qt::red));
+        for (const QWindow::Visibility hidden : {QWindow::Hidden, QWindow::Minimized}) {
+            window->setVisibility(hidden);
+            QVERIFY(!engine.hasConsumers());
+            window->setVisibility(QWindow::Windowed);
+            QVERIFY(engine.hasConsumers());
+        }
+        // The frame went with the graphics.
+        QTRY_COMPARE(colorOf(item("live")), engine.waiting.pixelColor(0, 0));
+        item("live")->setVisible(false);
+        QVERIFY(!engine.hasConsumers());
+    }
+
+    void aLivePictureMayEndAtAnyMoment()
+    {
+        for (int round = 0; round < 50; ++round) {
+            LiveDashboard other(window->contentItem());
+            other.setSize(QSizeF(480, 272));
+            other.attach(engine);
+            for (int frame = 0; frame < round % 5; ++frame) {
+                deliver(Qt::red);
+                QCoreApplication::processEvents();
+            }
+        }
+        QCOMPARE(engine.consumers.size(), std::size_t(1));
     }
 
     void renamesToAFreeName()
@@ -181,23 +219,23 @@ private Q_SLOTS:
             QCOMPARE(item("menuRename")->isEnabled(), id == mine);
             leave("menuRemove");
         }
+    }
+
+    void editsACopyOfABuiltInDashboardOrOfTheTemplate()
+    {
+        focusCard(road);
         pressFor(Qt::CTRL | Qt::Key_E, "nameField");
         type(window.get(), "Night");
         press({Qt::Key_Return});
         QTRY_COMPARE(shown, QStringList{"DashboardEditor /dashboards/Night/Dash.qml"_q});
-        QVERIFY(item("nameField") == nullptr);
-    }
-
-    void copiesTheTemplateIfThereIsOne()
-    {
-        QVERIFY(item("newFromTemplate") == nullptr);
+        QVERIFY(item("nameField") == nullptr && item("newFromTemplate") == nullptr);
         store->add("Template"_q, true);
         Q_EMIT store->profileListChanged();
         QTRY_VERIFY(item("newFromTemplate") != nullptr);
-        QCOMPARE(cards(), 3);
+        QCOMPARE(cards(), 4);
         pressFor(Qt::CTRL | Qt::Key_N, "nameField");
         press({Qt::Key_Return});
-        QTRY_COMPARE(store->calls(), QStringList{"1 3 New dashboard"_q});
+        QTRY_COMPARE(store->calls().last(), "1 4 New dashboard"_q);
     }
 
     void livesOnWhileTheStoreIsBusyAndEndsInTheMiddle()
@@ -231,7 +269,7 @@ private Q_SLOTS:
         QVERIFY(!store->profileNameExists("Mine"_q));
     }
 
-    void outlivesADashboardThatGoesUnderADialog()
+    void outlivesDashboardsThatGoUnderItsDialogs()
     {
         pressFor(Qt::Key_F2, "nameField");
         store->performAction(mine, DashboardProfileAction::Remove, {});
@@ -243,6 +281,13 @@ private Q_SLOTS:
         pressFor(Qt::Key_Delete, "removeText");
         store->performAction(rally, DashboardProfileAction::Remove, {});
         QTRY_VERIFY(item("removeText") == nullptr);
+        store->performAction(road, DashboardProfileAction::Remove, {});
+        QTRY_VERIFY(item("emptyHeading") != nullptr);
+        const QStringList calls = store->calls();
+        QVERIFY(!item("openWindow")->isEnabled());
+        press({Qt::Key_Return, Qt::Key_F2, Qt::Key_Delete, Qt::Key_Menu, Qt::Key_Down, Qt::Key_End,
+               Qt::CTRL | Qt::Key_E, Qt::CTRL | Qt::Key_D});
+        QCOMPARE(store->calls() + shown, calls);
     }
 
 private:
@@ -255,6 +300,25 @@ private:
         const QQuickItem *found = item(name);
         return found != nullptr ? found->property("text").toString() : QString();
     }
+    QColor colorOf(const QQuickItem *item, const QPoint &offMiddle = {}) const
+    {
+        const QImage picture = window->grabWindow(); // None while the window isn't drawn yet.
+        if (item == nullptr || picture.isNull())
+            return {};
+        return picture.pixelColor(middle(item) + offMiddle);
+    }
+
+    void deliver(Qt::GlobalColor color)
+    {
+        for (IDashboardConsumer *consumer : engine.consumers) {
+            QImage image(consumer->frameWidth(), consumer->frameHeight(),
+                         QImage::Format_ARGB32_Premultiplied);
+            image.fill(color);
+            frame.assign(image.constBits(), image.constBits() + image.sizeInBytes());
+            consumer->deliverFrame(frame, image.width());
+        }
+    }
+
     QQuickItem *card(const QString &name) const { return find(item("grid"), "name", name); }
     int cards() const { return item("grid")->property("count").toInt(); }
     void press(const QList<int> &list) const { keys(window.get(), list); }
@@ -285,6 +349,7 @@ private:
     std::optional<LogCapture> log;
     std::optional<FakeStore> store;
     FakeEngine engine;
+    Frame frame;
     VehicleNames vehicles;
     TelemetryMonitor monitor;
     std::optional<Navigation> navigation;
