@@ -8,7 +8,6 @@ namespace {
 /// Between what rasterisers differ by and what another digit does, even one of 11 pixels in a
 /// picture of twice the dashboard's size.
 constexpr int MostDifference = 29;
-constexpr int Reach = 1; ///< Pixels that a patch may have moved.
 constexpr int BlurRadius = 1;
 constexpr int PatchRadius = 2;
 
@@ -40,11 +39,11 @@ QImage blurredChannel(const QImage &image, int channel)
     return result;
 }
 
-/// Whether the patch around a place in one picture is in the other, moved a little at most.
+/// Whether the patch around a place in one picture is in the other, moved by a pixel at most.
 bool isIn(const QImage &one, const QImage &other, QPoint place)
 {
-    for (int dy = -Reach; dy <= Reach; ++dy) {
-        for (int dx = -Reach; dx <= Reach; ++dx) {
+    for (const int dy : {-1, 0, 1}) {
+        for (const int dx : {-1, 0, 1}) {
             const int difference = mean(one, place, PatchRadius, [&](int x, int y) {
                 const int u = std::clamp(x + dx, 0, other.width() - 1);
                 const int v = std::clamp(y + dy, 0, other.height() - 1);

@@ -1,6 +1,7 @@
 #include "Stage.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
 #include <QtCore/QEvent>
 #include <QtCore/QUrl>
 #include <QtGui/QGuiApplication>
@@ -9,21 +10,20 @@
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QtTest>
 
-QDir builtDashboards()
+QString folderOf(const QString &dashboard)
 {
-    return QDir(QStringLiteral(DASHBOARDS_DIRECTORY));
+    return QStringLiteral(DASHBOARDS_DIRECTORY "/") + dashboard;
 }
 
 QStringList dashboardNames()
 {
-    return builtDashboards().entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    return QDir(folderOf({})).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
 }
 
 void everyDashboard()
 {
     QTest::addColumn<QString>("dashboard");
-    const QStringList names = dashboardNames();
-    for (const QString &name : names)
+    for (const QString &name : dashboardNames())
         QTest::newRow(qPrintable(name)) << name;
 }
 
@@ -32,10 +32,11 @@ Stage::Stage(const QString &dashboard)
           [this](const QString &name, const QVariant &value) { renderer.setProperty(name, value); })
     , control(renderer.findChild<QQuickRenderControl *>())
 {
-    const QString path = builtDashboards().filePath(dashboard + QStringLiteral("/Dash.qml"));
+    const QString folder = folderOf(dashboard);
     publisher.publish({{}, {}, {}, {}, {}});
-    renderer.loadDocument(QUrl::fromLocalFile(path).toString(), QFileInfo(path).absolutePath(),
-                          DashboardSize.width(), DashboardSize.height(), OVX::SizeMode::Scale);
+    renderer.loadDocument(QUrl::fromLocalFile(folder + QStringLiteral("/Dash.qml")).toString(),
+                          folder, DashboardSize.width(), DashboardSize.height(),
+                          OVX::SizeMode::Scale);
     QObject::connect(control, &QQuickRenderControl::sceneChanged, control,
                      [this] { ++repaintCount; });
 }
@@ -53,8 +54,8 @@ void Stage::publishOnce(const TelemetryState &state)
 
 void Stage::publish(const TelemetryState &state)
 {
-    constexpr int AveragedPublications = 6;
-    for (int i = 0; i < AveragedPublications; ++i)
+    // More than are averaged.
+    for (int i = 0; i < 6; ++i)
         publishOnce(state);
 }
 
@@ -69,10 +70,6 @@ QImage Stage::picture(QSize size)
 QQuickItem &Stage::root() const
 {
     // The renderer's window is the only one of the test.
-    const QWindowList windows = QGuiApplication::allWindows();
-    for (QWindow *window : windows) {
-        if (const auto *quick = qobject_cast<QQuickWindow *>(window))
-            return *quick->contentItem()->childItems().constFirst();
-    }
-    qFatal("There is no window.");
+    const auto *window = qobject_cast<QQuickWindow *>(QGuiApplication::allWindows().constFirst());
+    return *window->contentItem()->childItems().constFirst();
 }

@@ -4,16 +4,16 @@
 #include "render/TelemetryPublisher.h"
 #include "render/offscreen/QmlOffscreenRenderer.h"
 
-#include <QtCore/QDir>
+#include <QtCore/QStringList>
 #include <QtGui/QImage>
 
 class QQuickItem;
 class QQuickRenderControl;
 
-/// The folder of the dashboards as they were built, whole with their copies of the parts.
-QDir builtDashboards();
+/// The folder of a dashboard as it was built, whole with its copies of the parts.
+QString folderOf(const QString &dashboard);
 
-/// The names of the dashboards in it.
+/// The names of the dashboards that were built.
 QStringList dashboardNames();
 
 /// A row for each dashboard, in the column "dashboard".

@@ -1,5 +1,6 @@
 #include "TextFaults.h"
 
+#include <QtCore/QDebug>
 #include <QtCore/QRectF>
 #include <QtGui/QColor>
 #include <QtGui/QFontMetricsF>
@@ -19,73 +20,57 @@ struct Ink
     QRectF area; ///< In the root's coordinates.
 };
 
-QFont paintedFont(const QQuickItem &item)
+bool meet(const QRectF &one, const QRectF &other)
 {
-    auto font = item.property("font").value<QFont>();
-    // The size in use, which text that fits itself into its box has reduced.
-    const int size =
-        item.property("fontInfo").value<QJSValue>().property(QStringLiteral("pixelSize")).toInt();
-    if (size > 0)
-        font.setPixelSize(size);
-    return font;
+    const QRectF common = one & other;
+    return common.width() > Tolerance && common.height() > Tolerance;
 }
 
 /// Where the glyphs of an item lie within it.
 QRectF inkOf(const QQuickItem &item)
 {
-    const QFontMetricsF metrics(paintedFont(item));
+    auto font = item.property("font").value<QFont>();
+    // The size in use, which text that fits itself into its box has reduced.
+    const auto info = item.property("fontInfo").value<QJSValue>();
+    font.setPixelSize(std::max(1, info.property(QStringLiteral("pixelSize")).toInt()));
+    const QFontMetricsF metrics(font);
     const QString text = item.property("text").toString();
     const qreal free = item.width() - metrics.horizontalAdvance(text);
     const int alignment = item.property("effectiveHorizontalAlignment").toInt();
-    const qreal left = (alignment & Qt::AlignRight) != 0     ? free
-                       : (alignment & Qt::AlignHCenter) != 0 ? free / 2
-                                                             : 0;
-    return metrics.tightBoundingRect(text).translated(left, item.baselineOffset());
+    const qreal share = (alignment & Qt::AlignRight) != 0     ? 1
+                        : (alignment & Qt::AlignHCenter) != 0 ? 0.5
+                                                              : 0;
+    return metrics.tightBoundingRect(text).translated(free * share, item.baselineOffset());
 }
 
 /// Goes through the items in the order in which they are painted.
-class Walk
+struct Walk
 {
-public:
-    explicit Walk(const QQuickItem &root)
-        : root(root)
-    {
-    }
+    const QQuickItem &root;
+    std::vector<Ink> inks;
+    QStringList faults;
 
     QStringList run()
     {
         visit(root, 1);
-        const QRectF whole = QRectF(0, 0, root.width(), root.height())
-                                 .adjusted(-Tolerance, -Tolerance, Tolerance, Tolerance);
-        for (std::size_t i = 0; i < inks.size(); ++i) {
-            if (!whole.contains(inks[i].area))
-                report(QStringLiteral("%1 sticks out of the dashboard"), inks[i]);
-            for (std::size_t j = i + 1; j < inks.size(); ++j) {
-                if (meet(inks[i].area, inks[j].area))
-                    report(
-                        QStringLiteral("%1 lies on '%2'").arg(QStringLiteral("%1"), inks[j].text),
-                        inks[i]);
+        const QRectF whole =
+            root.boundingRect().adjusted(-Tolerance, -Tolerance, Tolerance, Tolerance);
+        for (auto ink = inks.begin(); ink != inks.end(); ++ink) {
+            if (!whole.contains(ink->area))
+                report(*ink, QStringLiteral("sticks out of the dashboard"));
+            for (auto other = ink + 1; other != inks.end(); ++other) {
+                if (meet(ink->area, other->area))
+                    report(*ink, QStringLiteral("lies on '%1'").arg(other->text));
             }
         }
         return faults;
     }
 
-private:
-    static bool meet(const QRectF &one, const QRectF &other)
+    void report(const Ink &ink, const QString &fault)
     {
-        const QRectF common = one & other;
-        return common.width() > Tolerance && common.height() > Tolerance;
-    }
-
-    void report(const QString &form, const Ink &ink)
-    {
-        const QRect area = ink.area.toAlignedRect();
-        faults.append(form.arg(QStringLiteral("'%1' at %2,%3 %4x%5")
-                                   .arg(ink.text)
-                                   .arg(area.x())
-                                   .arg(area.y())
-                                   .arg(area.width())
-                                   .arg(area.height())));
+        QString place;
+        QDebug(&place) << ink.area.toAlignedRect();
+        faults.append(QStringLiteral("'%1' %2: %3").arg(ink.text, fault, place));
     }
 
     void visit(const QQuickItem &item, qreal opacity)
@@ -96,26 +81,28 @@ private:
         QList<QQuickItem *> children = item.childItems();
         std::stable_sort(children.begin(), children.end(),
                          [](const QQuickItem *a, const QQuickItem *b) { return a->z() < b->z(); });
-        const auto above = std::find_if(children.cbegin(), children.cend(),
-                                        [](const QQuickItem *child) { return child->z() >= 0; });
-        std::for_each(children.cbegin(), above, [&](auto *child) { visit(*child, shown); });
+        // An item lies over its children of negative z.
+        auto child = children.cbegin();
+        for (; child != children.cend() && (*child)->z() < 0; ++child)
+            visit(**child, shown);
         if (item.inherits("QQuickText"))
             addText(item);
         else if (item.inherits("QQuickRectangle") && shown >= 1)
             cover(item);
-        std::for_each(above, children.cend(), [&](auto *child) { visit(*child, shown); });
+        for (; child != children.cend(); ++child)
+            visit(**child, shown);
     }
 
     void addText(const QQuickItem &item)
     {
         const QRectF ink = inkOf(item);
-        const bool isPainted = item.property("color").value<QColor>().alpha() > 0;
-        if (ink.isEmpty() || !isPainted || item.objectName() == QLatin1String("ghost"))
+        const int alpha = item.property("color").value<QColor>().alpha();
+        if (ink.isEmpty() || alpha == 0 || item.objectName() == QLatin1String("ghost"))
             return;
         inks.push_back({item.property("text").toString(), item.mapRectToItem(&root, ink)});
         if (ink.width() > item.width() + 2 * Tolerance ||
             ink.height() > item.height() + 2 * Tolerance)
-            report(QStringLiteral("%1 is larger than its box"), inks.back());
+            report(inks.back(), QStringLiteral("is larger than its box"));
     }
 
     void cover(const QQuickItem &item)
@@ -125,30 +112,25 @@ private:
             return;
         const QPointF along =
             item.mapToItem(&root, QPointF(1, 0)) - item.mapToItem(&root, QPointF(0, 0));
-        constexpr qreal NarrowestCover = 4;
-        if (along.y() != 0 || item.width() < NarrowestCover || item.height() < NarrowestCover)
+        if (along.y() != 0 || std::min(item.width(), item.height()) < 4)
             return; // A needle, a tick or a line.
         // Round corners leave a little uncovered.
         const qreal corner = item.property("radius").toReal() * 0.3;
-        const QRectF area = item.mapRectToItem(&root, QRectF(0, 0, item.width(), item.height()))
+        const QRectF area = item.mapRectToItem(&root, item.boundingRect())
                                 .adjusted(corner, corner, -corner, -corner);
         const auto covered = std::remove_if(
             inks.begin(), inks.end(), [&area](const Ink &ink) { return area.contains(ink.area); });
         inks.erase(covered, inks.end());
         for (const Ink &ink : inks) {
             if (meet(area, ink.area))
-                report(QStringLiteral("%1 is cut by what lies over it"), ink);
+                report(ink, QStringLiteral("is cut by what lies over it"));
         }
     }
-
-    const QQuickItem &root;
-    std::vector<Ink> inks;
-    QStringList faults;
 };
 
 } // namespace
 
 QStringList textFaults(const QQuickItem &root)
 {
-    return Walk(root).run();
+    return Walk{root, {}, {}}.run();
 }
