@@ -51,7 +51,7 @@ private Q_SLOTS:
               " font.hintingPreference: Font.PreferVerticalHinting }\n"
               "property int speed: dash_speed_kmh; onSpeedChanged: fade.show()\n"
               "property int tick: dash_frameCounter1000; onTickChanged: fade.update()\n"
-              "DashboardFadeInOut { id: fade; fadeIn: 600; duration: 60000 }\n"
+              "DashboardFadeInOut { id: fade; fadeIn: 60; duration: 60000 }\n"
               "Rectangle { width: dash_speed_kmh; height: 50; opacity: fade.opacity\n"
               " color: plain.width === unhinted.width ? 'white' : 'red' }\n");
         QCOMPARE(host.run("preview", {dash}).exitCode, 0);
