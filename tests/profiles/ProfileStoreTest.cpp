@@ -103,8 +103,7 @@ private Q_SLOTS:
     void aHomeMayLieAnywhere()
     {
         const QTemporaryDir place(fastFolder() + "/gauge-XXXXXX"_q);
-        QStringList parents{place.filePath("Größe 仪表盘 🏎"_q),
-                            place.filePath(QString(150, u'x'))};
+        QStringList parents{place.filePath(QString(150, u'x'))};
 #ifdef Q_OS_WIN
         parents += "//gauge-tests/share"_q; // packaging/windows/wine makes it.
 #endif
