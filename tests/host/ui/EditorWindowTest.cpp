@@ -63,6 +63,7 @@ private Q_SLOTS:
         };
         QCOMPARE(press(Qt::SHIFT | Qt::Key_Right), 701.0);
         QCOMPARE(press(Qt::Key_Right), 801.0);
+        QCOMPARE(press(Qt::Key_PageDown), 0.0);
         // Between two steps lies nothing, wherever the mouse lets go.
         QTest::mouseClick(window, Qt::LeftButton, {}, middle(rpm) + QPoint(11, 0));
         const qreal value = rpm->property("value").toReal();

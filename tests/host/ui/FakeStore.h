@@ -37,12 +37,12 @@ public:
         return noted;
     }
 
-    /// While set, copies, renames and removals wait in the store, with its lock held, until the
-    /// semaphore lets them on.
+    // Copies, renames and removals wait while `gated` is set, with the store's lock held, until the
+    // semaphore lets them on, and fail with `refusal` if that is set by then.
     std::atomic<bool> gated{false};
     QSemaphore gate{0};
     std::atomic<int> waitingActions{0};
-    QString refusal; ///< Set before an action: the message that it fails with.
+    QString refusal;
 
     qint32 revision() const override { return 1; }
     Id activeProfileId() const override { return active; }
@@ -77,13 +77,14 @@ public:
     {
         std::unique_lock guard(mutex);
         noted += QStringLiteral("%1 %2 %3").arg(action).arg(id).arg(parameter.toString());
-        if (gated && action != DashboardProfileAction::Activate) {
+        const bool activates = action == DashboardProfileAction::Activate;
+        if (gated && !activates) {
             ++waitingActions;
             gate.acquire();
         }
-        if (!refusal.isEmpty())
+        if (!refusal.isEmpty() && !activates)
             return {false, refusal};
-        if (action == DashboardProfileAction::Activate)
+        if (activates)
             active = id;
         else if (action == DashboardProfileAction::Rename)
             setName(profiles[id], parameter.toString());
@@ -92,7 +93,7 @@ public:
         guard.unlock();
         if (action == DashboardProfileAction::Copy)
             add(parameter.toString());
-        if (action == DashboardProfileAction::Activate)
+        if (activates)
             Q_EMIT newProfileActivated(id);
         else
             Q_EMIT profileListChanged();

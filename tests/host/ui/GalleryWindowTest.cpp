@@ -281,8 +281,10 @@ private Q_SLOTS:
         pressFor(Qt::Key_Delete, "removeText");
         store->performAction(rally, DashboardProfileAction::Remove, {});
         QTRY_VERIFY(item("removeText") == nullptr);
+        focusCard(road);
+        pressFor(Qt::Key_Menu, "menuRemove");
         store->performAction(road, DashboardProfileAction::Remove, {});
-        QTRY_VERIFY(item("emptyHeading") != nullptr);
+        QTRY_VERIFY(item("menuRemove") == nullptr && item("emptyHeading") != nullptr);
         const QStringList calls = store->calls();
         QVERIFY(!item("openWindow")->isEnabled());
         press({Qt::Key_Return, Qt::Key_F2, Qt::Key_Delete, Qt::Key_Menu, Qt::Key_Down, Qt::Key_End,

@@ -125,14 +125,15 @@ private Q_SLOTS:
         open("HelpBrowser", "dashboards#the-editor"_q);
         QVERIFY(scrolled() > 0);
         const auto place = [this] { return item("text")->property("selectionStart").toInt(); };
+        const auto found = [this] { return item("text")->property("selectedText").toString(); };
         press({Qt::CTRL | Qt::Key_F});
         type(window, "gear");
-        QCOMPARE(item("text")->property("selectedText").toString().toLower(), "gear"_q);
+        QCOMPARE(found().toLower(), "gear"_q);
         const int first = place();
         const QVariant page = window->rootContext()->contextProperty("help_page"_q);
         QVERIFY(first > page.value<HelpPage *>()->positionOf("the-editor"_q));
         press({Qt::Key_Return});
-        QVERIFY(place() != first);
+        QVERIFY(place() != first && found().toLower() == "gear"_q);
         press({Qt::SHIFT | Qt::Key_Return});
         QCOMPARE(place(), first);
         press({Qt::Key_Escape});
@@ -159,6 +160,11 @@ private Q_SLOTS:
             place.fitToScreens();
             QVERIFY(place.geometry.isNull());
         }
+        // Nor is a place believed that can't be one.
+        WindowPlace{QRect(2'000'000'000, 0, 500, 300)}.save("Odd"_q);
+        QSettings().setValue("windows/Odd/stayOnTop"_q, "maybe"_q);
+        const WindowPlace odd = WindowPlace::load("Odd"_q);
+        QVERIFY(odd.geometry.isNull() && !odd.stayOnTop);
     }
 
 private:
