@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "HLVN/Controls"
 
-// Stands in for a document that can't be shown.
+// Shown instead of a document that failed to load.
 Rectangle {
     color: ux.windowBackground
 

@@ -4,12 +4,12 @@ import Qt.labs.folderlistmodel 2.15
 import "HLVN/Controls"
 
 // Chooses an existing file: places to the left, the folder in the middle, its path above. Typing
-// finds a name, Enter opens, Backspace goes up, Escape gives up.
+// finds a name, Enter opens, Backspace goes up, Escape cancels.
 Rectangle {
     id: root
 
     property string typedName
-    property string wantedName: qt_window.startName // Gets the cursor once the folder is read.
+    property string wantedName: qt_window.startName // Selected once the folder is read.
     property string problem
     readonly property string folderPath: qt_window.nativePath(files.folder)
     readonly property bool pathEdited: path.text !== folderPath
@@ -53,12 +53,12 @@ Rectangle {
             goTo(files.parentFolder, qt_window.fileName(files.folder))
     }
 
-    // The cursor goes to the entry of this name, if there is one.
+    // Selects the entry of this name, if there is one.
     function select(name) {
         for (let i = 0; i < files.count; ++i) {
             if (files.get(i, "fileName") === name) {
                 list.currentIndex = i
-                wantedName = "" // A change of the folder moves the cursor no more.
+                wantedName = "" // Later changes of the folder keep the selection.
                 return
             }
         }

@@ -45,7 +45,7 @@ Rectangle {
         return top >= 0 && top + rectangle.height <= page.height
     }
 
-    // From the place found last while that is in sight, else from the top of what is being read.
+    // Starts at the last match while that is visible, else at the top of the visible part.
     function find(backward) {
         const last = backward ? text.selectionStart : text.selectionEnd
         const from = isInSight(last) ? last : text.positionAt(0, page.contentY - text.y)
@@ -60,7 +60,7 @@ Rectangle {
             showPosition(place.start)
     }
 
-    // The position that the next frame is to show at the top, when all sizes are known; -1 for none.
+    // The position to scroll to once the next frame has its final layout; -1 for none.
     property int pinned: -1
 
     color: ux.windowBackground
@@ -68,7 +68,7 @@ Rectangle {
         if (complete)
             show()
     }
-    onColumnWidthChanged: { // The scale's: a page keeps that in which it was laid out.
+    onColumnWidthChanged: { // Follows the scale, and the page keeps the one it was laid out with.
         if (complete)
             Qt.callLater(show)
     }
@@ -94,7 +94,7 @@ Rectangle {
             placeholderText: qsTr("Find (Ctrl+F)")
             Accessible.name: qsTr("Find on this page")
             onTextEdited: {
-                // What is being typed is found where the search began, not behind itself.
+                // Searches from where the search began, not from behind the match.
                 text.cursorPosition = text.selectionStart
                 root.find(false)
             }
@@ -170,7 +170,7 @@ Rectangle {
         }
     }
 
-    // The last section whose heading has come to the top of the page.
+    // The last section whose heading has reached the top of the page.
     readonly property int shownSection: {
         const sections = contents.model
         if (page.atYEnd && page.contentY > 0)

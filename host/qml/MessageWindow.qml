@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "HLVN/Controls"
 
-// A message and the button that puts it away.
+// A message and a button that closes it.
 Rectangle {
     id: root
 

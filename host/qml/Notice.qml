@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "HLVN/Controls" as HLVN
 
-// A message in a window, with a button if there is something to do about it.
+// A message with an optional action button.
 Rectangle {
     id: root
 

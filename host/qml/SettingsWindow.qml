@@ -7,7 +7,8 @@ Rectangle {
 
     readonly property real margin: 3 * ux.spacing
     readonly property real fieldWidth: 260 * qt_scale
-    // Of the grid the height: to read its implicit one lays it out again, amid a change of scale.
+    // The grid's height, not its implicit one: reading that forces a layout during a change
+    // of scale.
     readonly property real contentHeight: grid.height + notices.height + closeButton.height + 4 * margin
 
     color: ux.windowBackground
@@ -76,6 +77,7 @@ Rectangle {
 
         Choice {
             objectName: "language"
+            // Each language in its own name, for users lost in another one.
             model: [{ text: qsTr("System default"), value: "" }].concat(qt_window.languages)
             selectedValue: host_settings.language
             Accessible.name: qsTr("Language")

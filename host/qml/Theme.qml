@@ -9,8 +9,8 @@ QtObject {
     readonly property FontLoader bold: FontLoader { source: "qrc:/fonts/Roboto-Bold.ttf" }
     readonly property string primaryFontFamily: regular.name
 
-    // Headings from the largest to the smallest, which is that of notes and captions, too, and of
-    // the list beside the editor's preview, whose column is narrow.
+    // Headings, largest first. The smallest also serves notes, captions and the list beside
+    // the editor's preview.
     readonly property int h1FontSize: Math.round(26 * qt_scale)
     readonly property int h2FontSize: Math.round(20 * qt_scale)
     readonly property int h3FontSize: Math.round(16 * qt_scale)
@@ -27,7 +27,7 @@ QtObject {
     readonly property color pressedColor: "#1E232A"
     readonly property color itemBorderColor: "#3A424D"
 
-    // Texts: what is read, what accompanies it, what can't be used.
+    // Texts: primary, secondary, disabled.
     readonly property color textLightColor: "#F1F3F5"
     readonly property color textDarkColor: "#AEB8C2"
     readonly property color textDisabledColor: "#6B7580"
@@ -38,7 +38,7 @@ QtObject {
     readonly property color goodColor: "#62C088"
     readonly property color warningColor: "#E9B04A"
     readonly property color dangerColor: "#E2645C"
-    readonly property color shadeColor: "#A0000000" // Over what a dialog keeps out of reach.
+    readonly property color shadeColor: "#A0000000" // Over what a dialog blocks.
 
     readonly property real spacing: 8 * qt_scale
     readonly property real controlHeight: Math.round(30 * qt_scale)

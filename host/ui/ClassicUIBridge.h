@@ -9,7 +9,7 @@ class ClassicUIBridge : public QObject
     Q_OBJECT
 
 public:
-    /// Makes the type known to all QML engines, once.
+    /// Registers the QML type, once.
     static void registerType();
 
     /// Asks for an existing file, above `window`, which is a window of the host. Returns when the

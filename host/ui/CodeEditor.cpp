@@ -14,8 +14,7 @@
 
 namespace {
 
-/// VISUAL often names an editor that lives in a terminal, where started from a window nobody would
-/// see it.
+/// VISUAL often names an editor that needs a terminal; started from a window, nobody would see it.
 bool needsTerminal(const QString &program)
 {
     constexpr std::array names{"vi",    "vim",    "nvim", "nano", "pico",  "ed",
@@ -31,7 +30,7 @@ bool start(const QString &program, const QStringList &arguments)
     QProcess process;
     process.setProgram(program);
     process.setArguments(arguments);
-    // What the editor prints is none of our output, and it must not take our input.
+    // The editor must neither write to our output nor read our input.
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
@@ -41,7 +40,8 @@ bool start(const QString &program, const QStringList &arguments)
 QString visualStudioCode()
 {
     QString found = QStandardPaths::findExecutable(QStringLiteral("code"));
-    // On Windows it is a script, which would hand the names to a shell; the program lies above it.
+    // On Windows this is a script, which would pass file names through a shell; the program
+    // lies one folder up.
     const QFileInfo script(found);
     if (script.suffix() == QLatin1String("cmd")) {
         const QFileInfo program(script.absolutePath() + QStringLiteral("/../Code.exe"));

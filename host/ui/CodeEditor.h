@@ -7,7 +7,7 @@
 class QUrl;
 class QVariant;
 
-/// Opens a dashboard's document in the user's editor of code: Visual Studio Code if it is
+/// Opens a dashboard's document in the user's code editor: Visual Studio Code if it is
 /// installed, else what VISUAL names, else the desktop's editor for the file. The editor outlives
 /// the program. No shell is involved. GUI thread.
 class CodeEditor final : public QObject
@@ -15,7 +15,7 @@ class CodeEditor final : public QObject
     Q_OBJECT
 
 public:
-    /// Opens an address with the desktop's program for it; false if there is none.
+    /// Opens a URL with the desktop's default program. Returns false if there is none.
     using Desktop = std::function<bool(const QUrl &)>;
 
     CodeEditor();

@@ -19,10 +19,10 @@ FileDialog::FileDialog(HostWindow &parent, const QString &title, QString filter,
     setTransientParent(&parent);
     setModality(Qt::WindowModal);
     setFlag(Qt::Dialog);
-    // Neither alone would do any good: the window above which it stands waits for it.
+    // Minimised alone it would leave its parent blocked.
     setCanBeMinimized(false);
     setFlag(Qt::WindowMaximizeButtonHint, false);
-    // Such a window lives too briefly to be kept above others.
+    // As its parent; a setting of its own would make no sense.
     setFlag(Qt::WindowStaysOnTopHint, parent.isStayOnTop());
 
     QString directory = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
@@ -33,7 +33,7 @@ FileDialog::FileDialog(HostWindow &parent, const QString &title, QString filter,
     }
     while (!QFileInfo(directory).isDir() && !QFileInfo(directory).isRoot())
         directory = QFileInfo(directory).path();
-    if (!QFileInfo(directory).isDir()) // Not even the drive is there.
+    if (!QFileInfo(directory).isDir()) // The drive is missing, too.
         directory = QDir::homePath();
     folder = QUrl::fromLocalFile(directory);
 }

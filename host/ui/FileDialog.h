@@ -6,7 +6,7 @@
 #include <QtCore/QUrl>
 #include <QtCore/QVariantList>
 
-/// Lets the user choose an existing file, in a window above another one. GUI thread.
+/// A modal window in which the user chooses an existing file. GUI thread.
 class FileDialog final : public HostWindow
 {
     Q_OBJECT
@@ -17,13 +17,13 @@ class FileDialog final : public HostWindow
     Q_PROPERTY(QVariantList places READ places CONSTANT)
 
 public:
-    /// `filter` is a text with name patterns in brackets, such as "Pictures (*.png *.jpg)". The
-    /// dialog begins in the folder of `startPath` or the nearest above it that is there; without a
-    /// path in the user's documents.
+    /// `filter` is a text with name patterns in brackets, such as "Pictures (*.png *.jpg)".
+    /// The dialog opens in the folder of `startPath`, or in the nearest existing one above
+    /// it; without a path, in the user's documents.
     FileDialog(HostWindow &parent, const QString &title, QString filter, const QString &startPath);
 
-    /// Shows the dialog and waits in an event loop of its own. The chosen file's path in native
-    /// separators, or empty when nothing was chosen or the program ends.
+    /// Shows the dialog and blocks in an event loop of its own. Returns the chosen file's
+    /// path in native separators; empty if the user chose none or the program ends.
     QString choose();
 
     QString filter() const { return filterText; }
@@ -31,13 +31,13 @@ public:
     QUrl startFolder() const { return folder; }
     QString startName() const { return name; }
 
-    /// Folders that are worth a click: maps with "name" and "folder".
+    /// Shortcuts to folders: maps with "name" and "folder".
     static QVariantList places();
 
-    /// Chooses the file and closes. False if there is none.
+    /// Chooses the file and closes. Returns false if the file does not exist.
     Q_INVOKABLE bool accept(const QUrl &file);
 
-    /// What a text typed as a path stands for: the folder's address, or the file's.
+    /// The URL of a typed path, which may be relative to `folder` or begin with ~/.
     Q_INVOKABLE static QUrl typed(const QString &path, const QUrl &folder);
     Q_INVOKABLE static bool isFolder(const QUrl &address);
     Q_INVOKABLE static QString nativePath(const QUrl &address);

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr QSize SmallestSize(720, 540); ///< At scale 1, as the one below.
+constexpr QSize SmallestSize(720, 540); ///< In pixels at scale 1, like `FirstSize`.
 constexpr QSize FirstSize(1200, 800);
 
 void registerTypes()
@@ -35,7 +35,7 @@ GalleryWindow::GalleryWindow(Navigation &navigation, IDashboardEngine &engine,
     , actions(store)
     , telemetry(monitor, vehicles, telemetrySource)
 {
-    // A static library's resources are left out unless something names them.
+    // The linker drops a static library's resources unless something names them.
     Q_INIT_RESOURCE(gallery);
     registerTypes();
     rootContext()->setContextProperty(QStringLiteral("gallery_model"), &model);

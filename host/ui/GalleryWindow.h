@@ -7,16 +7,16 @@
 
 class IDashboardEngine;
 
-/// The host's main window: the collection of dashboards, the active one live, and how the telemetry
-/// goes. Other windows open through the navigation: "DashboardWindow", "DashboardEditor" with the
+/// The host's main window: the dashboards, the active one live, and the state of the telemetry.
+/// Other windows open through the navigation: "DashboardWindow", "DashboardEditor" with the
 /// document's path, "SoftwareConfiguration" and "HelpBrowser" with a page.
 class GalleryWindow final : public HostWindow
 {
     Q_OBJECT
 
 public:
-    /// Everything is borrowed and must outlive the window. `telemetrySource` names for people where
-    /// telemetry comes from.
+    /// Everything is borrowed and must outlive the window. `telemetrySource` is the
+    /// telemetry source's name, as shown.
     GalleryWindow(Navigation &navigation, IDashboardEngine &engine,
                   DashboardAbstractProfilesManager &store, VehicleNames &vehicles,
                   const TelemetryMonitor &monitor, const QString &telemetrySource);
@@ -24,13 +24,13 @@ public:
     /// Shows the window.
     void openGallery();
 
-    /// Names anew, in another language perhaps, where telemetry comes from.
+    /// Changes the telemetry source's shown name, for instance to another language.
     void setTelemetrySource(const QString &name) { telemetry.setSource(name); }
 
-    /// Says that it could not be opened.
+    /// Shows that the telemetry source could not be opened.
     void setTelemetryAbsent() { telemetry.setAbsent(); }
 
-    /// Waits for a copy or a removal that is under way.
+    /// Waits for a running copy or removal.
     ~GalleryWindow() override;
 
 private:

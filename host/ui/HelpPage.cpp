@@ -12,7 +12,7 @@
 
 namespace {
 
-/// As web sites make it of a title: small letters and digits, with a hyphen for each space.
+/// The anchor that web sites make of a title: lower case, no punctuation, a hyphen for each space.
 QString anchorOf(const QString &title)
 {
     static const QRegularExpression others(QStringLiteral("[^\\w\\- ]"),
@@ -33,12 +33,12 @@ bool HelpPage::show(const QString &topic, const QString &language, QQuickTextDoc
     if (!file.exists())
         file.setFileName(QStringLiteral(":/help/%1.md").arg(topic));
     const bool opened = file.open(QIODevice::ReadOnly);
-    found.clear(); // Their positions mean nothing from here on.
+    found.clear(); // Their positions no longer hold.
     Q_EMIT laidOut();
     document = target->textDocument();
     document->setUndoRedoEnabled(false);
-    // As one change: its view would lay it out anew at each paragraph. The style is another one,
-    // since the document knows its tables only after this.
+    // One edit, or the view would lay out the page after each paragraph. The style is a
+    // second one, since the tables exist only after this.
     document->clear();
     QTextCursor whole(document);
     whole.beginEditBlock();

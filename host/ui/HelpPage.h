@@ -18,8 +18,8 @@ class HelpPage final : public QObject
 
 public:
     /// Lays out the page about `topic`, in English if there is none in `language`. `theme` is the
-    /// object that documents know as `ux`; `width` is the widest that a picture may be, in pixels.
-    /// False, with a page that says so, if there is no such page.
+    /// object that documents know as `ux`; `width` limits pictures, in pixels. Returns
+    /// false and shows a note if there is no such page.
     Q_INVOKABLE bool show(const QString &topic, const QString &language, QQuickTextDocument *target,
                           QObject *theme, qreal width);
 
@@ -28,8 +28,8 @@ public:
     /// The position of the heading with this anchor; -1 if there is none.
     Q_INVOKABLE int positionOf(const QString &anchor) const;
 
-    /// The next place of `text` from `position` on, in any mix of capitals and beyond the end from
-    /// the start again: {start, end}, empty if it is nowhere.
+    /// The next occurrence of `text` from `position` on, ignoring case and wrapping around:
+    /// {start, end}, empty if there is none.
     Q_INVOKABLE QVariantMap find(const QString &text, int position, bool backward) const;
 
 Q_SIGNALS:

@@ -4,7 +4,8 @@
 #include <QtCore/QUrl>
 #include <QtQml/QQmlContext>
 
-/// A static library's resources are left out unless something names them, outside of namespaces.
+/// The linker drops a static library's resources unless something names them, outside of
+/// namespaces.
 static void initResources()
 {
     Q_INIT_RESOURCE(help);

@@ -17,8 +17,8 @@ public:
     HelpWindow(const QString &topic, Navigation &navigation);
     ~HelpWindow() override;
 
-    /// A page's name, perhaps with an anchor: "dashboards#the-editor". Empty is the guide of
-    /// dashboards; a page that doesn't exist says so.
+    /// A page's name, perhaps with an anchor: "dashboards#the-editor". Empty means the
+    /// dashboard guide; a missing page shows a note.
     void showTopic(const QString &topic);
 
     QString page() const { return pageName; }

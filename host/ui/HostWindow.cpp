@@ -60,7 +60,7 @@ HostWindow::~HostWindow()
 void HostWindow::open(const QUrl &document)
 {
     setSource(document);
-    if (status() == Error) { // Which the engine has logged.
+    if (status() == Error) { // The engine has logged it.
         const QList<QQmlError> found = errors();
         QStringList lines;
         for (const QQmlError &error : found)
@@ -71,7 +71,7 @@ void HostWindow::open(const QUrl &document)
     }
     leastSize = minimumSize();
     setMinimumSize(leastSize.boundedTo(room().size()));
-    // A dialog belongs above its window, wherever that stood the last time.
+    // A dialog opens over its parent, not at its own last place.
     const bool whereItWas = sizeRemembered && transientParent() == nullptr;
     setGeometry(fitted(whereItWas ? place.geometry : inTheMiddle()));
     fitDocument();
@@ -93,7 +93,7 @@ void HostWindow::present()
 
 void HostWindow::setCanBeMinimized(bool can)
 {
-    // The hints count only together: those that aren't named are off.
+    // The hints only work as a set: any that is missing is off.
     const Qt::WindowFlags hints = Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                   Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
                                   Qt::WindowCloseButtonHint;
@@ -118,7 +118,7 @@ QPoint HostWindow::cursorPosGlobal() const
 
 void HostWindow::setAboutToBeMoved(bool moving)
 {
-    // There a program can't place its windows, but it can ask for the user's own move.
+    // On Wayland a program can't place its windows, but it can start an interactive move.
     if (moving && QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
         startSystemMove();
     if (!moving)
@@ -145,10 +145,10 @@ bool HostWindow::event(QEvent *event)
         const QScopedValueRollback<const QMouseEvent *> guard(mouseEvent, mouse);
         return QQuickView::event(event);
     }
-    // Any other event may be the one that deletes the window.
+    // Other events may delete the window.
     if (event->type() != QEvent::Close || closing)
         return QQuickView::event(event);
-    // The document's answer to the request may close the window once more.
+    // The document may close the window again while it handles the request.
     closing = true;
     rememberPlace();
     Q_EMIT closeRequested();
@@ -173,7 +173,7 @@ void HostWindow::resizeEvent(QResizeEvent *event)
     QQuickView::resizeEvent(event);
 }
 
-/// The window manager begins and ends full screen, too. A window that is being hidden has no state.
+/// The window manager can switch full screen, too. A window that is being hidden has no state.
 void HostWindow::followState()
 {
     const bool fullScreen = windowStates().testFlag(Qt::WindowFullScreen);
@@ -183,7 +183,7 @@ void HostWindow::followState()
     place.save(name);
 }
 
-/// Makes the user interface smaller where the window is lower or narrower than the document needs.
+/// Scales the user interface down if the window is smaller than the document needs.
 void HostWindow::fitDocument()
 {
     constexpr qreal StillReadable = 0.5;
@@ -200,7 +200,7 @@ QRect HostWindow::room() const
     return WindowPlace::room((parent != nullptr ? parent : this)->screen()->availableGeometry());
 }
 
-/// Of the screen, or of the window below.
+/// Centred on the screen, or on the parent window.
 QRect HostWindow::inTheMiddle() const
 {
     const QWindow *parent = transientParent();
@@ -215,7 +215,7 @@ QRect HostWindow::inTheMiddle() const
     return geometry;
 }
 
-/// Of the least size or more. What grows by that stays on the screen.
+/// `geometry` grown to the minimum size, and moved back onto the screen if it grew.
 QRect HostWindow::fitted(QRect geometry) const
 {
     const QSize size = geometry.size().expandedTo(minimumSize());

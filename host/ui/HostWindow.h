@@ -27,24 +27,24 @@ public:
     HostWindow(const QString &name, Navigation &navigation);
     ~HostWindow() override;
 
-    /// Loads the document and shows the window where it was seen last; at first in the middle of
-    /// the screen, and a dialog always in the middle of its window. A document that fails is
-    /// logged, and its errors are shown instead.
+    /// Loads the document and shows the window at its remembered place, else centred on the
+    /// screen; a dialog is always centred on its parent. If the document fails, its errors
+    /// are logged and shown instead.
     void open(const QUrl &document);
 
-    /// Brings an open window to the user's eyes.
+    /// Restores, raises and activates the window.
     void present();
 
     Navigation &navigation() const { return navigator; }
 
-    /// Whether the frame offers to minimise the window, as it does at first.
+    /// Shows or hides the frame's minimise button, which is shown by default.
     Q_INVOKABLE void setCanBeMinimized(bool can);
 
-    /// Why the document can't be shown, an error on a line; empty if it can.
+    /// Why the document can't be shown, one error per line; empty if it can.
     QString documentErrors() const { return errorText; }
 
-    /// Whether a call of the document is still waiting for a dialog's answer. Until that has
-    /// returned, the window must not be deleted.
+    /// Whether the document is blocked in a call that waits for a dialog. The window must
+    /// not be deleted until that call has returned.
     bool isWaiting() const { return waiting > 0; }
 
     bool isStayOnTop() const { return flags().testFlag(Qt::WindowStaysOnTopHint); }
@@ -55,26 +55,26 @@ public:
     /// Moves the window, without its frame, in logical pixels.
     Q_INVOKABLE void move(qreal x, qreal y);
 
-    /// The mouse's position on the desktop, in logical pixels: during a mouse event where it
-    /// happened, however late the program comes to it, else where the mouse is now.
+    /// The mouse position on the desktop, in logical pixels: during a mouse event the
+    /// event's, however late it is handled, else the current one.
     Q_INVOKABLE QPoint cursorPosGlobal() const;
 
-    /// Tells that a move by dragging begins or ends.
+    /// Reports that a drag of the window begins or ends.
     Q_INVOKABLE void setAboutToBeMoved(bool moving);
 
     Q_INVOKABLE void toggleStayOnTop();
 
 public Q_SLOTS:
-    // In place of the window's own, which doesn't remember where the window was before.
+    // Hides QWindow's, which doesn't remember the place before full screen.
     void showFullScreen();
 
 Q_SIGNALS:
     void stayOnTopChanged();
 
-    /// The user has asked for the end by the window's frame. The window closes right after.
+    /// The window is about to close.
     void closeRequested();
 
-    /// The window is closed; whoever owns it may delete it later.
+    /// The window has closed. Its owner may delete it from the event loop.
     void closed();
 
 protected:
@@ -96,11 +96,11 @@ private:
     QString errorText;
     Navigation &navigator;
     WindowPlace place;
-    QSize leastSize; ///< What the document needs at the usual scale.
+    QSize leastSize; ///< The document's minimum size at the usual scale.
     bool sizeRemembered = false;
     bool closing = false;
     int waiting = 0;
-    const QMouseEvent *mouseEvent = nullptr; ///< The one that is being handled.
+    const QMouseEvent *mouseEvent = nullptr; ///< The event being handled, else null.
 };
 
 /// Marks a window as waiting while this lives.

@@ -11,8 +11,8 @@ namespace {
 
 constexpr QSize DashboardSize(DashboardWidth, DashboardHeight);
 
-/// A texture that reads its pixels from the node's own vector: the upload happens later on the
-/// thread that renders, when the item already takes the next frame.
+/// A texture that reads its pixels from the node's own vector: the render thread uploads them
+/// later, when the item may already have the next frame.
 class FrameNode final : public QSGSimpleTextureNode
 {
 public:
@@ -36,7 +36,7 @@ LiveDashboard::LiveDashboard(QQuickItem *parent)
     : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
-    watch(window()); // That of a parent has been taken before this class could hear of it.
+    watch(window()); // A parent's window was set before this class could hear of it.
 }
 
 LiveDashboard::~LiveDashboard()
@@ -67,7 +67,7 @@ void LiveDashboard::showWaiting()
 
 void LiveDashboard::deliverFrame(Frame &buffer, int bufferWidth)
 {
-    // The engine may hand over a vector that no picture fitted into.
+    // The engine may deliver a vector without a picture.
     if (bufferWidth < 1 || buffer.size() < frameBytes(bufferWidth, 1))
         return;
     frame.swap(buffer);
@@ -82,7 +82,7 @@ QSGNode *LiveDashboard::updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData * 
     if (node == nullptr) {
         if (waiting.isNull())
             return nullptr;
-        // The scene owns it from here on. One that was lost takes its frame along.
+        // The scene owns the node. A lost one has taken its frame along.
         node = std::make_unique<FrameNode>().release();
         if (content == Content::Shown)
             content = Content::Waiting;
@@ -128,7 +128,7 @@ void LiveDashboard::watch(QQuickWindow *place)
     windowWatch = connect(place, &QWindow::visibilityChanged, this, &LiveDashboard::joinOrLeave);
 }
 
-/// In pixels of the screen.
+/// In physical pixels.
 QSize LiveDashboard::frameSize() const
 {
     const qreal ratio = window() != nullptr ? window()->effectiveDevicePixelRatio() : 1.0;

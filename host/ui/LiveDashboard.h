@@ -8,8 +8,8 @@
 
 class IDashboardEngine;
 
-/// The live picture of the active dashboard in a Qt Quick scene, in the largest size of its
-/// proportions that fits the item. It is a consumer of the engine only while it can be seen: not
+/// The live picture of the active dashboard in a Qt Quick scene, as large as fits the item at
+/// its aspect ratio. It is a consumer of the engine only while it can be seen: not
 /// while the item or its window is hidden, nor while the window is minimised.
 class LiveDashboard : public QQuickItem, public IDashboardConsumer
 {
@@ -19,11 +19,10 @@ public:
     explicit LiveDashboard(QQuickItem *parent = nullptr);
     ~LiveDashboard() override;
 
-    /// Names the engine, once, on its thread, which is the GUI's. It is borrowed and must outlive
-    /// the item.
+    /// Sets the engine, once, on the GUI thread. The engine is borrowed and must outlive the item.
     void attach(IDashboardEngine &newEngine);
 
-    /// Goes back to the picture that waits for data, until the next frame.
+    /// Shows the waiting picture until the next frame.
     Q_INVOKABLE void showWaiting();
 
     int frameWidth() override { return frameSize().width(); }
@@ -38,7 +37,7 @@ protected:
     QSGNode *updatePaintNode(QSGNode *oldNode, UpdatePaintNodeData *data) override;
 
 private:
-    /// What the scene has to take over next.
+    /// What the next paint takes over.
     enum class Content { Shown, Waiting, Frame };
 
     QSize frameSize() const;

@@ -38,7 +38,7 @@ QTextCursor wholeOf(const QTextBlock &block)
     return cursor;
 }
 
-/// Makes an empty line that only parts a frame from its surroundings as high as wanted.
+/// Sets the height of an empty line that only separates a frame from its surroundings.
 void setHeight(const QTextBlock &block, qreal height)
 {
     if (!block.isValid() || !block.text().isEmpty())
@@ -48,7 +48,7 @@ void setHeight(const QTextBlock &block, qreal height)
     QTextCursor(block).setBlockFormat(format);
 }
 
-/// What a reader of Markdown gives as a size would go before pixels.
+/// The sizes that the Markdown reader sets would win over pixels.
 void setPixelSize(QTextCharFormat &format, int size)
 {
     format.clearProperty(QTextFormat::FontSizeAdjustment);
@@ -88,7 +88,7 @@ void MarkdownStyle::apply(QTextDocument &document) const
 {
     document.setDefaultFont(textFont);
     document.setDocumentMargin(0);
-    // As one change, or the document would be laid out anew after each.
+    // One edit, or the document would be laid out after each change.
     QTextCursor whole(&document);
     whole.beginEditBlock();
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
@@ -121,7 +121,7 @@ void MarkdownStyle::styleBlock(const QTextBlock &block) const
         format.setLeftMargin(0);
         format.setIndent(0);
         format.setLineHeight(120, QTextBlockFormat::ProportionalHeight);
-        QTextCharFormat empty; // What the height of a line without text is made of.
+        QTextCharFormat empty; // Decides the height of a line without text.
         setPixelSize(empty, codeSize);
         empty.setFontFamily(codeFamily);
         cursor.setBlockCharFormat(empty);
@@ -141,7 +141,7 @@ void MarkdownStyle::styleBlock(const QTextBlock &block) const
 void MarkdownStyle::styleFragments(const QTextBlock &block) const
 {
     const int level = block.blockFormat().headingLevel();
-    // Collected first: a change of a format may join fragments.
+    // Collected first, since changing a format may merge fragments.
     std::vector<std::pair<QTextCursor, QTextCharFormat>> changes;
     for (auto fragment = block.begin(); !fragment.atEnd(); ++fragment) {
         const QTextFragment text = fragment.fragment();
@@ -170,7 +170,7 @@ void MarkdownStyle::styleFragments(const QTextBlock &block) const
         cursor.setCharFormat(format);
 }
 
-/// Puts each run of lines of code on a ground of its own: a block's own isn't drawn by Qt Quick.
+/// Puts each run of code lines into a frame with a background: Qt Quick doesn't draw a block's own.
 void MarkdownStyle::frameCode(QTextDocument &document) const
 {
     QTextFrameFormat format;
@@ -184,7 +184,7 @@ void MarkdownStyle::frameCode(QTextDocument &document) const
         QTextBlock last = first;
         while (isCode(last.next()))
             last = last.next();
-        // What was read ends with an empty line, which parts the frame from the text behind it.
+        // The last line read is empty and separates the frame from the text below.
         const QTextBlock end = last.text().isEmpty() && last != first ? last.previous() : last;
         QTextCursor code(first);
         code.setPosition(end.position() + end.length() - 1, QTextCursor::KeepAnchor);
@@ -204,7 +204,7 @@ int MarkdownStyle::headingSize(int level) const
     return headingSizes[static_cast<std::size_t>(std::clamp(level, 1, 3)) - 1];
 }
 
-/// Gives both sides, so that the layout doesn't change when the picture has been loaded.
+/// Sets width and height, so that the layout doesn't change once the picture is loaded.
 QTextImageFormat MarkdownStyle::fitted(QTextImageFormat picture) const
 {
     const QSizeF size = QImageReader(folder + QLatin1Char('/') + picture.name()).size();
@@ -234,7 +234,7 @@ void MarkdownStyle::styleTable(QTextTable &table) const
         header.setFontWeight(QFont::Bold);
         cellCursor(table, 0, column).mergeCharFormat(header);
     }
-    // Names are read whole or not at all.
+    // Names in the first column must not break.
     QTextBlockFormat whole;
     whole.setNonBreakableLines(true);
     for (int row = 0; row < table.rows(); ++row)

@@ -11,12 +11,12 @@ class QTextBlock;
 class QTextDocument;
 class QTextTable;
 
-/// Sets a document that was read from Markdown in the type and colours of the host's windows.
+/// Gives a document read from Markdown the fonts and colours of the host's windows.
 class MarkdownStyle
 {
 public:
-    /// `theme` is the object that documents know as `ux`. Pictures are looked for from `folder` and
-    /// made no wider than `pictureWidth` pixels.
+    /// `theme` is the object that documents know as `ux`. Pictures are loaded from `folder`
+    /// and shrunk to a width of `pictureWidth` pixels.
     MarkdownStyle(const QObject &theme, QString folder, qreal pictureWidth);
 
     void apply(QTextDocument &document) const;

@@ -96,7 +96,7 @@ void Navigation::openView(const QString &name, View &view, const QVariant &argum
     view.window = std::make_unique<ViewWindow>(
                       name, *this, std::unique_ptr<IViewModel>(view.makeViewModel()), frameless)
                       .release();
-    // From here on it isn't the view's window any more, so that a request opens another one.
+    // A closing window no longer counts as the view's, so that a request opens another one.
     connect(view.window, &HostWindow::closeRequested, this, [this, name] {
         closing.removeAll(nullptr);
         closing += std::exchange(views[name].window, nullptr);

@@ -13,7 +13,7 @@
 
 class ViewWindow;
 
-/// What the windows ask for by name: the library's views, each in a window of its own, and the
+/// Opens what windows request by name: the library's views, each in its own window, and the
 /// host's targets. Documents know it as `qt_navigation`. GUI thread.
 class Navigation final : public QObject, public INavigationService
 {
@@ -26,14 +26,16 @@ public:
     /// Closes the views that are still open.
     ~Navigation() override;
 
-    /// Hands what a document on disk said to the views, which take what is about theirs.
+    /// Passes a message from a document on disk to the open views; each keeps those about
+    /// its own dashboard.
     void tellViews(const QString &file, int line, const QString &text);
 
-    /// Has `target` called for requests to show the view `name`.
+    /// Calls `target` when the view `name` is requested.
     void addTarget(const QString &name, const Target &target);
 
-    /// Shows a view or calls a target. A view that is open comes to the front, with the new
-    /// argument; one that is being closed opens anew. An unknown name is logged, and `failed`.
+    /// Shows a view or calls a target. An open view comes to the front with the new
+    /// argument; one that is closing opens anew. An unknown name is logged and emits
+    /// `failed`.
     Q_INVOKABLE void showView(const QString &name, const QVariant &argument = {});
 
     void showView(void *context, const QString &target, const QVariant &argument) override;
@@ -46,14 +48,15 @@ public:
     /// The window of a view, or null while it isn't open.
     ViewWindow *window(const QString &name) const;
 
-    /// A folder got another path, both in native separators: views of files below it follow.
+    /// Tells the open views that a folder has moved; those that show a file in it follow.
+    /// Native separators.
     void folderMoved(const QString &from, const QString &to);
 
-    /// Ends all views at once. They must end before the engine.
+    /// Closes all views at once. They must be closed before the engine ends.
     void closeViews();
 
 Q_SIGNALS:
-    /// What was asked for can't be shown; the user should know.
+    /// A request can't be met; `message` is for the user.
     void failed(const QString &message);
 
 private:
@@ -67,6 +70,6 @@ private:
     void openView(const QString &name, View &view, const QVariant &argument);
 
     QMap<QString, View> views;
-    QList<QPointer<ViewWindow>> closing; ///< What waits for the event loop to delete it.
+    QList<QPointer<ViewWindow>> closing; ///< Closed windows that the event loop will delete.
     QMap<QString, Target> targets;
 };

@@ -8,11 +8,11 @@ namespace {
 
 constexpr QSize LargestPicture(4096, 4096); ///< In pixels; 64 MB in memory.
 
-/// Safe in an address whatever the path's characters.
+/// Makes any path safe in a URL.
 constexpr QByteArray::Base64Options Encoding =
     QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals;
 
-/// The toolkit would log each null picture, with an address that tells nobody anything.
+/// Qt would log each null picture with an unreadable URL.
 QImage noPicture()
 {
     QImage image(1, 1, QImage::Format_ARGB32_Premultiplied);

@@ -3,9 +3,8 @@
 #include <QtCore/QString>
 #include <QtQuick/QQuickImageProvider>
 
-/// Loads the preview pictures of dashboards, away from the GUI thread and no larger than asked for.
-/// A
-/// file that is no picture, or an absurdly large one, gives a single transparent pixel.
+/// Loads the preview pictures of dashboards, off the GUI thread and no larger than requested. A
+/// file that is not a picture, or an absurdly large one, gives a single transparent pixel.
 class PreviewImages final : public QQuickImageProvider
 {
 public:
@@ -16,8 +15,8 @@ public:
     {
     }
 
-    /// The address of a picture for `Image.source`; another one when the file has changed. Empty
-    /// for a file that isn't there. Any thread.
+    /// The URL for `Image.source`, which changes with the file. Empty if the file does not
+    /// exist. Any thread.
     static QString address(const QString &path);
 
     QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;

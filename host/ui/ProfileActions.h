@@ -10,8 +10,9 @@
 
 class DashboardAbstractProfilesManager;
 
-/// What a user does to dashboards. The store works on a thread of this object's, so that large
-/// folders hold nothing up; results come as signals on the GUI thread, to which this belongs.
+/// The user's actions on dashboards. The store works on threads of this object, so that large
+/// folders don't block the GUI; results arrive as signals on the GUI thread, on which this
+/// object lives.
 class ProfileActions final : public QObject
 {
     Q_OBJECT
@@ -22,39 +23,39 @@ public:
     /// The store is borrowed.
     explicit ProfileActions(DashboardAbstractProfilesManager &store);
 
-    /// Waits for what is under way: neither a copy nor a removal is left half done.
+    /// Waits for a running action, so that no copy or removal is left half done.
     ~ProfileActions() override;
 
-    /// Makes a dashboard the active one. Requests are carried out in their order.
+    /// Activates a dashboard. Requests run in order.
     Q_INVOKABLE void activate(int id);
 
-    /// These start the action and answer true, or answer false because one is still under way.
+    /// Start the action; return false if another one is still running.
     Q_INVOKABLE bool copy(int id, const QString &newName);
     Q_INVOKABLE bool rename(int id, const QString &newName);
     Q_INVOKABLE bool remove(int id, const QString &name);
 
-    /// Why a dashboard can't get this name, as far as that can be told while one types; empty if
-    /// it can. `oldName` is the name that it has now, or empty for a new one.
+    /// Why a dashboard can't have this name, as far as can be checked while typing; empty
+    /// if it can. `oldName` is its current name, or empty for a new one.
     Q_INVOKABLE QString nameProblem(const QString &name, const QString &oldName) const;
 
-    /// The wished name, with a number behind it if that is taken.
+    /// `wish`, with a number appended if it is taken.
     Q_INVOKABLE QString freeName(const QString &wish) const;
 
     bool isBusy() const { return !text.isEmpty(); }
 
-    /// What is under way, for people; empty when nothing is.
+    /// A text about the running action; empty if there is none.
     QString busyText() const { return text; }
 
 Q_SIGNALS:
     void busyChanged();
 
-    /// Copying, renaming or removing has ended well.
+    /// Copying, renaming or removing has succeeded.
     void succeeded();
 
     /// The copy is in the store; `document` is its path.
     void copied(int id, const QString &document);
 
-    /// The store refused; the message is its own.
+    /// The store refused; `message` is the store's.
     void failed(const QString &message);
 
 private:
@@ -65,6 +66,6 @@ private:
 
     DashboardAbstractProfilesManager &store;
     QString text;
-    QThreadPool activations; ///< Apart, so that a dashboard comes on while another is being copied.
+    QThreadPool activations; ///< Separate, so that a copy doesn't delay an activation.
     QThreadPool worker;
 };

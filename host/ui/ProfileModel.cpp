@@ -75,7 +75,7 @@ Cards readCards(const DashboardAbstractProfilesManager &store)
         if (const auto profile = store.profile(header.id))
             cards.push_back(makeCard(*profile));
     }
-    // The C locale knows no order but that of the bytes.
+    // The C locale sorts by bytes only.
     const QLocale locale;
     QCollator order(locale.language() == QLocale::C ? QLocale(QLocale::English) : locale);
     order.setNumericMode(true);
@@ -113,7 +113,7 @@ ProfileModel::ProfileModel(const DashboardAbstractProfilesManager &store)
 
 ProfileModel::~ProfileModel()
 {
-    // Qt loses a connection's memory if its receiver ends just as another thread queues a call.
+    // Qt leaks a connection whose receiver ends while another thread queues a call.
     disconnect(&store, nullptr, this, nullptr);
     reader.waitForDone();
 }
@@ -290,14 +290,14 @@ void ProfileModel::removeRowsNotIn(const Cards &wanted)
     }
 }
 
-/// Brings the wanted dashboard to `row`; all rows above it are right. Several that are new come at
-/// once.
+/// Puts the wanted dashboard at `row`; the rows above are right already. New neighbours are
+/// inserted together.
 void ProfileModel::placeRow(std::size_t row, const Cards &wanted)
 {
     const auto rowOfWanted = [&] { return static_cast<std::size_t>(rowOf(wanted[row].id)); };
     const bool isNew = rowOf(wanted[row].id) < 0;
     if (!isNew && rowOfWanted() == row + 1) {
-        // The one above it has to go down, most likely after it got a new name.
+        // The dashboard at `row` has to move down, most likely after a rename.
         const auto target = std::find_if(wanted.cbegin(), wanted.cend(), hasId(rows[row].id));
         moveRow(row, std::min(static_cast<std::size_t>(target - wanted.cbegin()), rows.size() - 1));
     }
@@ -318,7 +318,7 @@ void ProfileModel::placeRow(std::size_t row, const Cards &wanted)
 
 void ProfileModel::moveRow(std::size_t from, std::size_t to)
 {
-    // Qt counts the row in front of which it goes, as if it were still in its old place.
+    // Qt wants the row to insert before, counted with the old place still filled.
     beginMoveRows({}, static_cast<int>(from), static_cast<int>(from), {},
                   static_cast<int>(to > from ? to + 1 : to));
     Card card = std::move(rows[from]);

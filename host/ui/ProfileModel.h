@@ -10,10 +10,10 @@
 
 class DashboardAbstractProfilesManager;
 
-/// The dashboards of the store as a list for the gallery: sorted by name, narrowed by a search, and
-/// changed row by row, so that a view keeps its place. The built-in dashboard named "Template" is
-/// no row. Belongs to the GUI thread; the store is read on another one, since it may be busy with
-/// files for long.
+/// The store's dashboards as a list for the gallery: sorted by name, filtered by a search, and
+/// updated row by row, so that a view keeps its position. The built-in dashboard "Template" has
+/// no row. Lives on the GUI thread; reads the store on another one, since the store may be busy
+/// with files for long.
 class ProfileModel final : public QAbstractListModel
 {
     Q_OBJECT
@@ -40,16 +40,15 @@ public:
     {
         Id id = DashboardProfileHeader::NoId;
         QString name;
-        QString preview; ///< Address for `Image`; another one when the file has changed.
+        QString preview; ///< URL for `Image`, which changes with the file.
         bool builtIn = false;
         bool active = false;
         QStringList vehicles; ///< Sorted.
         QString document;     ///< Absolute path.
-        QString folder;       ///< Path as the system writes it.
+        QString folder;       ///< In native separators.
     };
 
-    /// Reads the store at once and follows its signals, from whatever thread they come. The store
-    /// is borrowed.
+    /// Reads the store at once and follows its signals from any thread. The store is borrowed.
     explicit ProfileModel(const DashboardAbstractProfilesManager &store);
     ~ProfileModel() override;
 
@@ -57,14 +56,14 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    /// What rows must match: each of its words the name or a vehicle, in any case and without
-    /// regard to accents.
+    /// The search: each of its words must occur in the name or in a vehicle, ignoring case
+    /// and accents.
     QString searchText() const { return search; }
     void setSearchText(const QString &text);
 
     int count() const { return static_cast<int>(rows.size()); }
 
-    /// Rows there would be without a search.
+    /// The number of rows without a search.
     int total() const;
 
     /// The active dashboard as in `profile`, empty if there is none.
@@ -80,10 +79,10 @@ public:
     /// The row of a dashboard, or -1 if it isn't shown.
     Q_INVOKABLE int rowOf(int id) const;
 
-    /// The name of the dashboard that a vehicle goes with; empty if there is none.
+    /// The name of the dashboard that a vehicle is assigned to; empty if there is none.
     Q_INVOKABLE QString dashboardOf(const QString &vehicle) const;
 
-    /// Reads the store and the dates of the previews again, some time soon.
+    /// Rereads the store and the dates of the previews, asynchronously.
     Q_INVOKABLE void refresh();
 
 Q_SIGNALS:
@@ -91,10 +90,10 @@ Q_SIGNALS:
     void countChanged();
     void activeProfileChanged();
 
-    /// Something has changed in the store, be it shown or not.
+    /// Something in the store has changed, shown or not.
     void profilesChanged();
 
-    /// A dashboard got another folder, with its name. Paths as the system writes them.
+    /// A dashboard was renamed, and its folder with it. Native separators.
     void folderMoved(const QString &from, const QString &to);
 
     /// A dashboard is no longer in the store.
@@ -116,5 +115,5 @@ private:
     QString search;
     bool reading = false;   ///< A reading of the store is under way.
     bool readAgain = false; ///< Something has changed since that reading began.
-    QThreadPool reader;     ///< Ends, and so finishes its reading, before anything above.
+    QThreadPool reader;     ///< Destroyed first, which waits for a running read.
 };

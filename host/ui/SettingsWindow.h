@@ -7,8 +7,8 @@
 class DashboardAbstractProfilesManager;
 class HostSettings;
 
-/// The window of the settings. Choices are saved at once; what the running session was built with
-/// waits for `restartRequested`. GUI thread.
+/// The settings window. Choices are saved at once; those that a session is built with apply
+/// after `restartRequested`. GUI thread.
 class SettingsWindow final : public HostWindow
 {
     Q_OBJECT
@@ -30,8 +30,8 @@ public:
 Q_SIGNALS:
     void dashboardsChanged();
 
-    /// The user wants the session to be built anew with the settings as they are. Emitted out of
-    /// the document: whoever deletes the window in answer connects it queued.
+    /// The user wants the session restarted with the current settings. Emitted from within
+    /// the document, so a receiver that deletes the window must connect queued.
     void restartRequested();
 
 private:

@@ -10,7 +10,7 @@
 
 class VehicleNames;
 
-/// How the telemetry goes, in words for a window: read four times a second, told when it changes.
+/// The state of the telemetry in words, polled four times a second. Emits changes only.
 class TelemetryStatus final : public QObject
 {
     Q_OBJECT
@@ -25,15 +25,14 @@ public:
 
     using Clock = std::function<TelemetryMonitor::TimePoint()>;
 
-    /// `monitor` and `vehicles` are borrowed. `source` names where the telemetry comes from, for
-    /// people.
+    /// `monitor` and `vehicles` are borrowed. `source` is the telemetry source's name, as shown.
     TelemetryStatus(const TelemetryMonitor &monitor, VehicleNames &vehicles, QString source,
                     Clock clock = &std::chrono::steady_clock::now);
 
     QString source() const { return sourceName; }
     void setSource(const QString &newSource);
 
-    /// No telemetry can come, since its source could not be opened.
+    /// Shows that the source could not be opened.
     void setAbsent();
 
     State state() const { return shownState; }
@@ -44,7 +43,7 @@ public:
     /// The vehicle that is driven; empty before one has been reported.
     QString vehicle() const { return vehicleName; }
 
-    /// Reads the state now instead of at the next quarter of a second.
+    /// Polls now.
     void refresh();
 
 Q_SIGNALS:

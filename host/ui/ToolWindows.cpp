@@ -33,7 +33,7 @@ void ToolWindows::showSettings()
         settingsWindow->present();
         return;
     }
-    delete settingsWindow; // One that has just closed still waits for its end.
+    delete settingsWindow; // A closed window may still wait for its deletion.
     settingsWindow = std::make_unique<SettingsWindow>(settings, store, navigation).release();
     connect(settingsWindow, &HostWindow::closed, settingsWindow, &QObject::deleteLater);
     connect(settingsWindow, &SettingsWindow::restartRequested, this, &ToolWindows::restartRequested,

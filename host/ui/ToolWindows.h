@@ -11,8 +11,8 @@ class HostSettings;
 class Navigation;
 class SettingsWindow;
 
-/// What documents ask the host for by the names "SoftwareConfiguration", "HelpBrowser" and
-/// "StartVisualStudioCode": the settings, the help and the editor of code. GUI thread.
+/// What documents request from the host as "SoftwareConfiguration", "HelpBrowser" and
+/// "StartVisualStudioCode": settings, help and the code editor. GUI thread.
 class ToolWindows final : public QObject
 {
     Q_OBJECT
@@ -26,10 +26,10 @@ public:
     ~ToolWindows() override;
 
 Q_SIGNALS:
-    /// The session is to be built anew with the settings as they are. Comes from the event loop.
+    /// The user wants the session restarted with the current settings. Emitted from the event loop.
     void restartRequested();
 
-    /// Something failed that the user has asked for.
+    /// A user's request failed.
     void failed(const QString &message);
 
 private:

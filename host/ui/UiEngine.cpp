@@ -17,7 +17,7 @@
 
 UiEngine::UiEngine()
 {
-    // A static library's resources are left out unless something names them.
+    // The linker drops a static library's resources unless something names them.
     Q_INIT_RESOURCE(host);
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icon.png")));
     ClassicUIBridge::registerType();
@@ -30,7 +30,7 @@ UiEngine::UiEngine()
     else
         theme->setParent(this); // Ends after the documents and singletons that are bound to it.
     rootContext()->setContextProperty(QStringLiteral("ux"), theme);
-    // Language changes reach only the application object by themselves.
+    // Qt sends language changes to the application object only.
     QCoreApplication::instance()->installEventFilter(this);
 }
 

@@ -2,8 +2,8 @@
 
 #include <QtQml/QQmlEngine>
 
-/// A QML engine as all windows of the host use it: it knows the theme as `ux`, the scale of the
-/// user interface as `qt_scale`, and the host's modules. Texts follow a change of the language.
+/// The QML engine of a host window. Documents find the theme as `ux`, the user interface's
+/// scale as `qt_scale`, and the host's modules. Retranslates when the language changes.
 class UiEngine final : public QQmlEngine
 {
     Q_OBJECT
@@ -11,11 +11,11 @@ class UiEngine final : public QQmlEngine
 public:
     UiEngine();
 
-    /// Pixels per pixel at scale 1, from the screen's dots per inch: 0.75 to 4 in quarters. It is
-    /// `qt_scale` at first.
+    /// The scale for the primary screen: 1 at 96 dots per inch, 0.75 to 4 in steps of a
+    /// quarter. The initial `qt_scale`.
     static qreal scale();
 
-    /// Gives this engine's documents another `qt_scale`. Their bindings follow.
+    /// Changes `qt_scale`; bindings follow.
     void setScale(qreal scale);
 
 protected:

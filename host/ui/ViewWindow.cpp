@@ -59,7 +59,7 @@ ViewWindow::ViewWindow(const QString &name, Navigation &navigation,
 
 ViewWindow::~ViewWindow()
 {
-    // The document goes first, for it is bound to the view model.
+    // The document is bound to the view model, so it goes first.
     setSource(QUrl());
     if (viewModel != nullptr)
         viewModel->setWindow(nullptr);
@@ -71,7 +71,7 @@ void ViewWindow::end()
         delete this;
         return;
     }
-    // The document would complain that what it is bound to has gone.
+    // Else the document would warn that the view model has gone.
     engine()->setOutputWarningsToStandardError(false);
     hide();
     viewModel->setWindow(nullptr);
@@ -159,15 +159,15 @@ void ViewWindow::mouseMoveEvent(QMouseEvent *event)
         unsetCursor();
 }
 
-/// The document of the live dashboard keeps a state of its own, and the window manager or a key
-/// may change the window's.
+/// The live dashboard's document keeps its own full-screen state; keys and the window manager
+/// change the window's.
 void ViewWindow::tellFullScreen()
 {
     if (isFrameless() && rootObject() != nullptr)
         rootObject()->setProperty("fullScreen", isFullScreen());
 }
 
-/// The edges that are within the mouse's reach; none where the window can't be resized by them.
+/// The edges near enough to grab; none if the window can't be resized.
 Qt::Edges ViewWindow::edgesAt(const QPoint &position) const
 {
     const int reach = qRound(5 * UiEngine::scale());

@@ -17,7 +17,7 @@ class QVariant;
 class ViewWindow final : public HostWindow
 {
     Q_OBJECT
-    /// What the dashboard of the view said, the newest last, with file and line in front.
+    /// The dashboard's messages as "file:line: text", oldest first.
     Q_PROPERTY(QStringList messages READ messages NOTIFY messagesChanged)
 
 public:
@@ -34,17 +34,17 @@ public:
     /// Hands an argument to the view model.
     void setArgument(const QVariant &argument);
 
-    /// Ends the view at once. The window itself goes with it, or, if its document is still waiting
-    /// for a dialog, as soon as that has returned.
+    /// Ends the view at once and deletes the window. While the document waits for a dialog,
+    /// the window is only hidden, and deleted once the dialog has returned.
     void end();
 
-    /// A folder got another path, both in native separators: a file below it is followed there.
+    /// A folder has moved: a shown file in it is followed there. Native separators.
     void folderMoved(const QString &from, const QString &to);
 
-    /// The argument that would show the same again: the file, if the view has one.
+    /// The argument that shows the same again: the file's path, if the view has one.
     QVariant argument() const;
 
-    /// Adds a message about a document on disk if that lies in the folder of the view's.
+    /// Adds a message if its file lies in the folder of the view's dashboard.
     void take(const QString &file, int line, const QString &text);
 
     QStringList messages() const { return said; }

@@ -18,7 +18,7 @@ QString key(const QString &window, const char *value)
     return QStringLiteral("windows/%1/%2").arg(window, QLatin1String(value));
 }
 
-/// `QVariant::toBool` takes any text but "false" and "0" for a yes.
+/// `QVariant::toBool` reads any text except "false" and "0" as true.
 bool isTrue(const QVariant &value)
 {
     return value.toString() == QLatin1String("true");
@@ -67,7 +67,7 @@ void WindowPlace::fitToScreens()
 
 QRect WindowPlace::room(const QRect &available)
 {
-    // How thick a frame is, the desktop tells only once it has drawn it.
+    // The frame's real size is known only once the window is on screen.
     const int frame = qRound(32 * UiEngine::scale());
     return available.marginsRemoved({frame, frame, frame, frame});
 }

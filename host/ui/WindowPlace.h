@@ -3,8 +3,8 @@
 #include <QtCore/QRect>
 #include <QtCore/QString>
 
-/// Where a window was when it was seen last. Kept in the program's QSettings under the window's
-/// name; whatever can't be read there counts as unknown.
+/// A window's remembered place, kept in QSettings under the window's name. What can't be read
+/// counts as unknown.
 struct WindowPlace
 {
     QRect geometry; ///< Without the frame, in logical pixels; null if unknown.
@@ -14,10 +14,10 @@ struct WindowPlace
     static WindowPlace load(const QString &window);
     void save(const QString &window) const;
 
-    /// Makes a geometry that is larger than the desktop smaller, and one unknown of which too
-    /// little would lie on a screen to be seen and dragged.
+    /// Shrinks a geometry that is larger than the desktop, and forgets one of which too
+    /// little lies on a screen to be dragged.
     void fitToScreens();
 
-    /// What windows may fill at most, with room for their frames, of a part of the desktop.
+    /// The part of `available` that a window may fill so that its frame fits, too. Logical pixels.
     static QRect room(const QRect &available);
 };

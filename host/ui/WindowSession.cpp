@@ -45,8 +45,9 @@ WindowSession::~WindowSession()
 
 bool WindowSession::start()
 {
-    // An activation tells the store that a vehicle which comes soon belongs to that dashboard. The
-    // settings mean no such thing, so vehicles wait until that time is over.
+    // The store assigns a vehicle that appears soon after an activation to the activated
+    // dashboard. The start-up setting means no such thing, so vehicles are reported only
+    // after that period.
     constexpr auto JoiningTime = 9s; // 8 s, and what a coarse timer may be early.
     bool dashboardThere = true;
     if (options.dashboard.isEmpty() && activateStartupDashboard()) {

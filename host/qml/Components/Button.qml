@@ -20,7 +20,7 @@ Rectangle {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    // Hears the mouse even in the moment when the button itself has just been hidden.
+    // Gets mouse events even just after the button was hidden.
     MouseArea {
         id: area
 

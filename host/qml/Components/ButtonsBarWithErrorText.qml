@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// The bottom of a view: what its dashboard says to the left, buttons to the right.
+// The bottom of a view: its dashboard's messages to the left, buttons to the right.
 Item {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 import "../HLVN/Controls"
 
-// The newest message of the view's dashboard. Pressed, it opens the list of all.
+// The dashboard's newest message. A press opens the list of all.
 T.AbstractButton {
     id: root
 
@@ -22,7 +22,7 @@ T.AbstractButton {
 
     contentItem: Label {
         text: root.text
-        // One line of it, however many it has.
+        // Only one line of it.
         maximumLineCount: 1
         wrapMode: Text.WrapAnywhere
         elide: Text.ElideRight

@@ -25,7 +25,7 @@ FocusScope {
                                : gallery_actions.busyText
     }
 
-    // Whether a problem stands against what was asked for, which the user is then told.
+    // Shows the problem, if any, and returns whether there is one.
     function refuses(title, problem) {
         if (problem !== "")
             messageDialog.show(title, problem)
@@ -33,12 +33,12 @@ FocusScope {
     }
 
     function askForCopy(profile, proposal, thenEdits) {
-        // The store may be busy as well, and must not be asked for names.
+        // A busy store would block when asked for names.
         if (profile.name && !refuses(qsTr("Not now"), gallery_actions.busyText))
             nameDialog.askForCopy(profile, proposal, thenEdits)
     }
 
-    // A built-in dashboard stays as it came: what is edited is a copy.
+    // Built-in dashboards can't be changed: a copy is edited.
     function edit(id) {
         const profile = gallery_model.profile(id)
         if (profile.builtIn)
@@ -144,7 +144,7 @@ FocusScope {
     Connections {
         target: gallery_actions
         function onFailed(message) {
-            // A dialog that waits for its own action tells the failure itself.
+            // A dialog that waits for its own action shows the failure itself.
             if (!nameDialog.waiting && !removeDialog.waiting)
                 messageDialog.show(qsTr("That didn't work"), message)
         }
@@ -153,7 +153,7 @@ FocusScope {
     Connections {
         target: qt_window
         function onActiveChanged() {
-            // Pictures may have been drawn anew meanwhile.
+            // Preview files may have changed meanwhile.
             if (qt_window.active)
                 gallery_model.refresh()
         }

@@ -80,7 +80,7 @@ FocusScope {
     Connections {
         target: gallery_model
         function onActiveProfileChanged() {
-            // Without telemetry no frame of the new dashboard comes that would take the old one's place.
+            // Without telemetry no frame of the new dashboard would replace the old one's.
             if (gallery_telemetry.state !== TelemetryStatus.Live)
                 live.showWaiting()
         }

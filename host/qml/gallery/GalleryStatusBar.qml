@@ -2,7 +2,7 @@ import QtQuick 2.15
 import Gauge.Host 1.0
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-// Where telemetry comes from and how it goes, the vehicle, and the dashboard that goes with it.
+// The telemetry source and its state, the vehicle, and the dashboard that it is assigned to.
 Rectangle {
     id: root
 

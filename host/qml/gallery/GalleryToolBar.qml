@@ -1,13 +1,13 @@
 import QtQuick 2.15
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-// The heading of the cards, with the search and what is under way.
+// The heading of the cards, the search and the running action.
 FocusScope {
     id: root
 
     property Item actions
 
-    // The keyboard goes on among the cards.
+    // The keyboard focus should return to the cards.
     signal finished
 
     function startSearch() {

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-// Tells one thing.
+// Shows one message.
 HLVN.Dialog {
     id: root
 

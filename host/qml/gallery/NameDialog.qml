@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-// Asks for the name of a copy or for a new name, and stays until the store has accepted it.
+// Asks for the name of a copy or for a new name, and stays open until the store has accepted it.
 HLVN.Dialog {
     id: root
 
@@ -9,7 +9,7 @@ HLVN.Dialog {
     property bool renames: false
     property bool edits: false
     property bool waiting: false
-    property string refusal: "" // What the store said to this name.
+    property string refusal: "" // The store's objection to this name.
     property bool gone: false
     property string proposed
     readonly property bool fromTemplate: edits && profile.profileId === gallery_model.templateId
@@ -17,7 +17,7 @@ HLVN.Dialog {
                                            : gallery_actions.nameProblem(field.text.trim(),
                                                                          renames ? profile.name : "")
 
-    // A copy is there.
+    // A copy has been made.
     signal made(int id, string document)
 
     function askForCopy(newProfile, proposal, thenEdits) {
@@ -92,11 +92,11 @@ HLVN.Dialog {
         HLVN.Label {
             objectName: "nameProblem"
             width: parent.width
-            // Room for one line is always kept, so that nothing jumps while one types.
+            // Always keeps room for one line, so that nothing jumps while typing.
             height: Math.max(implicitHeight, ux.textFontSize * 1.4)
             wrapMode: Text.Wrap
             textFormat: Text.PlainText
-            // Before anything has been typed nothing is wrong yet.
+            // Not an error before the user has typed.
             color: root.refusal === "" && field.text === root.proposed ? ux.textDarkColor : ux.dangerColor
             text: root.waiting ? "" : root.refusal !== "" ? root.refusal : root.problem
         }

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-// One dashboard. Two hundred of these scroll by, so each is made of little.
+// The card of one dashboard. Hundreds of these scroll by, so each is kept light.
 Item {
     id: root
 
@@ -15,7 +15,7 @@ Item {
     required property int vehicleCount
 
     property bool current: false // What keys act on.
-    property bool focused: false // That, and the keyboard is among the cards.
+    property bool focused: false // Current, and the cards have the keyboard focus.
     readonly property bool pictureReady: image.status === Image.Ready
     readonly property string kind: builtIn ? qsTr("Built-in") : qsTr("Yours")
     readonly property string vehicles: vehicleCount === 0 ? qsTr("no vehicles")
@@ -63,7 +63,7 @@ Item {
 
         HLVN.Label {
             anchors.centerIn: parent
-            // A single pixel stands for what can't be shown.
+            // The provider gives a single pixel for an unreadable picture.
             visible: root.preview === "" || (image.status === Image.Ready && image.implicitWidth <= 1)
             text: qsTr("No preview")
             color: ux.textDarkColor

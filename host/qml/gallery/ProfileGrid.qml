@@ -32,7 +32,7 @@ FocusScope {
         id: grid
 
         readonly property int columns: Math.max(1, Math.floor(width / (264 * qt_scale)))
-        // The card's: a search changes it and may leave the index.
+        // Taken from the card, since a search may change it and keep the index.
         readonly property int currentId: currentItem ? currentItem.profileId : -1
 
         objectName: "grid"
@@ -149,7 +149,7 @@ FocusScope {
 
         actions: root.actions
         onClosed: {
-            // A dialog that it led to has the keyboard already.
+            // A dialog that the menu opened has the focus already.
             if (!root.actions.asking)
                 grid.forceActiveFocus()
         }

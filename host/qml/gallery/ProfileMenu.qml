@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-// What can be done with one dashboard.
+// The actions on one dashboard.
 HLVN.Menu {
     id: root
 

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-// Asks before a dashboard is removed, and names what goes with it.
+// Asks before a dashboard is removed, and says what is lost with it.
 HLVN.Dialog {
     id: root
 

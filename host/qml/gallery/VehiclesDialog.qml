@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 import "qrc:/qml/HLVN/Controls" as HLVN
 
-// The vehicles that a dashboard goes with.
+// The vehicles assigned to a dashboard.
 HLVN.Dialog {
     id: root
 
@@ -55,7 +55,7 @@ HLVN.Dialog {
             }
             T.ScrollBar.vertical: HLVN.ScrollBar { }
 
-            // Inside, for what lies outside is cut off.
+            // Inside, since the outside is clipped.
             HLVN.FocusFrame {
                 parent: list
                 anchors.margins: 0

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A few words on something that goes on, with a ring that turns.
+// A short text with a spinner.
 Item {
     id: root
 

@@ -2,11 +2,11 @@ import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 import QtQuick.Window 2.15
 
-// One of several. A model of objects has their texts in `text` and their values in `value`.
+// A drop-down list. The model's objects have a `text` and a `value`.
 T.ComboBox {
     id: root
 
-    // The value to show. A choice of the user's is reported by `chosen` and shown once it is here.
+    // The shown value. The user's choice is emitted by `chosen` and shown once it is set here.
     property var selectedValue
     property bool entered: false
 
@@ -29,7 +29,7 @@ T.ComboBox {
     // A wheel that scrolls the page must not change what it passes over.
     wheelEnabled: false
     onSelectedValueChanged: showSelected()
-    // A new model puts the first entry forward.
+    // A new model selects its first entry.
     onModelChanged: showSelected()
     onActivated: {
         root.chosen(valueAt(index))

@@ -2,11 +2,11 @@ import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 
 // A modal dialog in the middle of its window: a title, the content, and one or two buttons.
-// Escape and the second button close it; what the first one means is the user's of this.
+// Escape and the second button close it; the first one emits `acceptClicked`.
 T.Dialog {
     id: root
 
-    property string acceptText: "" // Empty for a dialog that only tells something.
+    property string acceptText: "" // Empty for a dialog that only informs.
     property string rejectText: qsTr("Cancel")
     property string busyText: ""   // What it waits for, shown beside the buttons.
     property bool acceptEnabled: true

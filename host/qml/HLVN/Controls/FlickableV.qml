@@ -13,7 +13,7 @@ Flickable {
     T.ScrollBar.vertical: ScrollBar {
     }
 
-    // Inside, for what lies outside is cut off.
+    // Inside, since the outside is clipped.
     FocusFrame {
         parent: root
         anchors.margins: 0

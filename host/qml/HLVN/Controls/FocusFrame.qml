@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// Marks the item that has the keyboard; lies around its parent.
+// Marks its parent as the item with the keyboard focus.
 Rectangle {
     anchors.fill: parent
     anchors.margins: -ux.focusWidth - 1

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 
-// An entry of a menu, with its key at the right. One that can't be used says why.
+// A menu item with its shortcut at the right. A disabled one says why in a tool tip.
 T.MenuItem {
     id: root
 

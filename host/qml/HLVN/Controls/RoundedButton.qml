@@ -4,7 +4,7 @@ import QtQuick.Templates 2.15 as T
 T.Button {
     id: root
 
-    property bool primary: false // The one that Enter is expected to press.
+    property bool primary: false // The default action.
     property bool danger: false  // Destroys something.
     property string toolTip
 

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A text field that Escape clears. Down, Return, or Escape in an empty one give the keyboard back.
+// A text field that Escape clears. Down, Return, or Escape in an empty one give up the focus.
 TextField {
     id: root
 

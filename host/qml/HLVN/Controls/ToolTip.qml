@@ -1,13 +1,13 @@
 import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 
-// Tells about its parent while the mouse rests there, until that is pressed.
+// A tool tip for its parent, hidden once that is pressed.
 T.ToolTip {
     id: root
 
     property bool hovered: false
     property bool pressed: false
-    property bool pressedSince: false // The mouse came.
+    property bool pressedSince: false // Since the mouse came.
 
     visible: hovered && !pressedSince && text !== ""
     onPressedChanged: if (pressed) pressedSince = true

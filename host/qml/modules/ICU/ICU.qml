@@ -1,7 +1,7 @@
 pragma Singleton
 import QtQml 2.15
 
-// The words that stand on many windows.
+// Texts that many windows share.
 QtObject {
     enum Id { OK, SoftwareConfiguration }
 
