@@ -7,10 +7,10 @@ Rectangle {
 
     readonly property int margin: 12
     readonly property real signedSpeed: dash_useMph ? dash_speed_mph : dash_speed_kmh
-    // Real before Math.abs, which gives nonsense for the smallest int.
+    // Converted to real first: Math.abs is wrong for the smallest int.
     readonly property real speed: Math.abs(signedSpeed)
     readonly property bool knowsRaceLength: dash_numberOfLaps_Available && dash_numberOfLaps > 0
-    // Without a best lap there is nothing that the lap under way could be compared with.
+    // Without a best lap there is nothing to compare the current lap with.
     readonly property bool hasDelta: dash_currentTime_str_Available && dash_bestTime_ms_Available
         && dash_bestTime_ms > 0
     readonly property bool lowFuel: dash_fuelLevel_Percent_Available
@@ -174,7 +174,7 @@ Rectangle {
         unitSize: 14
         unit: endurance.knowsRaceLength && dash_numberOfLaps < 1000 ? "/" + dash_numberOfLaps_str : ""
         available: dash_completedLaps_Available
-        // The lap under way, and the last one still once the race is over.
+        // The current lap; after the race, still the last one.
         text: endurance.knowsRaceLength ? Math.min(dash_completedLaps + 1, dash_numberOfLaps)
                                         : dash_completedLaps + 1
     }
@@ -359,7 +359,7 @@ Rectangle {
         perLap: stint.perLap
     }
 
-    // The tank's figure stays, so that a flag may have the place of its bar.
+    // The number for the tank stays, so a flag may cover its bar.
     FlagBand {
         id: flags
 

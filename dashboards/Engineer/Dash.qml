@@ -3,15 +3,15 @@ import "Gauges"
 import "Gauges/Numbers.js" as Numbers
 import "Gauges/Theme.js" as Theme
 
-// On track the recorder runs; at a standstill its place is taken by what is set up then.
+// The recorder runs on track; at a standstill the set-up page replaces it.
 Rectangle {
     id: engineer
 
-    // Real before Math.abs, which gives nonsense for the smallest int.
+    // Converted to real first: Math.abs is wrong for the smallest int.
     readonly property real signedSpeed: dash_useMph ? dash_speed_mph : dash_speed_kmh
     readonly property real speed: Math.abs(signedSpeed)
     readonly property bool moving: speed > 2
-    // Without a best lap there is nothing that the lap under way could be compared with.
+    // Without a best lap there is nothing to compare the current lap with.
     readonly property bool hasDelta: dash_currentTime_str_Available && dash_bestTime_ms_Available
         && dash_bestTime_ms > 0
 
@@ -212,7 +212,7 @@ Rectangle {
         }
     }
 
-    // On the chart, where the badge cuts no text.
+    // On the chart, where the badge covers no text.
     Item {
         id: pausePlace
 

@@ -6,7 +6,7 @@ import "Gauges/Theme.js" as Theme
 Rectangle {
     id: flight
 
-    // Real before Math.abs, which gives nonsense for the smallest int.
+    // Converted to real first: Math.abs is wrong for the smallest int.
     readonly property real signedAirspeed: dash_useMph ? dash_speed_mph : dash_speed_knots
     readonly property real signedGroundSpeed: dash_useMph ? dash_groundSpeed_mph : dash_groundSpeed_knots
     readonly property real groundSpeed: Math.abs(signedGroundSpeed)
@@ -152,7 +152,7 @@ Rectangle {
         blackAndWhite: dash_sessionFlagBlackAndWhite
     }
 
-    // On the attitude indicator, where it cuts no text.
+    // On the attitude indicator, where it covers no text.
     Item {
         id: pausePlace
 

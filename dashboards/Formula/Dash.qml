@@ -6,11 +6,11 @@ Rectangle {
     id: formula
 
     readonly property real signedSpeed: dash_useMph ? dash_speed_mph : dash_speed_kmh
-    // Real before Math.abs, which gives nonsense for the smallest int.
+    // Converted to real first: Math.abs is wrong for the smallest int.
     readonly property real speed: Math.abs(signedSpeed)
     readonly property bool standing: speed < 3
     readonly property bool knowsRaceLength: dash_numberOfLaps_Available && dash_numberOfLaps > 0
-    // Without a best lap there is nothing that the lap under way could be compared with.
+    // Without a best lap there is nothing to compare the current lap with.
     readonly property bool hasDelta: dash_currentTime_ms_Available && dash_bestTime_ms_Available
         && dash_bestTime_ms > 0
     readonly property bool beatsBest: dash_lastTime_ms_Available && dash_bestTime_ms_Available
@@ -28,7 +28,7 @@ Rectangle {
     height: 272
     color: Theme.night
 
-    // The first lamp goes on at the first threshold: below it nobody shifts.
+    // The first lamp lights at the first threshold; nobody shifts below it.
     RpmStrip {
         id: shiftLights
 
@@ -73,7 +73,7 @@ Rectangle {
         caption: "LAP"
         known: dash_completedLaps_Available
         unit: formula.knowsRaceLength && dash_numberOfLaps < 1000 ? "/" + dash_numberOfLaps_str : ""
-        // The lap under way, and the last one still once the race is over.
+        // The current lap; after the race, still the last one.
         text: formula.knowsRaceLength ? Math.min(dash_completedLaps + 1, dash_numberOfLaps)
                                       : dash_completedLaps + 1
     }
@@ -138,7 +138,7 @@ Rectangle {
     Rectangle {
         id: drs
 
-        // A border is painted anew whenever its colour is set, so that the same one mustn't be set.
+        // Setting a border's colour repaints it even if it is the same, so this sets it only on a change.
         readonly property color rim: dash_drsAvailable || dash_drsEngaged ? Theme.good : Theme.faceTop
 
         x: 152
@@ -357,7 +357,7 @@ Rectangle {
         speed: formula.speed
     }
 
-    // Over the limiter too: in the pit lane flags are out as well.
+    // Above the limiter screen: flags are out in the pit lane too.
     FlagCloths {
         id: flags
 

@@ -7,10 +7,10 @@ Rectangle {
 
     readonly property int margin: 8
     readonly property real signedSpeed: dash_useMph ? dash_speed_mph : dash_speed_kmh
-    // Real before Math.abs, which gives nonsense for the smallest int.
+    // Converted to real first: Math.abs is wrong for the smallest int.
     readonly property real speed: Math.abs(signedSpeed)
     readonly property bool knowsRaceLength: dash_numberOfLaps_Available && dash_numberOfLaps > 0
-    // Without a best lap there is nothing that the lap under way could be compared with.
+    // Without a best lap there is nothing to compare the current lap with.
     readonly property bool hasDelta: dash_currentTime_str_Available && dash_bestTime_ms_Available
         && dash_bestTime_ms > 0
     readonly property bool beatsBest: dash_lastTime_ms_Available && dash_bestTime_ms_Available
@@ -21,7 +21,7 @@ Rectangle {
     height: 272
     color: Theme.night
 
-    // The first lamp goes on at the first threshold: below it nobody shifts.
+    // The first lamp lights at the first threshold; nobody shifts below it.
     RpmStrip {
         id: shiftLights
 
@@ -97,7 +97,7 @@ Rectangle {
         valueSize: 36
         unitSize: 16
         unit: gt.knowsRaceLength && dash_numberOfLaps < 1000 ? "/" + dash_numberOfLaps_str : ""
-        // The lap under way, and the last one still once the race is over.
+        // The current lap; after the race, still the last one.
         text: gt.knowsRaceLength ? Math.min(dash_completedLaps + 1, dash_numberOfLaps)
                                  : dash_completedLaps + 1
     }

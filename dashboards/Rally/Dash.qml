@@ -2,18 +2,18 @@ import QtQuick 2.15
 import "Gauges"
 import "Gauges/Theme.js" as Theme
 
-// For a look of a tenth of a second on a rough stage: the gear in the middle, the shift lamps over it,
-// the times below, and nothing that would have to be searched for.
+// Readable in a tenth of a second on a rough stage: the gear in the middle, shift lamps above it,
+// times below, and nothing that has to be searched for.
 Rectangle {
     id: rally
 
-    // Real before Math.abs, which gives nonsense for the smallest int.
+    // Converted to real first: Math.abs is wrong for the smallest int.
     readonly property real signedSpeed: dash_useMph ? dash_speed_mph : dash_speed_kmh
     readonly property real speed: Math.abs(signedSpeed)
-    // Without a best time there is nothing that the stage under way could be compared with.
+    // Without a best time there is nothing to compare the current stage with.
     readonly property bool hasDelta: dash_currentTime_str_Available && dash_bestTime_ms_Available
         && dash_bestTime_ms > 0
-    // A tenth is as much as a shaken eye can use.
+    // Shaken eyes read no more than a tenth.
     readonly property real deltaTenths: Math.round(dash_deltaTime_s * 10) / 10
     readonly property bool flagged: dash_sessionFlagYellow || dash_sessionFlagBlue
         || dash_sessionFlagBlack || dash_sessionFlagBlackAndWhite
@@ -35,7 +35,7 @@ Rectangle {
         gap: 6
         corner: 3
         shape: true
-        // The lower half of the range tells nothing about when to shift.
+        // The lower half of the range says nothing about when to shift.
         from: 0.4
         rpm: dash_rpm
         maxRpm: dash_maxRpm
@@ -146,7 +146,7 @@ Rectangle {
         }
     }
 
-    // Where the wheels point, which a slide makes one forget.
+    // Where the wheels point, easily forgotten in a slide.
     Bar {
         id: steering
 
@@ -227,7 +227,7 @@ Rectangle {
         timeSize: 34
     }
 
-    // Under a flag nobody races a best time, so the flag takes its room.
+    // Nobody races the best time under a flag, so the flag takes its place.
     FlagBand {
         id: flags
 

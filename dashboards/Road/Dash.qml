@@ -5,11 +5,11 @@ import "Gauges/Theme.js" as Theme
 Rectangle {
     id: road
 
-    // Real before Math.abs, which gives nonsense for the smallest int.
+    // Converted to real first: Math.abs is wrong for the smallest int.
     readonly property real signedSpeed: dash_useMph ? dash_speed_mph : dash_speed_kmh
     readonly property real speed: Math.abs(signedSpeed)
     readonly property bool knowsRaceLength: dash_numberOfLaps_Available && dash_numberOfLaps > 0
-    // Without a best lap there is nothing that the lap under way could be compared with.
+    // Without a best lap there is nothing to compare the current lap with.
     readonly property bool hasDelta: dash_currentTime_str_Available && dash_bestTime_ms_Available
         && dash_bestTime_ms > 0
 
@@ -239,7 +239,7 @@ Rectangle {
             id: odometer
 
             anchors.centerIn: parent
-            // The lap under way, and the last one still once the race is over.
+            // The current lap; after the race, still the last one.
             value: road.knowsRaceLength ? Math.min(dash_completedLaps + 1, dash_numberOfLaps)
                                         : dash_completedLaps + 1
         }

@@ -1,13 +1,13 @@
 import QtQuick 2.15
-// The parts that a dashboard is built of lie in its own folder; each begins with what it takes.
+// Parts lie in the dashboard's folder Gauges; each file begins with a list of its properties.
 import "Gauges"
 import "Gauges/Theme.js" as Theme
 
 // A good start for a dashboard of your own: copy it and change it.
 //
 // The root is 480 x 272; the picture is scaled from there, so nothing here depends on the screen.
-// Names that begin with dash_ are the telemetry. Bind to them and nothing else moves the picture: no
-// timer, no animation.
+// Names that begin with dash_ are the telemetry. Bindings to them move the picture; use no
+// timers and no animations.
 Rectangle {
     id: root
 
@@ -45,7 +45,7 @@ Rectangle {
         blackAndWhite: dash_sessionFlagBlackAndWhite
     }
 
-    // `fits` keeps even absurd values inside the box, and the fixed width keeps digits in their places.
+    // `fits` keeps even absurd values inside the box; the fixed width keeps digits in place.
     Label {
         x: 16
         y: 106
@@ -56,7 +56,7 @@ Rectangle {
         color: Theme.ink
         font.pixelSize: 92
         font.bold: true
-        // Reversing is told by the gear.
+        // The gear shows reversing.
         text: Math.abs(root.speed)
     }
 
@@ -81,8 +81,8 @@ Rectangle {
         flash: dash_rpmBlink
     }
 
-    // A value that not every game delivers has a twin that ends in _Available: without it a dash
-    // stands in place of a zero that nobody measured.
+    // A value that not every game sends has a twin that ends in _Available: without the value a dash
+    // shows instead of a zero that nobody measured.
     LapTime {
         x: 310
         y: 100
@@ -103,12 +103,12 @@ Rectangle {
         unit: "%"
         unitSize: 18
         available: dash_fuelLevel_Percent_Available
-        // Not by colour alone: the driver also reads it.
+        // Not by colour alone: the text says it too.
         valueColor: dash_fuelLevel_Percent <= dash_lowFuelLevelThreshold_Percent ? Theme.caution : Theme.ink
         text: dash_fuelLevel_Percent
     }
 
-    // Last, so that it lies over everything.
+    // Last, so that it covers everything.
     PauseVeil {
         shown: dash_paused
         badge: gear

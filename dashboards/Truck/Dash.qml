@@ -2,17 +2,17 @@ import QtQuick 2.15
 import "Gauges"
 import "Gauges/Theme.js" as Theme
 
-// A long-distance truck's cluster: speed in the middle, what drives on the left, what slows down on
+// A long-distance truck's cluster: speed in the middle, engine and fuel on the left, brakes on
 // the right, and the road below.
 Rectangle {
     id: truck
 
-    // Real before Math.abs, which gives nonsense for the smallest int.
+    // Converted to real first: Math.abs is wrong for the smallest int.
     readonly property real signedSpeed: dash_useMph ? dash_speed_mph : dash_speed_kmh
     readonly property real speed: Math.abs(signedSpeed)
     readonly property real gpsSpeed: dash_useMph ? dash_groundSpeed_mph : dash_groundSpeed_kmh
-    // Whatever is faster than a truck gets a scale of twice the reach, and keeps it until it stands,
-    // where the ring is empty on either.
+    // Above a truck's speed the scale doubles, and stays so until the vehicle stops,
+    // where both scales show an empty ring.
     readonly property real reach: dash_useMph ? 100 : 140
     property bool fast: false
 
@@ -28,7 +28,7 @@ Rectangle {
                                                   : dash_altitudeAboveSeaLevel_m
     readonly property real heading: ((dash_heading_deg % 360) + 360) % 360
 
-    // From one threshold up to the next that there is.
+    // From one threshold up to the next known one.
     function zones(green, yellow, red) {
         const ends = [green, yellow, red, 100]
         const colors = [Theme.good, Theme.caution, Theme.danger]
@@ -174,7 +174,7 @@ Rectangle {
             color: Theme.accent
             font.pixelSize: 30
             font.bold: true
-            // Which gear the gearbox has chosen matters on a slope.
+            // On a slope the driver needs to know which gear the gearbox has chosen.
             text: dash_gear_str + (dash_autoShifter && dash_gear > 0 ? " " + dash_gear : "")
         }
     }

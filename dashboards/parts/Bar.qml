@@ -2,7 +2,7 @@ import QtQuick 2.15
 import "Theme.js" as Theme
 
 // A bar in its slot, growing from `origin`.
-//   value       share of the length, 0 to 1; other values are cut off
+//   value       share of the length, 0 to 1; other values are clamped
 //   origin      where the bar begins: 0 at the left or the bottom, 0.5 for values with a sign
 //   vertical    grows upwards instead of to the right
 //   barColor, trackColor, corner (radius)

@@ -3,7 +3,7 @@ import "Theme.js" as Theme
 
 // A time difference with its sign; green is faster, red slower.
 //   seconds, digits   dash_deltaTime_s and dash_deltaTime_str
-//   known             whether there is a best lap to compare with; nothing shows otherwise
+//   known             whether there is a best lap to compare with; otherwise nothing shows
 // The size is `font.pixelSize`.
 Label {
     id: delta

@@ -1,8 +1,8 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A round instrument over `sweep` degrees, open at the bottom. All that depends on the scale alone
-// is static; the value moves nothing but the needle.
+// A round instrument over `sweep` degrees, open at the bottom. Everything that depends only on the scale
+// is static; the value moves only the needle.
 //   value       where the needle points, in the scale's unit, from 0
 //   majorStep, majorCount, minorPerMajor   the scale: numbered ticks, and the parts between two
 //   numeralUnit, numeralSize   a numeral is the value divided by the unit; pixels
@@ -55,7 +55,7 @@ Item {
         }
     }
 
-    // The bezel is lit from above: a bright ring, of which a darker one that hangs lower leaves a
+    // The bezel is lit from above: a bright ring under a darker one that is set lower and leaves a
     // crescent.
     Rectangle {
         anchors.fill: parent
@@ -138,7 +138,7 @@ Item {
 
         Label {
             readonly property real share: index / dial.majorCount
-            // The same gap to the tick for a wide numeral as for a narrow one.
+            // Wide and narrow numerals keep the same gap to the tick.
             readonly property real across: Math.abs(Math.sin(dial.radians(share))) * width / 2
             readonly property real along: Math.abs(Math.cos(dial.radians(share))) * font.pixelSize * 0.36
             readonly property real middle: dial.scaleRadius - 16 - across - along

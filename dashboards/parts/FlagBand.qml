@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// The session flags that are out share the width, and nothing shows without one. Each is told by its
+// The session flags that are out share the width; hidden without one. Each is marked by its
 // pattern and its name, not by colour alone.
 //   yellow, blue, black, blackAndWhite   dash_sessionFlag*
 Item {

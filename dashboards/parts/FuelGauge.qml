@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A small round gauge with the figure below.
+// A small round gauge with the number below.
 //   percent   0 to 100
 //   low       whether it is at or below the warning threshold
 Item {

@@ -1,8 +1,8 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// The acceleration of the car as a dot in a circle: braking up, turning right to the left, as the
-// driver is thrown.
+// The car's acceleration as a dot in a circle, as the driver feels it: braking up, a right turn to
+// the left.
 //   surge, sway   dash_surgeG and dash_swayG
 //   range         g at the outer ring
 Item {
@@ -14,7 +14,7 @@ Item {
     property color dotColor: Theme.accent
     readonly property real radius: width / 2
     readonly property real length: Math.sqrt(surge * surge + sway * sway)
-    // What is beyond the ring stays on it; NaN and infinity rest in the middle.
+    // Values beyond the ring stay on it; NaN and infinity show in the middle.
     readonly property real pixelsPerG: isFinite(length) ? radius / Math.max(range, length) : 0
 
     implicitWidth: 72

@@ -3,7 +3,7 @@ import "Theme.js" as Theme
 
 // A time with its caption above.
 //   label, time   the caption, and dash_*Time_str
-//   known         whether the time is known; otherwise a faint dash stands in its place
+//   known         whether the time is known; otherwise a faint dash shows instead
 //   mirrored      flush right
 //   timeSize
 Item {

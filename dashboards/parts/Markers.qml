@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// The areas of a layout over a grid, for who moves things about.
+// Outlines of a layout's areas over a grid, for editing.
 //   shown    dash_showMarkers
 //   layout   the item whose children are outlined
 //   pitch    of the grid

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A count on drums behind one window. More than the drums can show stands still at nines.
+// A count on drums behind one window. Counts too large for the drums show as nines.
 //   value, drums
 Rectangle {
     id: odometer

@@ -1,9 +1,9 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// Dims the dashboard while paused, with a badge over the gear, say, which means nothing meanwhile.
+// Dims the dashboard while paused, with a badge over an item that means nothing then, such as the gear.
 //   shown    dash_paused
-//   badge    the item that the badge covers, or null: then it stands in the middle of the veil
+//   badge    the item that the badge covers; null centres the badge
 Item {
     id: veil
 

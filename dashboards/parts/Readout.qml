@@ -1,9 +1,9 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A value with its caption above and its unit behind. Digits keep their places when aligned right.
+// A value with its caption above and its unit behind. Right-aligned digits stay in place.
 //   caption, text, unit   unit and caption may be empty
-//   available   whether the value is known; otherwise a faint dash stands in its place
+//   available   whether the value is known; otherwise a faint dash shows instead
 //   valueSize, captionSize, unitSize, valueColor, bold
 //   align       Text.AlignLeft, AlignHCenter or AlignRight of caption and value
 Item {
@@ -39,7 +39,7 @@ Item {
 
         readonly property real room: readout.width - (unitLabel.text === "" ? 0 : unitLabel.width + 3)
 
-        // Without a right edge to stand at, the unit follows the value.
+        // The unit follows the value unless the value is aligned right.
         x: readout.align === Text.AlignLeft ? 0
             : readout.align === Text.AlignRight ? room - width
             : (room - width) / 2

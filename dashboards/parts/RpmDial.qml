@@ -1,7 +1,7 @@
 import QtQuick 2.15
 
 // A dial for any engine, from a ship's to a racing car's.
-//   rpm, maxRpm   as published; a limit out of 501 to 99999 says that the source knows none
+//   rpm, maxRpm   as published; a limit outside 501 to 99999 counts as unknown
 //   yellow, red   thresholds in percent of maxRpm; 0 is none
 //   redline       whether the red threshold is reached
 Dial {
@@ -17,11 +17,11 @@ Dial {
     readonly property bool redline: knowsMaxRpm && red > 0 && rpm * 100 >= maxRpm * red
 
     value: rpm
-    // A slow engine's scale counts hundreds: few round thousands would tell little about it.
+    // A slow engine gets a scale in hundreds: it has too few thousands.
     majorStep: limit <= 1000 ? 100
         : limit < 2000 ? 200
         : limit <= 4000 ? 500 : 1000 * Math.ceil(limit / 10000)
-    // The bound holds while one of the two already belongs to the next vehicle.
+    // Guards the moment in which only one of the two belongs to the next vehicle.
     majorCount: Math.min(10, Math.ceil(limit / majorStep))
     minorPerMajor: majorStep === 500 ? 5 : 4
     numeralUnit: majorStep < 1000 ? 100 : 1000

@@ -1,8 +1,8 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// Engine speed as a row of lamps whose colours are the thresholds of the display limits.
-//   rpm, maxRpm   as published; a limit out of 501 to 99999 says that the source knows none
+// Engine speed as a row of lamps, coloured by the thresholds.
+//   rpm, maxRpm   as published; a limit outside 501 to 99999 counts as unknown
 //   green, yellow, red, blinking   thresholds in percent of maxRpm; 0 is none
 //   flash         whether all lamps show the flash colour now, dash_rpmBlink
 //   from          share of maxRpm where the first lamp goes on

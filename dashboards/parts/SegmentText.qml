@@ -1,9 +1,9 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// Seven-segment digits over their unlit segments, flush right in a fixed number of cells.
-//   text        digits, "-" and blanks; what is longer than the cells shows as dashes
-//   cells       how many digits there is room for
+// Seven-segment digits over their unlit segments, right-aligned in a fixed number of cells.
+//   text        digits, "-" and blanks; longer text shows as dashes
+//   cells       how many digits fit
 //   pixelSize   of the digits' height, about
 //   color, ghostColor   of lit and of unlit segments
 Item {

@@ -1,9 +1,9 @@
 .pragma library
 
-// The palette and the fonts of all parts. A dashboard that ships has another look by a Theme.js of its
-// own in its folder Gauges, which takes the place of this one; it must define the same names.
+// The palette and fonts of all parts. A shipped dashboard gets its own look from a Theme.js of its
+// own in its folder Gauges, which replaces this one; it must define the same names.
 
-// Text, from the value down to what is out or unknown.
+// Text, from values down to what is off or unknown.
 var ink = "#f1f4f6"
 var muted = "#98a2ad"
 var faint = "#6d7680"
@@ -28,7 +28,7 @@ var danger = "#e62f3b"
 var flash = "#3d9bff"
 var cold = "#4ea3ff"
 
-// Session flags, and text on what is bright.
+// Session flags, and text on bright surfaces.
 var black = "#050505"
 var white = "#ffffff"
 var yellow = "#ffd21a"

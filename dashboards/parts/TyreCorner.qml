@@ -35,7 +35,7 @@ Item {
     readonly property real figuresWidth: width - tyre.width - 6
     readonly property int side: mirrored ? Text.AlignRight : Text.AlignLeft
 
-    // What no sensor says is no value.
+    // Without a sensor there is no value.
     function figure(value) {
         return Math.abs(value) > 9999 ? "–" : Math.round(value)
     }

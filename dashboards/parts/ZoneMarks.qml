@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A part of a Dial's scale, `from` one value `to` another, as a row of blocks along its edge.
+// Marks a part of a Dial's scale, `from` one value `to` another, with blocks along the edge.
 Repeater {
     id: zone
 

@@ -1,10 +1,10 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// The tank as a bar, cut into the laps that it is good for.
+// The tank as a bar, divided into the laps that the fuel lasts.
 //   percent, low   0 to 100, and whether it is at or below the threshold
 //   threshold      percent, marked
-//   perLap         percent that a lap takes; 0 is unknown, and then nothing is cut
+//   perLap         percent that a lap takes; 0 is unknown and leaves the bar whole
 Item {
     id: tank
 
@@ -13,7 +13,7 @@ Item {
     property int threshold: 0
     property real perLap: 0
     readonly property real share: Math.max(0, Math.min(1, percent / 100))
-    // More cuts than that would be a grey haze.
+    // More divisions would blur into grey.
     readonly property int cuts: perLap >= 1 ? Math.floor(Math.min(100, percent) / perLap) : 0
 
     implicitWidth: 456
@@ -30,7 +30,7 @@ Item {
         model: tank.cuts
 
         Rectangle {
-            // Whole laps from the empty end, so that the lap under way shrinks at the full one.
+            // Whole laps count from the empty end, so that the current lap shrinks at the full end.
             x: (index + 1) * tank.perLap / 100 * tank.width - 1
             width: 2
             height: tank.height

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// What the fuel is good for, with a dash for what isn't known yet: 0 or less.
+// How far the fuel lasts; 0 or less is unknown and shows as a dash.
 //   perLap     percent of the tank
 //   lapsLeft   until it is empty
 //   boxLap     the last lap on which to come in

@@ -1,9 +1,9 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// The course of a value as bars that come in from the right, between two lines.
+// The course of a value as bars that enter at the right, between two lines.
 //   samples    the latest last
-//   capacity   bars that there is room for
+//   capacity   how many bars fit
 //   low, high    values of the two lines
 //   least, most  values at the edges
 Item {

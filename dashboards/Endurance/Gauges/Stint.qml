@@ -1,14 +1,14 @@
 import QtQuick 2.15
 
-// Remembers the laps of the stint: their times, and what they took from the tank.
-//   laps, lapsKnown   completed laps; when they get fewer, another session has begun
-//   fuel, fuelKnown   percent; when it rises, the tank has been filled
+// Remembers the laps of the stint: their times and the fuel they used.
+//   laps, lapsKnown   completed laps; fewer than before means a new session
+//   fuel, fuelKnown   percent; a rise means that the tank was filled
 //   lastTime          text of the last lap's time, empty when unknown
 //   publication       changes with every publication, after the others
 //   times             the last laps as { lap, time }, the latest first
 //   perLap            percent of fuel, the mean of the whole laps since the tank was filled; 0 is unknown
-//   lapsLeft          what the tank is good for; 0 is unknown
-//   boxLap            the last lap that the tank is good for, as of the line; 0 is unknown
+//   lapsLeft          laps that the fuel lasts; 0 is unknown
+//   boxLap            the last lap that the fuel lasts for, as of the line; 0 is unknown
 QtObject {
     id: stint
 
@@ -26,9 +26,9 @@ QtObject {
     property int boxLap: 0
 
     property int seenLaps: -1
-    // Since the tank was filled; -1 before any.
+    // Lowest since the tank was filled; -1 before any.
     property int leastFuel: -1
-    // At the line after the tank was filled; -1 before that line.
+    // At the first line after the tank was filled; -1 before that.
     property int firstFuel: -1
     property int firstLaps: 0
 
@@ -50,7 +50,7 @@ QtObject {
             forgetFuel()
             leastFuel = -1
         } else if (leastFuel < 0 || fuel > leastFuel + 1) {
-            // One percent more is fuel that sways. What a lap takes stays much the same when full.
+            // One percent more is sloshing fuel. A lap takes much the same with a full tank.
             firstFuel = -1
             boxLap = 0
             leastFuel = fuel
@@ -73,7 +73,7 @@ QtObject {
         boxLap = perLap > 0 ? laps + Math.floor(fuel / perLap) : 0
     }
 
-    // Some games tell the time of a lap only after they have counted it.
+    // Some games send a lap's time only after counting the lap.
     function correctTime() {
         if (times.length > 0 && times[0].time !== lastTime)
             times = [{ lap: times[0].lap, time: lastTime }].concat(times.slice(1))

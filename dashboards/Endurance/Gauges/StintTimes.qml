@@ -3,7 +3,7 @@ import "Theme.js" as Theme
 
 // The laps of a stint with their times, the newest first.
 //   times   of `Stint`
-//   rows    how many laps there is room for
+//   rows    how many laps fit
 //   best    the time that stands out
 Column {
     id: list

@@ -1,9 +1,9 @@
 .pragma library
 
-// Embers in the dark: nothing here is bright enough to spoil eyes that look into the night, and only a
-// flag may. The shared palette has the same names.
+// Dim embers: nothing is bright enough to spoil night vision, except a
+// flag. The shared palette has the same names.
 
-// Text, from the value down to what is out or unknown.
+// Text, from values down to what is off or unknown.
 var ink = "#e3bf8e"
 var muted = "#a1805a"
 var faint = "#6b553c"
@@ -28,7 +28,7 @@ var danger = "#d1402e"
 var flash = "#d1402e"
 var cold = "#5f87a8"
 
-// Session flags, and text on what is bright.
+// Session flags, and text on bright surfaces.
 var black = "#000000"
 var white = "#e8dccb"
 var yellow = "#d9b21a"

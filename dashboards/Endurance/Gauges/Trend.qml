@@ -1,12 +1,12 @@
 import QtQuick 2.15
 
-// Remembers how a value went on: means over some publications each, the latest last.
-//   value, known   the value, and whether it is known; what isn't known is forgotten
+// Remembers the course of a value as means over several publications, the latest last.
+//   value, known   the value, and whether it is known; unknown values clear the memory
 //   publication    changes with every publication, after the value
-//   resting        publications that don't count, as while paused
+//   resting        whether publications don't count, as while paused
 //   perSample, capacity   publications in a mean, and how many means are kept
 //   samples        the means
-//   change         the mean of the newer half less that of the older one; 0 until `settled`
+//   change         mean of the newer half minus mean of the older half; 0 until `settled`
 //   settled        whether there are enough samples to tell
 QtObject {
     id: trend

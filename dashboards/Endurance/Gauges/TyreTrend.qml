@@ -25,7 +25,7 @@ Item {
 
     readonly property int step: Math.round(Math.abs(trend.change))
 
-    // What no sensor says is no value.
+    // Without a sensor there is no value.
     function figure(value) {
         return Math.abs(value) > 9999 ? "–" : value
     }
@@ -74,7 +74,7 @@ Item {
         high: tyre.hotAbove
     }
 
-    // Rising or falling, by how much, once that is worth a word.
+    // How much it rises or falls, once that is worth showing.
     Item {
         id: arrow
 

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// What helps the driver: its setting, and whether it acts just now.
+// The driver aids: their settings, and whether they act now.
 Column {
     id: table
 

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import "Numbers.js" as Numbers
 import "Theme.js" as Theme
 
-// What is set up at a standstill: the motion profile and the value tuned last, how the vehicle
+// For setting up at a standstill: the motion profile, the value tuned last, how the vehicle
 // stands, and the limits that the source gives.
 Item {
     id: page
@@ -237,7 +237,7 @@ Item {
             labelWidth: 62
             size: 14
             label: "BLINKS FROM"
-            // Nothing stands for a share of its own.
+            // Zero stands for no share.
             text: (dash_rpmBlinkingThreshold_Percent === 0 ? 95 : dash_rpmBlinkingThreshold_Percent) + " %"
         }
     }

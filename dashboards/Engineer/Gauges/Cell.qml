@@ -1,10 +1,10 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A line of a table: what it is at the left, how much at the right, a hairline below.
+// A line of a table: label at the left, value at the right, a hairline below.
 //   label, text
-//   known      whether the value is; otherwise a faint dash stands in its place
-//   lit        whether it stands out, as what acts just now does
+//   known      whether the value is known; otherwise a faint dash shows instead
+//   lit        whether it is highlighted, as a system that acts now
 //   labelWidth, valueColor, size
 Item {
     id: cell

@@ -4,7 +4,7 @@ import "Theme.js" as Theme
 // One quantity at the four wheels, in the order FL, FR, RL, RR.
 //   label, unit
 //   fl, fr, rl, rr, knowsFl, knowsFr, knowsRl, knowsRr   the values and their availability twins
-//   coldBelow, hotAbove   beyond them a value gets a mark: a bar below it for cold, above it for hot
+//   coldBelow, hotAbove   limits; a bar below the value marks cold, one above it hot
 Item {
     id: line
 
@@ -62,7 +62,7 @@ Item {
 
             readonly property bool known: [line.knowsFl, line.knowsFr, line.knowsRl, line.knowsRr][index]
             readonly property real value: [line.fl, line.fr, line.rl, line.rr][index]
-            // What no sensor says is no value.
+            // Without a sensor there is no value.
             readonly property bool sane: known && Math.abs(value) <= 9999
             readonly property bool hot: sane && value > line.hotAbove
             readonly property bool cold: sane && value < line.coldBelow

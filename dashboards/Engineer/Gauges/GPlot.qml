@@ -1,8 +1,8 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// Accelerations in the plane with the trail that they leave, as the driver is thrown: braking up, a
-// right turn to the left. The scale grows with the largest one, and stays.
+// Acceleration as a dot with a trail, as the driver feels it: braking up, a
+// right turn to the left. The scale grows to the largest value and stays.
 //   surge, sway   g
 Item {
     id: plot
@@ -12,7 +12,7 @@ Item {
     property int samples: 48
     property real range: 1.5
 
-    property int head: 0 // The dot that comes next.
+    property int head: 0 // The next dot to set.
     readonly property real length: Math.sqrt(surge * surge + sway * sway)
     readonly property bool sane: isFinite(length)
     readonly property real pixelsPerG: width / 2 / range

@@ -1,8 +1,8 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// Lap times as they are read and as they are counted.
-// What no clock says is no time.
+// Lap times as text and in milliseconds.
+// Without a clock there is no time.
 //   hasDelta   whether there is a best lap to compare with
 Column {
     id: table

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 
-// The pen at the right edge of a chart, where the value is just now.
-//   chart   the item beside which it moves
+// The pen at the right edge of a chart, at the current value.
+//   chart   the item that it moves along
 //   share   of the chart's height, 0 at the bottom
 //   color
 Needle {

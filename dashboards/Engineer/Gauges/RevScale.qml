@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// Engine speed as a share of its limit, over the thresholds as marks on the scale.
+// Engine speed as a share of its limit, above a scale with the thresholds.
 //   share        dash_rpmPercent, which is 1 at the limit
 //   thresholds   percent, each with its colour
 //   flash        dash_rpmBlink

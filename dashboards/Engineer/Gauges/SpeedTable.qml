@@ -1,8 +1,8 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// Speed in every unit, and the gear as it is shown and as it is counted.
-// What no sensor says is no value.
+// Speed in every unit, and the gear as text and as a number.
+// Without a sensor there is no value.
 Column {
     id: table
 

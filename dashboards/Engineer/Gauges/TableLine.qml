@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A line of a table with a value in each of several columns of one width.
+// A line of a table with values in several columns of equal width.
 //   label, texts, known   one of each for a column; `known` may be left out
 //   heading               whether the line is the head of its table
 Item {

@@ -2,7 +2,7 @@
 
 // Ink on a recorder's chart paper.
 
-// Text, from the value down to what is out or unknown.
+// Text, from values down to what is off or unknown.
 var ink = "#18212b"
 var muted = "#58626c"
 var faint = "#9a9c98"
@@ -36,7 +36,7 @@ var brake = "#d1202b"
 var clutch = "#2f77c9"
 var steering = "#8447b5"
 
-// Session flags, and text on what is bright.
+// Session flags, and text on bright surfaces.
 var black = "#050505"
 var white = "#ffffff"
 var yellow = "#ffd21a"

@@ -1,9 +1,9 @@
 import QtQuick 2.15
 
-// The course of one value over the samples of a recorder, as a line of straight pieces. A piece is
-// a rectangle, since only those have smooth edges without a multisampled framebuffer; each sample
-// moves the pieces on and gives the oldest one a new meaning.
-//   samples     how many there is room for
+// The course of one value over the samples of a recorder, as a line of segments. A segment is
+// a rectangle, since only rectangles have smooth edges without multisampling; each sample
+// moves the segments on and reuses the oldest.
+//   samples     how many samples fit
 //   color, thickness
 Item {
     id: trace
@@ -12,13 +12,13 @@ Item {
     property color color: "black"
     property real thickness: 1.6
 
-    property int head: 0 // The piece that comes next.
+    property int head: 0 // The next segment to set.
     property bool started: false
     property real last: 0
 
     readonly property real step: width / samples
 
-    // A share of the height, 0 at the bottom. What is no number leaves the line where it was.
+    // A share of the height, 0 at the bottom. NaN leaves the line where it was.
     function add(share) {
         const value = isNaN(share) ? last : Math.max(0, Math.min(1, share))
         const piece = pieces.itemAt(head)

@@ -4,7 +4,7 @@ import "Theme.js" as Theme
 
 // The recorder: accelerations with their trail, pedals and steering over the last six seconds.
 //
-// No clock but the telemetry's: a sample is taken whenever the lap time has moved on by a tenth of a
+// Only the telemetry's clock counts: a sample is taken each time the lap time has advanced by a tenth of a
 // second or, in a game without lap times, at every third publication that brings something new. So
 // the paper stands still while the car or the game does.
 Item {
@@ -23,7 +23,7 @@ Item {
     property string sampledState
     property int waited: 0
 
-    // The samples to take now: more than one if publications are rarer than samples.
+    // Samples to take now: several if publications are less frequent than samples.
     function due() {
         if (dash_currentTime_ms_Available) {
             const tenth = Math.floor(dash_currentTime_ms / sampleMs)

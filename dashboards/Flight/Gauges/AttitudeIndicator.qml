@@ -2,7 +2,7 @@ import QtQuick 2.15
 import "Theme.js" as Theme
 
 // The horizon as seen from the seat: it sinks as the nose rises, and turns against the bank.
-//   pitch, roll   degrees, up and right positive; what is no number shows level flight
+//   pitch, roll   degrees, up and right positive; NaN and infinity show level flight
 Instrument {
     id: indicator
 
@@ -59,7 +59,7 @@ Instrument {
                     color: Theme.white
                 }
 
-                // The longer, the steeper; short ones stand at 5 and 15 degrees.
+                // Steeper lines are longer; the short ones are at 5 and 15 degrees.
                 Repeater {
                     model: [5, 10, 15, 20, 30, 40, 50, 60, 70, 80]
 
@@ -98,7 +98,7 @@ Instrument {
             }
         }
 
-        // The case comes back around the window, since a clip is square.
+        // Draws the case again around the window, since a clip is square.
         Rectangle {
             anchors.centerIn: parent
             width: parent.width + 2 * border.width
@@ -122,7 +122,7 @@ Instrument {
         border.color: Theme.bezelEdge
     }
 
-    // The aeroplane, and the pointer for the bank.
+    // The aeroplane and the bank pointer.
     Repeater {
         model: 2
 

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// Figures in a window of a face, for what hands tell only nearly.
+// Digits in a window of the face, for reading what the hands only show roughly.
 Rectangle {
     id: frame
 

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// What hands are fixed to, in the middle of a face.
+// The hub that holds the hands, in the middle of a face.
 Rectangle {
     anchors.centerIn: parent
     width: 13

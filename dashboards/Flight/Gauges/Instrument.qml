@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A round face in its square case with a screw in each corner. What is put inside lies on the face.
+// A round face in a square case with a screw in each corner. Children lie on the face.
 Item {
     id: instrument
 

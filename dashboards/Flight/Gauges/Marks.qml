@@ -55,7 +55,7 @@ Item {
 
         Label {
             readonly property real turn: marks.major[index] * Math.PI / 180
-            // The same gap to the mark for a wide numeral as for a narrow one.
+            // Wide and narrow numerals keep the same gap to the mark.
             readonly property real reach: marks.turning ? font.pixelSize * 0.4
                 : Math.abs(Math.sin(turn)) * width / 2 + Math.abs(Math.cos(turn)) * font.pixelSize * 0.4
             readonly property real middle: marks.rim - marks.longMark - 1 - reach

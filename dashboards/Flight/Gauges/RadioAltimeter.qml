@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// Height above the ground, fine near it. Above the scale the hand is off and the window tells all.
+// Height above the ground, finer near it. Above the scale the hand hides and the window shows it.
 //   feet
 Instrument {
     id: altimeter

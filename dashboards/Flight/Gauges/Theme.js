@@ -1,8 +1,8 @@
 .pragma library
 
-// Ivory on crackle black in a grey-green panel, as in a cockpit of old.
+// Ivory on crackle black in a grey-green panel, like an old cockpit.
 
-// Text, from the value down to what is out or unknown.
+// Text, from values down to what is off or unknown.
 var ink = "#f4ecd8"
 var muted = "#b9b6a6"
 var faint = "#7f8278"
@@ -34,7 +34,7 @@ var skyHigh = "#1c5ea3"
 var ground = "#8a5528"
 var groundLow = "#5a3518"
 
-// Session flags, and text on what is bright.
+// Session flags, and text on bright surfaces.
 var black = "#050505"
 var white = "#ffffff"
 var yellow = "#ffd21a"

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// The rate of turn that the bank makes at this speed, as the tilt of an aeroplane seen from behind,
+// The rate of turn that this bank gives at this speed, shown as the tilt of an aeroplane from behind,
 // and the ball in its tube. A wing at a lower mark is a full circle in two minutes.
 //   roll    degrees, right positive
 //   speed   km/h
@@ -17,9 +17,9 @@ Instrument {
     readonly property real standardTilt: 20
     readonly property real rate: {
         const bank = roll * Math.PI / 180
-        // Level flight needs more lift the steeper the bank, and has none left on its side.
+        // A steeper bank needs more lift; at 90 degrees none is left.
         const aside = 9.81 * Math.sin(bank) / Math.max(0.2, Math.cos(bank))
-        // Wings carry nothing at a walk.
+        // Wings give no lift at walking speed.
         return speed < 20 ? 0 : aside / (speed / 3.6) * 180 / Math.PI
     }
     readonly property real tilt: isFinite(rate)

@@ -3,12 +3,12 @@ import "Theme.js" as Theme
 
 // A cell of the page: a caption in the colour of its group, and a value flush right.
 //   caption, text, unit
-//   known      whether the value is known; otherwise a faint dash stands in its place
+//   known      whether the value is known; otherwise a faint dash shows instead
 //   tone       of the caption
-//   flat       the caption stands before the value, not above it
+//   flat       the caption is before the value, not above it
 //   fill       the cell's own colour
-//   watched, acting   whether it is known when a system acts, which a lamp's outline says, and whether
-//              it does, which fills the cell with `tone`
+//   watched, acting   whether the source tells when a system acts, shown by an outline, and whether
+//              it acts now, which fills the cell with `tone`
 Rectangle {
     id: cell
 

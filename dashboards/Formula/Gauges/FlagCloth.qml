@@ -3,8 +3,8 @@ import "Theme.js" as Theme
 
 // One flag of FlagCloths.
 //   text, cloth, ink, rim
-//   bars        at either end, getting narrower towards the name
-//   otherText   of the right half in the colours turned round; empty: the cloth is whole
+//   bars        at both ends, narrower towards the name
+//   otherText   of the right half, in swapped colours; empty leaves the cloth whole
 Rectangle {
     id: flag
 
@@ -16,7 +16,7 @@ Rectangle {
     property int bars: 0
 
     readonly property bool divided: otherText !== ""
-    // Narrow cloths have room for the name only.
+    // Only the name fits on a narrow cloth.
     readonly property real barPitch: width >= 200 ? 22 : 0
     readonly property real nameX: barPitch * bars + 6
 

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// The session flags that are out, across the whole width; nothing shows without one. Each is told by
+// The session flags that are out, across the whole width; hidden without one. Each is marked by
 // its pattern and its name, not by colour alone.
 //   yellow, blue, black, blackAndWhite   dash_sessionFlag*
 Rectangle {

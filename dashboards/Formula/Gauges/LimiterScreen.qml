@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// Takes the place of the page while the speed limiter is on: in the pit lane only the speed counts.
+// Replaces the page while the speed limiter is on: only the speed counts in the pit lane.
 //   speed   in the driver's unit
 Rectangle {
     id: screen

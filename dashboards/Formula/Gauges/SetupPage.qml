@@ -1,8 +1,8 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// What the driver has just turned, for a while after each turn. Names are in capitals: the font's
-// ligatures of small letters, in "soft" say, end in glyphs that Qt can't load.
+// Shows what the driver has just adjusted, for a while after each change. Names are in capitals: the
+// font's ligatures of small letters, as in "soft", use glyphs that Qt can't load.
 Rectangle {
     id: page
 
@@ -27,7 +27,7 @@ Rectangle {
         if (remaining > 0)
             --remaining
     }
-    // What was turned before the dashboard came up is old.
+    // Changes from before the dashboard was loaded are old.
     Component.onCompleted: remaining = 0
 
     Rectangle {

@@ -2,7 +2,7 @@
 
 // Signal colours on black cells, as on a steering wheel; the shared palette has the same names.
 
-// Text, from the value down to what is out or unknown.
+// Text, from values down to what is off or unknown.
 var ink = "#ffffff"
 var muted = "#9fb0bf"
 var faint = "#66747f"
@@ -27,7 +27,7 @@ var danger = "#ff2a3c"
 var flash = "#a64dff"
 var cold = "#2f7dff"
 
-// Session flags, and text on what is bright.
+// Session flags, and text on bright surfaces.
 var black = "#000000"
 var white = "#ffffff"
 var yellow = "#ffe100"
@@ -35,7 +35,7 @@ var blue = "#1457f5"
 var blueRim = "#8fb2ff"
 var inkOnBright = "#05070a"
 
-// Of this dashboard alone: the captions' colours tell what belongs together.
+// Only in this dashboard: the captions' colours group what belongs together.
 var timing = "#00e1ff"
 var settings = "#ff5fd8"
 var forces = "#ffc400"

@@ -1,12 +1,12 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A figure of one wheel on the colour of its state.
+// A number for one wheel on the colour of its state.
 //   caption, value, known
-//   low, high   below and above which the value is out of its window
-//   calm        the colour within the window
-//   detail      a second figure, small in the corner
-//   tread       share of the tread that is left, as a bar at the edge; below 0 there's none
+//   low, high   limits of the normal range
+//   calm        the colour within it
+//   detail      a second, small number in the corner
+//   tread       share of tread left, as a bar at the edge; below 0 hides it
 //   marked      whether the cell has a bright rim
 Rectangle {
     id: cell
@@ -73,7 +73,7 @@ Rectangle {
         color: cell.known ? Theme.ink : Theme.faint
         font.pixelSize: 24
         font.bold: true
-        // What no sensor says is no value.
+        // Without a sensor there is no value.
         text: !cell.known ? "–" : Math.abs(cell.value) > 9999 ? "–" : cell.value + cell.unit
     }
 }

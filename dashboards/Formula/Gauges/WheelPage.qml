@@ -1,14 +1,14 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// The wheels: temperatures of tyres and brakes lead while driving, pressures and wear at a standstill.
-//   standing   whether the car stands
+// The wheels: tyre and brake temperatures come first while driving, pressures and wear at a standstill.
+//   standing   whether the car is stopped
 Item {
     id: page
 
     property bool standing: false
 
-    // What no sensor says is no value.
+    // Without a sensor there is no value.
     function pressure(value) {
         return value > 9999 ? "–" : value
     }

@@ -1,10 +1,10 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A time difference as a bar from the middle: to the right and green what is gained, to the left and
-// red what is lost, with the figure between.
+// A time difference as a bar from the middle: gains are green to the right, losses red to the
+// left, with the number in between.
 //   seconds, digits   dash_deltaTime_s and dash_deltaTime_str
-//   known             whether there is a best lap to compare with; only the empty slots show otherwise
+//   known             whether there is a best lap to compare with; otherwise only the empty slots show
 //   range             seconds at the end of each half
 Item {
     id: delta
@@ -36,7 +36,7 @@ Item {
         barColor: Theme.good
     }
 
-    // Half and the whole of the range.
+    // At half and at the whole range.
     Repeater {
         model: [0.25, 0.5, 0.75]
 

@@ -2,7 +2,7 @@
 
 // Loud colours on black, as on a touring car's display; the shared palette has the same names.
 
-// Text, from the value down to what is out or unknown.
+// Text, from values down to what is off or unknown.
 var ink = "#ffffff"
 var muted = "#a7adb3"
 var faint = "#6f767d"
@@ -27,7 +27,7 @@ var danger = "#ff3040"
 var flash = "#2f8dff"
 var cold = "#3fa9ff"
 
-// Session flags, and text on what is bright.
+// Session flags, and text on bright surfaces.
 var black = "#000000"
 var white = "#ffffff"
 var yellow = "#ffde00"
@@ -35,7 +35,7 @@ var blue = "#1f62f0"
 var blueRim = "#78a5ff"
 var inkOnBright = "#08090a"
 
-// Of this dashboard alone: the settings that the driver turns.
+// Only in this dashboard: the settings that the driver turns.
 var traction = "#35b6ff"
 var antilock = "#ffc21f"
 var bias = "#ff5fd2"

@@ -1,11 +1,11 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A setting of the car in its colour, with caption and value; filled while the system acts.
+// A setting of the car in its own colour, with caption and value; filled while the system acts.
 //   caption, text
-//   known   whether the value is known; otherwise a faint dash stands in its place
-//   watched, acting   whether it is known when the system acts, which the stripe says, and whether it
-//                     does, which fills the tile
+//   known   whether the value is known; otherwise a faint dash shows instead
+//   watched, acting   whether the source tells when the system acts, shown by the stripe, and whether it
+//                     acts now, which fills the tile
 //   tone
 Rectangle {
     id: tile

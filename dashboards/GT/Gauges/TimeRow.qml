@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A lap time on a plate, its caption before it.
+// A lap time on a plate after its caption.
 //   caption, time, tone
 Rectangle {
     id: row

@@ -1,8 +1,8 @@
 .pragma library
 
-// Hi-vis on black, and one heavy typeface: what shakes must be large and without grey areas.
+// Hi-vis on black in one heavy typeface: a shaking display must be large and high in contrast.
 
-// Text, from the value down to what is out or unknown.
+// Text, from values down to what is off or unknown.
 var ink = "#ffffff"
 var muted = "#b9bdb4"
 var faint = "#74786f"
@@ -27,7 +27,7 @@ var danger = "#ff3b30"
 var flash = "#2fc4ff"
 var cold = "#4ea3ff"
 
-// Session flags, and text on what is bright.
+// Session flags, and text on bright surfaces.
 var black = "#050505"
 var white = "#ffffff"
 var yellow = "#ffd21a"

@@ -1,9 +1,9 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A wheel that fills with the heat of its brake, and the figure towards the vehicle's middle.
+// A wheel that fills as its brake heats up, with the number on the inner side.
 //   temp       °C
-//   known      whether it is known; otherwise a faint dash stands in place of the figure
+//   known      whether it is known; otherwise a faint dash shows instead
 //   mirrored   for a wheel on the right
 //   warmFrom, hotFrom, fullScale   °C
 Item {
@@ -43,7 +43,7 @@ Item {
         color: !corner.known ? Theme.faint : corner.temp >= corner.warmFrom ? corner.tone : Theme.ink
         font.pixelSize: 20
         font.bold: true
-        // What no sensor says is no value.
+        // Without a sensor there is no value.
         text: corner.known && corner.temp > -1000 && corner.temp < 10000
             ? String(corner.temp).replace("-", "−") : "–"
     }

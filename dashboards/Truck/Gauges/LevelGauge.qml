@@ -1,9 +1,9 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A level: its name and figure over a bar, and zones under the bar.
+// A level: name and number above a bar, zones below it.
 //   caption, text, unit, valueColor
-//   available   whether it is known; otherwise a faint dash stands in place of the figure
+//   available   whether it is known; otherwise a faint dash shows instead
 //   share       of the bar, 0 to 1; barColor
 //   zones       a list of { from, to, color } in shares of the bar
 Item {

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import "Theme.js" as Theme
 
-// A ring that fills with speed, open at the bottom, with room for figures inside.
+// A ring that fills with speed, open at the bottom, with room for numbers inside.
 //   value, majorStep, majorCount   in the scale's unit; the scale begins at 0
 Item {
     id: ring

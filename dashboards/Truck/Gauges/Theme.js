@@ -1,9 +1,9 @@
 .pragma library
 
-// The night setting of a long-distance cab: blue-grey glass, white figures, one calm blue, and warm
-// colours for nothing but what asks for attention.
+// The night setting of a long-distance cab: blue-grey glass, white numbers, one calm blue, and warm
+// colours only for what needs attention.
 
-// Text, from the value down to what is out or unknown.
+// Text, from values down to what is off or unknown.
 var ink = "#f2f7fb"
 var muted = "#93a7b8"
 var faint = "#5d7183"
@@ -28,7 +28,7 @@ var danger = "#ff4a45"
 var flash = "#ffffff"
 var cold = "#7fc8ff"
 
-// Session flags, and text on what is bright.
+// Session flags, and text on bright surfaces.
 var black = "#050505"
 var white = "#ffffff"
 var yellow = "#ffd21a"
