@@ -14,7 +14,7 @@ struct Curve
     double turnDeg;     // Positive to the right.
 };
 
-// The turns add up to a full circle, and the straights lead back to the start.
+// The turns add up to a full circle; the straights are as long as it takes to come back.
 constexpr std::array<Curve, 10> Curves{{{300, 62, 88},
                                         {452, 66, -62},
                                         {518, 92, 78},

@@ -35,7 +35,7 @@ bool isWithin(double value, double from, double to)
     return value >= from && value < to;
 }
 
-/// The car as the driver takes the lap, who is slower than its trace.
+/// The car as it is driven, which is slower than its trace.
 RaceCar drivenCar(const RaceScript &script, const RaceMoment &moment)
 {
     const RaceLap &lap = script.lapOf(moment);
@@ -52,7 +52,7 @@ RaceCar drivenCar(const RaceScript &script, const RaceMoment &moment)
     const double rate = lap.pace.rate(moment.trace);
     car.speed /= rate;
     car.rpm = std::max(car.rpm / rate, RaceCar::IdleRpm);
-    // A driver who is a lot slower uses less of both pedals.
+    // A lot slower means less of both pedals.
     const double eased = std::max(1.0, rate * rate / 1.1);
     car.throttle /= eased;
     car.brake /= eased;

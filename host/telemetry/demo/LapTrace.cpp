@@ -31,10 +31,10 @@ double wish(const RaceCar &car, const std::vector<double> &allowed)
     const double ahead = car.distance + car.speed * ReactionSeconds;
     const double target = at(ahead);
     if (target < 0.5)
-        return -3; // The place to stop.
+        return -3; // Stop here.
     const double falls = target * (at(ahead + 1) - target);
     const double below = target - car.speed;
-    // Waits for the braking point at full throttle; then rather holds the pedal than lifts it.
+    // Stays at full throttle up to the braking point; then holds the pedal rather than lifting it.
     const double gain = car.brake > 0 && below > 0 && falls < -4 ? 3 : 8;
     return gain * below + (car.brake <= 0 && below > 1 ? std::max(falls, 0.0) : falls);
 }

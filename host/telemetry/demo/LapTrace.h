@@ -9,7 +9,7 @@ struct LapTrace
 {
     static constexpr double Step = 1.0 / 60; ///< s.
 
-    std::vector<RaceCar> cars; ///< One a step, from the lap's begin to its end.
+    std::vector<RaceCar> cars; ///< One a step, from the lap's start to its end.
     double hold = 0;           ///< s at which the car stands at the box, if it comes there.
 
     double seconds() const { return static_cast<double>(cars.size() - 1) * Step; }
@@ -21,8 +21,8 @@ struct LapTrace
     double secondsAt(double distance) const;
 };
 
-/// The four kinds of lap, driven once by a driver who knows the circuit by heart: looks ahead and
-/// brakes for each curve by what its grip allows. Constant.
+/// The four kinds of lap, each driven once by a driver who looks ahead and brakes for each curve as
+/// late as the grip allows. Constant.
 class Laps
 {
 public:
@@ -38,7 +38,8 @@ private:
     static constexpr double Nowhere = 1e6; // m
 
     Laps();
-    /// m/s that the driver goes at each metre from the grid on, with a stop at `stopAt` if any.
+    /// Highest speed, m/s, at each metre from the grid on, with the pit lane's limit between two
+    /// places and a stop at a third. Metres.
     std::vector<double> allowed(double limitFrom, double limitTo, double stopAt = Nowhere) const;
     std::vector<RaceCar> drive(RaceCar car, const std::vector<double> &allowed,
                                double to = Circuit::Length) const;

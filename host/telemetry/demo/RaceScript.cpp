@@ -80,7 +80,7 @@ RaceScript::RaceScript(std::uint32_t seed)
     }
 }
 
-/// The lap after those that are planned, as far as it follows from them.
+/// The next lap, as far as it follows from the ones before.
 RaceLap RaceScript::next() const
 {
     const Laps &driven = Laps::instance();

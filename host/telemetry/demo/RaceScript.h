@@ -5,12 +5,12 @@
 #include <cstdint>
 #include <vector>
 
-/// How the seconds of a driven lap follow from those of its trace: the driver is a little slower
-/// than the trace, now more and now less, and a lot slower under a yellow flag.
+/// Maps the time in a lap's trace to the time of the lap as driven: always a little slower, by a
+/// varying amount, and a lot slower under a yellow flag.
 struct LapPace
 {
     double traced = 0;      ///< s of the whole trace.
-    double from = 1;        ///< Seconds for each second of the trace, at the lap's begin.
+    double from = 1;        ///< Seconds for each second of the trace, at the lap's start.
     double to = 1;          ///< The same at its end.
     double slowFrom = 0;    ///< s in the trace at which a slow stretch begins.
     double slowTo = 1;      ///< s in the trace at which it ends.
@@ -31,7 +31,7 @@ struct RaceLap
     LapPace pace;
     double begin = 0;    ///< s since the lights of the grid were switched on.
     double hold = 0;     ///< s that the car stands at the box.
-    double fuel = 0;     ///< Percent at the lap's begin.
+    double fuel = 0;     ///< Percent at the lap's start.
     double filled = 0;   ///< Percent that the box fills in.
     double blueFrom = 0; ///< m, where a faster car comes by; 0 is nowhere.
     double last = 0;     ///< s of the lap before, 0 is none.
