@@ -215,9 +215,8 @@ private Q_SLOTS:
                  Row("make('ToolTip { visible: true; delay: 0; Probe {} }')", Any),
                  // No window comes onto the screen, and the log tells of it once.
                  Row("/* opens */ Window.window.showFullScreen()", Green),
-                 Row("/* opens */ make('Window { transientParent: null; "
-                     "modality: Qt.ApplicationModal; onVisibleChanged: if (!visible) show() "
-                     "}').show()",
+                 Row("/* opens */ make('Window { modality: Qt.ApplicationModal; "
+                     "onVisibleChanged: if (!visible) show() }').show()",
                      Green),
                  Row("/* opens */ } Window { visible: true", Green),
                  Row("Window.window.color = '#80ff0000'", Green),
