@@ -60,8 +60,9 @@ private Q_SLOTS:
         fade.showAt(11'350); // Rises from where it stands.
         QCOMPARE(fade.course({11'370, 11'540}), Permille({400, 1000}));
         fade.showAt(11'540);
-        QCOMPARE(fade.course({12'540, 99'000}),
-                 Permille({1000, Hidden})); // Late updates skip phases.
+        QCOMPARE(fade.course({12'540, 13'750}), Permille({1000, 0})); // Late updates skip phases.
+        fade.showAt(13'750);
+        QCOMPARE(fade.course({14'000, 99'000}), Permille({1000, Hidden}));
     }
 
     void lengthsMayBeNothingOrTheLargest()

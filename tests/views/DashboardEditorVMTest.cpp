@@ -50,8 +50,7 @@ private Q_SLOTS:
         rig.engine.script.fields = {"dash_b"_q, "dash_a"_q, "Zeta"_q};
         rig.make();
         rig.model->initContext(nullptr);
-        QCOMPARE(rig.takeCalls(), QStringList());
-        QVERIFY(!rig.timer()->isActive());
+        QVERIFY(rig.takeCalls().isEmpty() && !rig.timer()->isActive());
         rig.model->initContext(rig.qml->rootContext());
         QCOMPARE(rig.takeCalls(), loading({}));
         QCOMPARE(rig.model->property("dashboardFields").toString(), "Zeta\ndash_a\ndash_b"_q);
@@ -84,9 +83,7 @@ private Q_SLOTS:
         EditorRig rig;
         rig.engine.script.duringLoad = nullptr; // It would read the file.
         const LogCapture log;
-        for (const QString &path :
-             {"/tmp/a\0b.qml"_q, "/"_q, "relative.qml"_q, "http://host/D.qml"_q,
-              QString(100'000, u'x'), QString(QChar(0xD800)), QString()}) {
+        for (const QString &path : {"/tmp/a\0b.qml"_q, "/"_q, "http://host/D.qml"_q, QString()}) {
             rig.model->setPath(path);
             QCOMPARE(rig.takeCalls(), loading(path));
             rig.model->openCode();
@@ -109,8 +106,6 @@ private Q_SLOTS:
             QVERIFY(old.isOpen() || old.open(QIODevice::ReadOnly));
 #endif
         }
-        writeFile(path, "written in place");
-        QVERIFY(rig.loads("written in place"));
     }
 
     void aFileIsAwaitedWhereItIsGoneOrNotYetThere()
@@ -238,6 +233,7 @@ private Q_SLOTS:
             QSize size;
             QVERIFY(rig.request(width, &size).isNull());
             const RenderCall &call = rig.engine.script.renderCalls.back();
+            QVERIFY(!call.upsideDown);
             QCOMPARE(QSize(call.width, call.height), QSize(renderedWidth, renderedHeight));
             QCOMPARE(size, QSize(480, 272));
         }

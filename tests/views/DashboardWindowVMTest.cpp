@@ -69,8 +69,7 @@ private Q_SLOTS:
         QCOMPARE(engine.calls.join(QLatin1Char(' ')), QStringLiteral("waiting 1 add"));
         QCOMPARE(engine.last->frameWidth() + engine.last->frameHeight(), 0);
         QVERIFY(!engine.last->isUpsideDown() && engine.last->lastActivity() == 0);
-        QCOMPARE(model.asQObject(), &model);
-        QVERIFY(!model.viewFlagA() && model.viewFlagB());
+        QVERIFY(model.asQObject() == &model && !model.viewFlagA() && model.viewFlagB());
 
         model.initContext(nullptr);
         QQmlEngine first;
@@ -82,7 +81,7 @@ private Q_SLOTS:
 
     void theLastPictureStandsUntilAFrameOfTheWindowsSize()
     {
-        const View view;
+        View view;
         QCOMPARE(view.request(), view.engine.waiting);
         view.deliver(7, {1, 1});
         QCOMPARE(view.request(), view.engine.waiting);
@@ -91,6 +90,10 @@ private Q_SLOTS:
         view.window->resize(5, 5);
         QCOMPARE(view.request(), filled(8));
         view.deliver(9, {5, 5});
+        QCOMPARE(view.request(), filled(9, {5, 5}));
+        view.model.reset();
+        QCOMPARE(view.wanted(), QSize(0, 0));
+        view.deliver(3, {5, 5});
         QCOMPARE(view.request(), filled(9, {5, 5}));
     }
 
@@ -103,6 +106,8 @@ private Q_SLOTS:
             view.window->resize(window);
             QCOMPARE(view.wanted(), frame);
         }
+        view.window->setHeight(66);
+        QCOMPARE(view.wanted(), QSize(1000, 66));
         view.window->show();
         view.window->hide();
         QVERIFY(!view.engine.hasConsumers());
@@ -116,6 +121,8 @@ private Q_SLOTS:
         QVERIFY(!view.engine.hasConsumers());
         second.show();
         QVERIFY(view.engine.hasConsumers());
+        view.model->setWindow(nullptr);
+        QCOMPARE(view.wanted(), QSize(0, 0));
         view.model->setWindow(view.window.get());
         view.window.reset();
         QCOMPARE(view.wanted(), QSize(0, 0));

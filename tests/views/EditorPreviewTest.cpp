@@ -23,9 +23,6 @@ private Q_SLOTS:
             {document("color: nothing.at.all"), Qt::black},
             {document("color: 'blue'; Text { text: dash_gear_str }"), Qt::blue},
             {"import '" + address + "/parts'\nRemote {}", Qt::black},
-            {document("color: 'red'; Loader { source: '" + address + "/Part.qml' }"), Qt::red},
-            {document("color: 'blue'; Loader { asynchronous: true; source: '" + address + "' }"),
-             Qt::blue},
         };
         const TemporaryHome home;
         const QString path = home.path("/Dash.qml");

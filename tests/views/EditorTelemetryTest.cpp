@@ -104,8 +104,7 @@ private Q_SLOTS:
     {
         EditorTelemetry telemetry;
         run(telemetry, 30);
-        QVERIFY(telemetry.motionProfileName().isEmpty());
-        QCOMPARE(telemetry.tune.changeCounter, 0U);
+        QVERIFY(telemetry.motionProfileName().isEmpty() && telemetry.tune.changeCounter == 0);
         telemetry.systemPanel = true;
         QCOMPARE(after(
                      {1, 20, 21, 36, 37}, [](auto &t) { return t.tune.valueCurrent; }, telemetry),
