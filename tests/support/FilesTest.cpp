@@ -7,10 +7,6 @@
 #include <QtCore/QDateTime>
 #include <QtTest/QtTest>
 
-#include <atomic>
-#include <thread>
-#include <vector>
-
 class FilesTest : public QObject
 {
     Q_OBJECT
@@ -71,25 +67,6 @@ private Q_SLOTS:
             QVERIFY(moveFile(source, target, true));
             QCOMPARE(readFile(target).size(), 100'000);
             QVERIFY(!QFileInfo::exists(source) && !moveFile(source, target, true));
-        }
-    }
-
-    void ofManyMovesToOneNameOneWins()
-    {
-        const TemporaryHome home;
-        for (int round = 0; round < 50; ++round) {
-            std::atomic<int> winners = 0;
-            std::vector<std::thread> threads;
-            for (const char *const source : {"/1", "/2", "/3", "/4"}) {
-                writeFile(home.path(source), "x");
-                threads.emplace_back([&winners, from = home.path(source), to = home.path("/to")] {
-                    winners += moveFile(from, to, false) ? 1 : 0;
-                });
-            }
-            for (std::thread &thread : threads)
-                thread.join();
-            QCOMPARE(winners.load(), 1);
-            QFile::remove(home.path("/to"));
         }
     }
 
