@@ -150,6 +150,7 @@ private Q_SLOTS:
         rig.timer()->stop();
         rig.takeCalls();
         QTimer *wait = rig.timer(false);
+        wait->setTimerType(Qt::PreciseTimer);
         wait->setInterval(1'000'000); // Until the test ends it.
         writeFile(path, "first");
         QTRY_VERIFY_WITH_TIMEOUT(wait->isActive() && wait->remainingTime() < 999'700, 30'000);
@@ -157,8 +158,8 @@ private Q_SLOTS:
                                &QFileSystemWatcher::fileChanged);
         writeFile(path, "last");
         QTRY_VERIFY_WITH_TIMEOUT(!heard.isEmpty(), 30'000);
-        QVERIFY(wait->remainingTime() < 999'700); // It wasn't restarted.
-        QCOMPARE(rig.takeCalls(), QStringList());
+        // It wasn't restarted.
+        QVERIFY(wait->remainingTime() < 999'700 && rig.takeCalls().isEmpty());
         wait->setInterval(0);
         QVERIFY(rig.loads("last"));
         QCOMPARE(rig.takeCalls(), loading(path));
