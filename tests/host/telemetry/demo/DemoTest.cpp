@@ -165,7 +165,7 @@ private Q_SLOTS:
         LapSink laps; // The host starts in the third lap.
         DemoSource source(DemoCars(Seed), 180);
         source.start(laps);
-        QTRY_COMPARE_WITH_TIMEOUT(laps.driven.load(), 2, 30'000);
+        QTRY_COMPARE_WITH_TIMEOUT(laps.driven.load(), 2, 10'000);
         const VehicleTelemetry preview = DemoLap(Seed).sampleAt(281.4).vehicle;
         QVERIFY(preview.rpm > 6500 && preview.gear >= 4 && preview.gasPedalPercent == 100);
         QVERIFY(preview.bestTimeMs > 0 && preview.bestTimeMs < preview.lastTimeMs);
