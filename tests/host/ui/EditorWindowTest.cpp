@@ -61,7 +61,7 @@ private Q_SLOTS:
             keys(window, {key});
             return rpm->property("value").toReal();
         };
-        QCOMPARE(press(Qt::SHIFT | Qt::Key_Right), 701.0);
+        QCOMPARE(press(Qt::SHIFT + Qt::Key_Right), 701.0);
         QCOMPARE(press(Qt::Key_Right), 801.0);
         QCOMPARE(press(Qt::Key_PageDown), 0.0);
         // Between two steps lies nothing, wherever the mouse lets go.
@@ -81,7 +81,7 @@ private Q_SLOTS:
         const QString folder = home->path("/folder");
         const QString other = folder + "/deeper/Other.qml"_q;
         for (const QString &file : {folder + "/Dash.qml"_q, folder + "/Dash.txt"_q, other})
-            writeFile(file, "Item {}");
+            writeFile(file, "import QtQuick 2.15\nItem {}");
         answerDialog([](QQuickView *dialog) { keys(dialog, {Qt::Key_Escape}); });
         QCOMPARE(viewed(), document);
 

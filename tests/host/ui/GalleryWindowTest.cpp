@@ -52,13 +52,13 @@ private Q_SLOTS:
 
     void searchesAsOneTypes()
     {
-        press({Qt::CTRL | Qt::Key_F});
+        press({Qt::CTRL + Qt::Key_F});
         type(window.get(), "in");
         press({Qt::Key_Home, Qt::Key_Delete}); // Edits the text.
         QCOMPARE(textOf("search"), "n"_q);
-        press({Qt::CTRL | Qt::Key_E}); // Acts on the current card.
+        press({Qt::CTRL + Qt::Key_E}); // Acts on the current card.
         QCOMPARE(shown, QStringList{"DashboardEditor /dashboards/Mine/Dash.qml"_q});
-        press({Qt::Key_Escape, Qt::CTRL | Qt::Key_F});
+        press({Qt::Key_Escape, Qt::CTRL + Qt::Key_F});
         type(window.get(), "silhou");
         QTRY_COMPARE(item("grid")->property("currentId").toInt(), road);
         type(window.get(), "x");
@@ -150,20 +150,6 @@ private Q_SLOTS:
         QVERIFY(!engine.hasConsumers());
     }
 
-    void aLivePictureMayEndAtAnyMoment()
-    {
-        for (int round = 0; round < 50; ++round) {
-            LiveDashboard other(window->contentItem());
-            other.setSize(QSizeF(480, 272));
-            other.attach(engine);
-            for (int frame = 0; frame < round % 5; ++frame) {
-                deliver(Qt::red);
-                QCoreApplication::processEvents();
-            }
-        }
-        QCOMPARE(engine.consumers.size(), std::size_t(1));
-    }
-
     void renamesToAFreeName()
     {
         vehicles.report("Van"_q);
@@ -224,7 +210,7 @@ private Q_SLOTS:
     void editsACopyOfABuiltInDashboardOrOfTheTemplate()
     {
         focusCard(road);
-        pressFor(Qt::CTRL | Qt::Key_E, "nameField");
+        pressFor(Qt::CTRL + Qt::Key_E, "nameField");
         type(window.get(), "Night");
         press({Qt::Key_Return});
         QTRY_COMPARE(shown, QStringList{"DashboardEditor /dashboards/Night/Dash.qml"_q});
@@ -233,40 +219,29 @@ private Q_SLOTS:
         Q_EMIT store->profileListChanged();
         QTRY_VERIFY(item("newFromTemplate") != nullptr);
         QCOMPARE(cards(), 4);
-        pressFor(Qt::CTRL | Qt::Key_N, "nameField");
+        pressFor(Qt::CTRL + Qt::Key_N, "nameField");
         press({Qt::Key_Return});
         QTRY_COMPARE(store->calls().last(), "1 4 New dashboard"_q);
     }
 
-    void livesOnWhileTheStoreIsBusyAndEndsInTheMiddle()
+    void livesOnWhileTheStoreIsBusy()
     {
         store->refusal = "It is in use"_q;
         store->gated = true;
-        const auto remove = [this](int waiting) {
-            pressFor(Qt::Key_Delete, "accept");
-            click(item("accept"));
-            QTRY_COMPARE(store->waitingActions.load(), waiting);
-            leave("removeText");
-        };
-        remove(1);
+        pressFor(Qt::Key_Delete, "accept");
+        click(item("accept"));
+        QTRY_COMPARE(store->waitingActions.load(), 1);
+        leave("removeText");
         // The store's lock is held: whatever asks it on this thread would never come back.
         const QSignalSpy frames(window.get(), &QQuickWindow::afterAnimating);
         Q_EMIT store->profileListChanged();
         press({Qt::Key_Return});
-        pressFor(Qt::CTRL | Qt::Key_D, "messageText");
+        pressFor(Qt::CTRL + Qt::Key_D, "messageText");
         QCOMPARE(textOf("messageText"), textOf("busy"));
         leave("messageText");
         QTRY_VERIFY(frames.count() > 2);
         store->gate.release();
         QTRY_COMPARE(textOf("messageText"), store->refusal);
-        leave("messageText");
-
-        store->refusal.clear();
-        remove(2);
-        std::thread opener([this] { store->gate.release(); });
-        window.reset();
-        opener.join();
-        QVERIFY(!store->profileNameExists("Mine"_q));
     }
 
     void outlivesDashboardsThatGoUnderItsDialogs()
@@ -288,7 +263,7 @@ private Q_SLOTS:
         const QStringList calls = store->calls();
         QVERIFY(!item("openWindow")->isEnabled());
         press({Qt::Key_Return, Qt::Key_F2, Qt::Key_Delete, Qt::Key_Menu, Qt::Key_Down, Qt::Key_End,
-               Qt::CTRL | Qt::Key_E, Qt::CTRL | Qt::Key_D});
+               Qt::CTRL + Qt::Key_E, Qt::CTRL + Qt::Key_D});
         QCOMPARE(store->calls() + shown, calls);
     }
 

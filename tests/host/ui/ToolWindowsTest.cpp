@@ -126,7 +126,7 @@ private Q_SLOTS:
         QVERIFY(scrolled() > 0);
         const auto place = [this] { return item("text")->property("selectionStart").toInt(); };
         const auto found = [this] { return item("text")->property("selectedText").toString(); };
-        press({Qt::CTRL | Qt::Key_F});
+        press({Qt::CTRL + Qt::Key_F});
         type(window, "gear");
         QCOMPARE(found().toLower(), "gear"_q);
         const int first = place();
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QVERIFY(first > page.value<HelpPage *>()->positionOf("the-editor"_q));
         press({Qt::Key_Return});
         QVERIFY(place() != first && found().toLower() == "gear"_q);
-        press({Qt::SHIFT | Qt::Key_Return});
+        press({Qt::SHIFT + Qt::Key_Return});
         QCOMPARE(place(), first);
         press({Qt::Key_Escape});
         QVERIFY(window->isVisible());
