@@ -158,7 +158,7 @@ private Q_SLOTS:
         };
         add("Item { width: 480; ", "Expected token");
         add("QtObject { property Probe p: Probe {} }", "Failed to create QQuickItem");
-        add("import No.Such.Module 1.0\nItem {}", "module \"No.Such.Module\" is not installed");
+        add("import No.Such.Module 1.0\nItem {}", "is not installed");
         add("Item { width: dash_noSuchName; Probe {} }", "dash_noSuchName is not defined");
         add("Item { required property int level }", "level was not initialized");
         add("Item { width: height + 1; height: width + 1; Probe {} }", "Binding loop detected");

@@ -197,7 +197,7 @@ private Q_SLOTS:
         QmlOffscreenRenderer renderer;
         QVERIFY(loadText(renderer, folder, text));
         QVERIFY(!load(renderer, folder.write("other/Dash.qml"_q, document(text))));
-        QVERIFY(errorsOf(renderer).contains("\"Pieces\""_q));
+        QVERIFY(errorsOf(renderer).contains(R"("Pieces")"_q));
     }
 
     void propertiesOutliveLoads()
