@@ -68,7 +68,8 @@ private Q_SLOTS:
     void everyApprovedPictureHasItsDashboard()
     {
         QStringList files;
-        for (const QString &dashboard : dashboardNames()) {
+        const QStringList dashboards = dashboardNames();
+        for (const QString &dashboard : dashboards) {
             for (const TelemetryState &moment : moments)
                 files.append(fileName(dashboard, moment));
         }

@@ -152,7 +152,8 @@ private Q_SLOTS:
         const DemoLap demo(64);
         for (int moment = 0; moment < 600; moment += moment < 150 || moment >= 500 ? 1 : 350) {
             stage->publishOnce({{}, demo.sampleAt(moment)});
-            for (const QString &fault : stage->errors() + textFaults(stage->root()))
+            const QStringList found = stage->errors() + textFaults(stage->root());
+            for (const QString &fault : found)
                 faults += QStringLiteral("%1 s: %2").arg(moment).arg(fault);
         }
         const QImage preview(folderOf(dashboard) + QStringLiteral("/preview.png"));
@@ -169,7 +170,8 @@ private Q_SLOTS:
         TelemetryPublisher publisher(
             [&unused](const QString &name, const QVariant &) { unused.insert(name); });
         publisher.publish({{}, {}, {}, {}, {}});
-        for (const QString &dashboard : dashboardNames())
+        const QStringList dashboards = dashboardNames();
+        for (const QString &dashboard : dashboards)
             unused -= namesIn(folderOf(dashboard));
         QCOMPARE(unused, QSet<QString>());
     }

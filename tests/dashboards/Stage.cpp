@@ -23,7 +23,8 @@ QStringList dashboardNames()
 void everyDashboard()
 {
     QTest::addColumn<QString>("dashboard");
-    for (const QString &name : dashboardNames())
+    const QStringList names = dashboardNames();
+    for (const QString &name : names)
         QTest::newRow(qPrintable(name)) << name;
 }
 

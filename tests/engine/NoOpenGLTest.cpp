@@ -35,7 +35,7 @@ private Q_SLOTS:
         }
         QCOMPARE(consumer.deliveries.size(), 3U); // A load that fails ends its tick.
         QCOMPARE(log.critical().size(), 6);
-        QCOMPARE(log.critical().last(), "critical: "_q + reason);
+        QCOMPARE(log.critical().constLast(), "critical: "_q + reason);
         const QImage expected = paintedText(480, 272, reason, 19, Qt::TextWordWrap);
         QCOMPARE(frameImage(consumer.deliveries.back().frame, 480, 272), expected);
     }

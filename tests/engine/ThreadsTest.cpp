@@ -66,6 +66,7 @@ private Q_SLOTS:
         std::array<Traces, 8> traces;
         std::atomic<bool> finished{false};
         std::vector<std::thread> threads;
+        threads.reserve(traces.size());
         for (Traces &trace : traces)
             threads.emplace_back([&] { hammer(*rig.engine, trace, finished); });
         // Until every thread has been served, however few processors there are.

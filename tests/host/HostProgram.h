@@ -63,7 +63,8 @@ public:
     {
         QList<QImage> images;
         const QDir folder(path("frames"));
-        for (const QString &name : folder.entryList({"*.png"_q}, QDir::Files, QDir::Name))
+        const QStringList names = folder.entryList({"*.png"_q}, QDir::Files, QDir::Name);
+        for (const QString &name : names)
             images += QImage(folder.filePath(name));
         return images;
     }

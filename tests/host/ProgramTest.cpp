@@ -100,7 +100,7 @@ private Q_SLOTS:
         while (!process.waitForFinished(16) && process.state() != QProcess::NotRunning)
             game.writeDatagram(Senders::dataOut(), QHostAddress(ownAddress()), UsualPort);
         QCOMPARE(HostProgram::finish(process).exitCode, 0);
-        QCOMPARE(host.frames().last().pixelColor(470, 260), QColor(Qt::darkGreen));
+        QCOMPARE(host.frames().constLast().pixelColor(470, 260), QColor(Qt::darkGreen));
     }
 
     void dashboardsAreManagedFromTheCommandLine()
