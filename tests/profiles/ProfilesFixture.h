@@ -68,12 +68,12 @@ public:
         signalLog.clear();
         store = std::make_unique<DashboardProfilesManager>(&engine, &provider, counter);
         using Store = DashboardAbstractProfilesManager;
-        QObject::connect(store.get(), &Store::profileListChanged,
-                         [this] { signalLog += "list"_q; });
-        QObject::connect(store.get(), &Store::profileModified,
-                         [this](int id) { signalLog += "modified %1"_q.arg(id); });
-        QObject::connect(store.get(), &Store::newProfileActivated,
-                         [this](int id) { signalLog += "activated %1"_q.arg(id); });
+        const auto log = [this](auto signal, auto slot) {
+            QObject::connect(store.get(), signal, store.get(), slot, Qt::DirectConnection);
+        };
+        log(&Store::profileListChanged, [this] { signalLog += "list"_q; });
+        log(&Store::profileModified, [this](int id) { signalLog += "modified %1"_q.arg(id); });
+        log(&Store::newProfileActivated, [this](int id) { signalLog += "activated %1"_q.arg(id); });
     }
 
     /// The id of the first profile of this name, or -1.
@@ -100,7 +100,8 @@ public:
             result += "saved"_q;
         if (recentName() != recentAtStart)
             result += "recent="_q + recentName();
-        for (const QString &document : engine.documents.mid(1))
+        const QStringList documents = engine.documents.mid(1);
+        for (const QString &document : documents)
             result += "document="_q + document.section(u'/', -2, -2);
         return (result + signalLog).join(u' ');
     }

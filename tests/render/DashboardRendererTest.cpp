@@ -15,7 +15,7 @@ namespace {
 
 /// Shows a changed window: it doesn't fill the frame, and draws its parent's size, origin and
 /// whether it is enabled.
-const QByteArray Plain = R"(
+constexpr const char *Plain = R"(
     Item {
         id: root
         width: 40; height: 20
@@ -172,7 +172,7 @@ private Q_SLOTS:
 #ifdef Q_OS_WIN
             path.remove(u'?');
 #else
-            path.replace(u'?', "?\\\":"_q);
+            path.replace(u'?', R"(?\":)"_q);
 #endif
             folder.write(QFileInfo(path).path() + "/Beside.qml"_q, filled("lime"));
             documents.emplace_back(folder.write(path, document("Beside {}")), QString());
@@ -236,7 +236,8 @@ private Q_SLOTS:
                 for (int i = 0; i < 3; ++i) {
                     publish(renderer);
                     QCoreApplication::processEvents();
-                    for (const QWindow *window : QGuiApplication::allWindows())
+                    const QWindowList windows = QGuiApplication::allWindows();
+                    for (const QWindow *window : windows)
                         QVERIFY(!window->isVisible() && window->handle() == nullptr);
                     QVERIFY(QGuiApplication::modalWindow() == nullptr);
                 }

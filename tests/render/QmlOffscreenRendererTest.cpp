@@ -13,7 +13,7 @@ using OVX::SizeMode;
 namespace {
 
 /// Four quarters of different colours, none of them the same when turned or mirrored.
-const QByteArray Quarters = R"(import QtQuick 2.15
+constexpr const char *Quarters = R"(import QtQuick 2.15
     Item {
         width: 40; height: 20
         Rectangle { width: 20; height: 10; color: "#102030" }
@@ -88,11 +88,11 @@ private Q_SLOTS:
         auto *window = qobject_cast<QQuickWindow *>(Probe::reports.at(0).value<QObject *>());
         std::vector<GLuint> textures;
         QString alive; // Their indexes when a frame begins.
-        connect(window, &QQuickWindow::beforeRendering, this, [&] {
+        connect(window, &QQuickWindow::beforeRendering, this, [all = &textures, alive = &alive] {
             QOpenGLFunctions &gl = *QOpenGLContext::currentContext()->functions();
-            alive.clear();
-            for (std::size_t index = 0; index < textures.size(); ++index)
-                alive += gl.glIsTexture(textures[index]) ? QString::number(index) : QString();
+            alive->clear();
+            for (std::size_t index = 0; index < all->size(); ++index)
+                *alive += gl.glIsTexture(all->at(index)) ? QString::number(index) : QString();
             gl.glEnable(0xFFFF); // An error that OpenGL holds is no fault of the frame.
         });
         for (const int width : {40, 41, 42, 40, 43, 43}) {
