@@ -53,8 +53,6 @@ inline bool makePipe(const QString &path)
     return mkfifo(QFile::encodeName(path).constData(), 0600) == 0;
 }
 
-#define NEEDS_POSIX() static_cast<void>(0)
-
 #else
 
 // Tests skip what would need these: Windows limits no process's file sizes, and its pipes are not
@@ -67,8 +65,6 @@ inline bool makePipe(const QString & /*path*/)
 {
     return false;
 }
-
-#define NEEDS_POSIX() QSKIP("one-sided: POSIX", )
 
 #endif
 
