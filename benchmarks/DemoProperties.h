@@ -6,10 +6,10 @@
 
 #include <vector>
 
-/// A moment of the demo lap.
+/// A moment of the demo.
 TelemetrySample demoSample(double seconds);
 
-/// A second of the demo lap, a sample for each tick of the engine.
+/// A second of the demo, a sample for each tick of the engine.
 std::vector<TelemetrySample> demoSamples();
 
 /// The properties that the library publishes for those samples.

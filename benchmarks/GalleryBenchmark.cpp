@@ -175,7 +175,7 @@ int main(int argc, char *argv[])
     const auto store = library.createProfiles(*engine, vehicles);
     store->performAction(findProfile(*store, "Road"_q), DashboardProfileAction::Activate, {});
     {
-        GalleryWindow window(navigation, *engine, *store, vehicles, monitor, "Demo lap"_q);
+        GalleryWindow window(navigation, *engine, *store, vehicles, monitor, "Demo race"_q);
         window.openGallery();
         auto *const grid = window.rootObject()->findChild<QQuickItem *>("grid"_q);
         const auto shown = waitForFrame(window, [&] { return isFirstCardReady(grid); });

@@ -78,7 +78,7 @@ int writeFrames(const FramesCommand &command, const SessionOptions &options,
 {
     Session session(options, library);
     if (!session.chooseDashboard()) {
-        printError(QStringLiteral("No dashboards, neither beside the program nor of your own."));
+        printError(QStringLiteral("Found no dashboards, neither built-in ones nor your own."));
         return 1;
     }
     if (!QDir().mkpath(command.directory)) {

@@ -75,7 +75,7 @@ std::vector<Finding> findingsInRun(OffscreenDashboard &dashboard, const QString 
             break;
     }
     if (!standsStill)
-        findings.push_back({document, 0, QStringLiteral("The picture never stands still.")});
+        findings.push_back({document, 0, QStringLiteral("The picture keeps changing.")});
     return findings;
 }
 

@@ -23,7 +23,7 @@ int makePreview(const QString &document, const QString &output, IDashboardEngine
     }
     const QImage picture = dashboard.settled(previewState());
     if (picture.isNull()) {
-        printError(QStringLiteral("The picture never stands still."));
+        printError(QStringLiteral("The picture keeps changing."));
         return 1;
     }
     const QString path =

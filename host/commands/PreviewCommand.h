@@ -12,6 +12,6 @@ struct PreviewCommand
 };
 
 /// Draws the picture by which galleries show the dashboard at `document`, always at the same moment
-/// of the demo lap, so that the same dashboard gives the same bytes. A failure leaves the old file.
+/// of the demo, so that the same dashboard gives the same bytes. A failure leaves the old file.
 /// GUI thread. Returns the program's exit code.
 int makePreview(const QString &document, const QString &output, IDashboardEngine &engine);

@@ -87,7 +87,7 @@ int recordDrive(const RecordCommand &command,
         printError(QStringLiteral("Datagrams lost: %1.").arg(progress.dropped));
     if (progress.datagrams == 0) {
         if (progress.dropped == 0)
-            printError(QStringLiteral("Nothing came in, so no file was written."));
+            printError(QStringLiteral("No datagrams arrived, so no file was written."));
         return 1;
     }
     std::printf("%s\n", qUtf8Printable(summary(progress, seconds)));

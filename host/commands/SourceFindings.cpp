@@ -41,7 +41,7 @@ public:
             look(source);
         if (!folder.exists(QStringLiteral("preview.png"))) {
             report(folder.filePath(QStringLiteral("preview.png")), 0,
-                   QStringLiteral("Missing: without it no gallery lists the dashboard."));
+                   QStringLiteral("Missing: galleries list only dashboards that have it."));
         }
         if (writesText && !ownsFonts)
             report(document, 0,

@@ -10,7 +10,7 @@ struct SourceToken
     enum class Kind { Word, String, Mark };
 
     Kind kind = Kind::Mark;
-    QString text; ///< Of a string what stands between its quotes, escapes included.
+    QString text; ///< For a string, the text between its quotes, escapes included.
     int line = 1;
 };
 

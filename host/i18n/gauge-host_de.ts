@@ -840,8 +840,8 @@
 <context>
     <name>TelemetrySources</name>
     <message>
-        <source>Demo lap</source>
-        <translation>Demorunde</translation>
+        <source>Demo race</source>
+        <translation>Demorennen</translation>
     </message>
     <message>
         <source>Any game that sends</source>

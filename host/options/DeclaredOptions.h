@@ -49,7 +49,7 @@ struct DeclaredOptions
     QCommandLineOption telemetry{
         QStringLiteral("telemetry"),
         QStringLiteral("Telemetry source: %1; or a file, which is a recorded drive or the JSON "
-                       "description of a feed. demo, the default, is a lap of a simulated car; "
+                       "description of a feed. demo, the default, is a race of a simulated car; "
                        "auto is any game that sends; the others are one feed each.")
             .arg(TelemetryRequest::names().join(QStringLiteral(", "))),
         QStringLiteral("source")};

@@ -35,7 +35,7 @@ std::optional<QSize> parseSize(const QString &text)
     return usable(size.width()) && usable(size.height()) ? std::optional(size) : std::nullopt;
 }
 
-/// Reads parsed arguments into options, part by part. Of several errors the first one is told.
+/// Reads parsed arguments into options, part by part. Reports only the first error.
 class OptionsReader
 {
 public:

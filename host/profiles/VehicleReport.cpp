@@ -17,12 +17,12 @@ bool isAssigned(const DashboardAbstractProfilesManager &store, const QString &ve
 void reportVehicle(DashboardAbstractProfilesManager &store, const QString &name)
 {
     if (!isAssigned(store, name)) {
-        const QStringList formers = formerVehicleNames(name);
+        const QStringList formerNames = formerVehicleNames(name);
         const auto known =
-            std::find_if(formers.begin(), formers.end(),
+            std::find_if(formerNames.begin(), formerNames.end(),
                          [&store](const QString &former) { return isAssigned(store, former); });
         // This activates the dashboard of the former name; a new vehicle joins the active one.
-        if (known != formers.end())
+        if (known != formerNames.end())
             store.activateRecentProfileForVehicle(*known);
     }
     store.activateRecentProfileForVehicle(name);

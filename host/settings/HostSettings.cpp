@@ -1,7 +1,7 @@
 #include "HostSettings.h"
 
 #include "Translations.h"
-#include "system/DeadLock.h"
+#include "system/AbandonedLock.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
@@ -98,7 +98,7 @@ void HostSettings::save(const QString &key, const QString &value)
 {
     // A new object each time: after one error its status never changes again.
     QSettings settings;
-    removeDeadLock(settings);
+    removeAbandonedLock(settings);
     settings.setValue(key, value);
     settings.sync();
     setProblem(NotSaved, settings.status() == QSettings::AccessError || !settings.isWritable());

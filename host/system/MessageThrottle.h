@@ -4,7 +4,7 @@
 #include <QtCore/QString>
 
 /// Limits a stream of messages: a dashboard may warn in every frame, with ever new texts. In each
-/// window of time a text passes once, and so many texts pass at most.
+/// time window a text passes once, and at most `TextsPerWindow` texts pass.
 class MessageThrottle
 {
 public:

@@ -7,7 +7,7 @@
 std::vector<TelemetrySourceChoice> telemetrySourceChoices()
 {
     std::vector<TelemetrySourceChoice> choices{
-        {QStringLiteral("demo"), QT_TRANSLATE_NOOP("TelemetrySources", "Demo lap")},
+        {QStringLiteral("demo"), QT_TRANSLATE_NOOP("TelemetrySources", "Demo race")},
         {QStringLiteral("auto"), QT_TRANSLATE_NOOP("TelemetrySources", "Any game that sends")},
     };
     for (const KnownFeed &feed : knownFeeds())

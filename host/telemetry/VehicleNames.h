@@ -14,8 +14,8 @@ class VehicleNames final : public IRecentVehicleNameProvider
 public:
     QString recentVehicleName() override;
 
-    /// Takes the name of the vehicle that is driven now. A new one is signalled on the calling
-    /// thread.
+    /// Takes the name of the vehicle that is driven now. If it differs from the last, emits the
+    /// signal on the calling thread.
     void report(const QString &name);
 
 private:

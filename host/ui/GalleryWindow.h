@@ -21,7 +21,6 @@ public:
                   DashboardAbstractProfilesManager &store, VehicleNames &vehicles,
                   const TelemetryMonitor &monitor, const QString &telemetrySource);
 
-    /// Shows the window.
     void openGallery();
 
     /// Changes the telemetry source's shown name, for instance to another language.

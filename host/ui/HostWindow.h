@@ -71,7 +71,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     void stayOnTopChanged();
 
-    /// The window is about to close.
+    /// Emitted before the document handles the close; the window's place is already saved.
     void closeRequested();
 
     /// The window has closed. Its owner may delete it from the event loop.

@@ -18,8 +18,8 @@ class ToolWindows final : public QObject
     Q_OBJECT
 
 public:
-    /// Adds the targets. All are borrowed and must outlive this object, and no target may be called
-    /// after its end.
+    /// Registers the tools with `navigation`. Borrows all three, which must outlive this object; no
+    /// tool may be opened after its end.
     ToolWindows(HostSettings &settings, const DashboardAbstractProfilesManager &store,
                 Navigation &navigation);
     /// Closes the windows.

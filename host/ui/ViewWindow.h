@@ -13,7 +13,7 @@ class QVariant;
 ///
 /// A frameless window, such as the live dashboard's, is resized at its edges, switched to and from
 /// full screen with F or F11, kept above other windows with T, and closed with Escape, which ends
-/// full screen first. It opens on a second screen if there is one, and nothing is remembered.
+/// full screen first. Without a remembered place it opens on the second screen, if there is one.
 class ViewWindow final : public HostWindow
 {
     Q_OBJECT

@@ -1,7 +1,7 @@
 #include "WindowPlace.h"
 
 #include "UiEngine.h"
-#include "system/DeadLock.h"
+#include "system/AbandonedLock.h"
 
 #include <QtCore/QMargins>
 #include <QtCore/QSettings>
@@ -43,7 +43,7 @@ WindowPlace WindowPlace::load(const QString &window)
 void WindowPlace::save(const QString &window) const
 {
     QSettings settings;
-    removeDeadLock(settings);
+    removeAbandonedLock(settings);
     if (!geometry.isNull())
         settings.setValue(key(window, "geometry"), geometry);
     settings.setValue(key(window, "fullScreen"), fullScreen);

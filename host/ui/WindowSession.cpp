@@ -59,7 +59,7 @@ bool WindowSession::start()
         dashboardThere = session.chooseDashboard();
     }
     if (!dashboardThere && !request.view.isEmpty() && request.path.isEmpty()) {
-        printError(QStringLiteral("There are no dashboards beside the program, nor of your own."));
+        printError(QStringLiteral("Found no dashboards, neither built-in ones nor your own."));
         return false;
     }
     show();

@@ -67,15 +67,15 @@ private:
 };
 
 /// Counts publications in steps of 2, and sets the rhythm of everything that flashes.
-class FrameCounter
+class PublicationCounter
 {
 public:
     /// Adds 2, modulo 1000.
-    std::uint32_t advance() { return frameCounter = (frameCounter + 2) % 1000; }
+    std::uint32_t advance() { return count = (count + 2) % 1000; }
 
     /// On in every second publication, also across the wrap: 1000 is a multiple of 4.
-    bool blinkPhase() const { return (frameCounter & 3U) < 2; }
+    bool blinkPhase() const { return (count & 3U) < 2; }
 
 private:
-    std::uint32_t frameCounter = 0;
+    std::uint32_t count = 0;
 };

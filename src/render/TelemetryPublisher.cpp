@@ -190,7 +190,7 @@ void TelemetryPublisher::publishSession(const VehicleTelemetry &vehicle)
 
 void TelemetryPublisher::publishLimits(const DisplayLimits &limits)
 {
-    write(QStringLiteral("dash_frameCounter1000"), uint{frameCounter.advance()});
+    write(QStringLiteral("dash_frameCounter1000"), uint{publications.advance()});
     write(QStringLiteral("dash_angle"), smoothedSteering * limits.steeringScale);
     write(QStringLiteral("dash_lowFuelLevelThreshold_Percent"),
           int{limits.lowFuelLevelThresholdPercent});
@@ -216,7 +216,7 @@ void TelemetryPublisher::publishTune(const QString &motionProfileName, const Tun
 
 void TelemetryPublisher::publishWarnings(const Publication &publication)
 {
-    const bool phase = frameCounter.blinkPhase();
+    const bool phase = publications.blinkPhase();
     const auto slips = [&publication, phase](int corner) {
         const ExtendedTelemetry::Wheel &wheel = publication.extended.wheels[corner];
         return phase && (wheel.wheelFlagA != 0 || wheel.wheelFlagB != 0);

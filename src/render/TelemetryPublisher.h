@@ -74,7 +74,7 @@ private:
     float smoothedSteering = 0;
     RpmAverage rpmAverage;
     int rpm = 0;
-    FrameCounter frameCounter;
+    PublicationCounter publications;
     mutable Lock namesLock;
     bool recordNames = true;
     std::set<QString> publishedNames;

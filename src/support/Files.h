@@ -3,7 +3,7 @@
 class QDir;
 class QString;
 
-// Any thread. Failures are told by the result only.
+// Any thread. Failures show only in the result; nothing is logged.
 
 /// Copies all files under `source`, hidden ones too, to the same relative paths under `target`, and
 /// overwrites files there. Makes the directories that files need, so no empty ones; doesn't follow

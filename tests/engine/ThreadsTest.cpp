@@ -87,7 +87,7 @@ private Q_SLOTS:
         QVERIFY(allServed());
         QVERIFY(!rig.engine->hasConsumers());
 
-        // The last word of all that talk is still heard.
+        // After all this, the engine still delivers an update.
         rig.show();
         rig.deliverQueued();
         rig.freshTick();

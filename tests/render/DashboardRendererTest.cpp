@@ -9,7 +9,7 @@
 #include <atomic>
 #include <thread>
 
-using OVX::ErrorLog;
+using OVX::DocumentErrors;
 
 namespace {
 
@@ -213,7 +213,7 @@ private Q_SLOTS:
                  Row("make('Popup { visible: true; modal: true; Probe {} }')", Any),
                  Row("make('Menu { visible: true; MenuItem { Probe {} } }')", Any),
                  Row("make('ToolTip { visible: true; delay: 0; Probe {} }')", Any),
-                 // No window comes onto the screen, and the log tells of it once.
+                 // No window appears, and the attempt is logged once.
                  Row("/* opens */ Window.window.showFullScreen()", Green),
                  Row("/* opens */ make('Window { modality: Qt.ApplicationModal; "
                      "onVisibleChanged: if (!visible) show() }').show()",
@@ -258,11 +258,11 @@ private Q_SLOTS:
         QVERIFY(loadText(renderer, folder, acting("throw calls++ + 'x'.repeat(100000)")));
         for (int i = 0; i < 15; ++i)
             publish(renderer);
-        QCOMPARE(renderer.errors().size(), ErrorLog::MaximumPerLocation + 1);
-        QCOMPARE(renderer.errors().at(0).size(), ErrorLog::MaximumLength + 3);
+        QCOMPARE(renderer.errors().size(), DocumentErrors::MaximumPerLocation + 1);
+        QCOMPARE(renderer.errors().at(0).size(), DocumentErrors::MaximumLength + 3);
 
-        // Each line of a document has its room, and so have all together.
-        ErrorLog log;
+        // There is a limit for each line and one in total.
+        DocumentErrors log;
         QQmlError error;
         error.setUrl(QUrl("file:///my: dash/Dash.qml"_q));
         for (int line = 1; line <= 1000; ++line) {
@@ -276,7 +276,7 @@ private Q_SLOTS:
         const QString place = "file:///my: dash/Dash.qml:1: "_q;
         QCOMPARE(list.at(5), place + "Further warnings from here are not recorded"_q);
         QVERIFY(list.at(6).endsWith("qml:2: Error: 0"_q));
-        QCOMPARE(list.size(), ErrorLog::MaximumEntries + 1);
+        QCOMPARE(list.size(), DocumentErrors::MaximumEntries + 1);
         QCOMPARE(list.last(), "Further errors and warnings are not recorded"_q);
         log.clear();
         log.append(error);

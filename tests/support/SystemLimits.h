@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-/// While it lives no file grows beyond so many bytes, as on a full disk.
+/// While it lives, no file can grow beyond `bytes`, as on a full disk.
 class FullDisk
 {
 public:
@@ -47,7 +47,6 @@ private:
     const bool isRoot = geteuid() == 0;
 };
 
-/// Makes a named pipe.
 inline bool makePipe(const QString &path)
 {
     return mkfifo(QFile::encodeName(path).constData(), 0600) == 0;

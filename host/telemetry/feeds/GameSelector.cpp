@@ -158,7 +158,7 @@ void GameSelector::warnOfSecondGame(const Datagram::Sender &sender, const Feed *
     if (std::exchange(warnedOfSecondGame, true))
         return;
     qWarning().noquote() << QStringLiteral("A second game sends %1 from %2. It is ignored until "
-                                           "%3 from %4 is silent.")
+                                           "%3 from %4 stops sending.")
                                 .arg(feed->name(), nameOf(sender), selectedFeed->name(),
                                      nameOf(selectedSender));
 }

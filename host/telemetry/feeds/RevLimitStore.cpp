@@ -1,6 +1,6 @@
 #include "RevLimitStore.h"
 
-#include "system/DeadLock.h"
+#include "system/AbandonedLock.h"
 
 #include <QtCore/QSettings>
 
@@ -79,7 +79,7 @@ void RevLimitStore::write()
     if (unwritten.isEmpty())
         return;
     QSettings settings(path, QSettings::IniFormat);
-    removeDeadLock(settings);
+    removeAbandonedLock(settings);
     settings.beginGroup(Group);
     for (auto it = unwritten.cbegin(); it != unwritten.cend(); ++it) {
         settings.beginGroup(it.key());

@@ -147,7 +147,7 @@ private:
         watchSilence();
     }
 
-    /// Not each datagram moves the timer; one that comes too early is set anew.
+    /// The timer isn't restarted for every datagram; if it fires too early, it is set again.
     void watchSilence()
     {
         const std::optional<GameSelector::TimePoint> due = games.nextSilenceCheck();
@@ -163,7 +163,7 @@ private:
     const std::atomic<TelemetrySink *> &taker;
     QByteArray buffer;
     QTimer silence;
-    bool isSilent = false; ///< A pause was told, so the timer waits for far longer than a pause.
+    bool isSilent = false; ///< The pause is reported, so the timer waits for the longer limit.
     std::vector<std::unique_ptr<QUdpSocket>> sockets;
 };
 

@@ -105,8 +105,8 @@ void RecordingWriter::writeOut()
     if (reason.isEmpty())
         return;
     const std::lock_guard guard(mutex);
-    errorText = QStringLiteral("Could not write to '%1': %2. What was written before stays "
-                               "readable.")
+    errorText = QStringLiteral("Could not write to '%1': %2. The part written so far can "
+                               "still be played.")
                     .arg(shownPath, reason);
     counts.dropped += counts.datagrams - writtenDatagrams;
     counts.datagrams = writtenDatagrams;

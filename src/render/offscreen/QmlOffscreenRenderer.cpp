@@ -97,7 +97,7 @@ QmlOffscreenRenderer::QmlOffscreenRenderer()
 
     connect(engine.get(), &QQmlEngine::warnings, this, [this](const QList<QQmlError> &warnings) {
         for (const QQmlError &warning : warnings)
-            errorLog.append(warning);
+            documentErrors.append(warning);
     });
     defaultImportPaths = engine->importPathList();
 
@@ -130,7 +130,8 @@ bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseD
     loaded = false;
     sizeMode = mode;
     unloadDocument();
-    errorLog.clear(); // After the old document's last warnings, which are no fault of the new one.
+    documentErrors
+        .clear(); // After the old document's last warnings, which are no fault of the new one.
 
     engine->clearComponentCache();
     engine->setBaseUrl(QUrl::fromLocalFile(baseDirectory));
@@ -158,18 +159,19 @@ bool QmlOffscreenRenderer::loadDocument(const QString &url, const QString &baseD
 
     window->setGeometry(0, 0, width, height);
     if (!makeCurrent()) {
-        errorLog.append(QStringLiteral("Failed to setup context/surface"));
+        documentErrors.append(QStringLiteral("Failed to setup context/surface"));
         return false;
     }
     if (!usesOpenGL()) {
-        errorLog.append(QStringLiteral("Failed to setup context/surface: Qt Quick renders without "
-                                       "OpenGL (\"%1\")")
-                            .arg(QQuickWindow::sceneGraphBackend()));
+        documentErrors.append(
+            QStringLiteral("Failed to setup context/surface: Qt Quick renders without "
+                           "OpenGL (\"%1\")")
+                .arg(QQuickWindow::sceneGraphBackend()));
         return false;
     }
     targetFramebuffer(window->size());
 
-    loaded = errorLog.isEmpty();
+    loaded = documentErrors.isEmpty();
     return loaded;
 }
 
@@ -281,7 +283,7 @@ QmlOffscreenRenderer::createItem(std::unique_ptr<QQmlComponent> component)
     }
     auto *item = qobject_cast<QQuickItem *>(object.get());
     if (item == nullptr) {
-        errorLog.append(QStringLiteral("Failed to create QQuickItem"));
+        documentErrors.append(QStringLiteral("Failed to create QQuickItem"));
         return nullptr;
     }
     static_cast<void>(object.release()); // `item` owns it from here on.
@@ -296,7 +298,7 @@ std::unique_ptr<QQmlComponent> QmlOffscreenRenderer::readComponent(const QUrl &u
         QQmlError error;
         error.setUrl(url);
         error.setDescription(source.error);
-        errorLog.append(error);
+        documentErrors.append(error);
         return nullptr;
     }
     auto component = std::make_unique<QQmlComponent>(engine.get());
@@ -309,7 +311,7 @@ void QmlOffscreenRenderer::collectErrors()
     for (const auto &component : components) {
         const QList<QQmlError> componentErrors = component->errors();
         for (const QQmlError &error : componentErrors)
-            errorLog.append(error);
+            documentErrors.append(error);
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "plugin/Frame.h"
-#include "render/offscreen/ErrorLog.h"
+#include "render/offscreen/DocumentErrors.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
@@ -67,7 +67,7 @@ public:
     void setRootRotation(qreal degrees);
 
     /// Errors and warnings since the last load began, each distinct text once.
-    const QStringList &errors() const { return errorLog.list(); }
+    const QStringList &errors() const { return documentErrors.list(); }
 
 Q_SIGNALS:
     /// The document declares a window, or has tried to show one. Once for each document.
@@ -96,7 +96,7 @@ private:
     std::unique_ptr<QQmlEngine> engine;
     std::vector<std::unique_ptr<QQmlComponent>> components;
     std::vector<Framebuffer> framebuffers;
-    ErrorLog errorLog;
+    DocumentErrors documentErrors;
     QStringList defaultImportPaths;
     bool loaded = false;
     Frame rowBuffer;

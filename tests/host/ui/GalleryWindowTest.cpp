@@ -28,7 +28,7 @@ private Q_SLOTS:
         }
         log.emplace();
         window = std::make_unique<GalleryWindow>(*navigation, engine, *store, vehicles, monitor,
-                                                 "Demo lap"_q);
+                                                 "Demo race"_q);
         window->openGallery();
         QVERIFY(QTest::qWaitForWindowActive(window.get()));
         focusCard(mine);

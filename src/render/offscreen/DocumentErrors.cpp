@@ -1,17 +1,17 @@
-#include "render/offscreen/ErrorLog.h"
+#include "render/offscreen/DocumentErrors.h"
 
 #include <QtQml/QQmlError>
 
 namespace OVX {
 
-void ErrorLog::append(const QQmlError &error)
+void DocumentErrors::append(const QQmlError &error)
 {
     // The location is the text before the description. A path in it may hold any character.
     const QString text = error.toString();
     append(text, text.chopped(error.description().size()));
 }
 
-void ErrorLog::append(const QString &text, const QString &location)
+void DocumentErrors::append(const QString &text, const QString &location)
 {
     if (entries.size() > MaximumEntries)
         return;
@@ -31,7 +31,7 @@ void ErrorLog::append(const QString &text, const QString &location)
         entries.append(entry);
 }
 
-void ErrorLog::clear()
+void DocumentErrors::clear()
 {
     entries.clear();
     perLocation.clear();

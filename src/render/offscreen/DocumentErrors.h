@@ -11,7 +11,7 @@ namespace OVX {
 /// Errors and warnings of one document: each distinct text once, in order of first appearance.
 /// Bounded in total and for each line of the document, so that a line that warns in every frame
 /// neither fills the memory nor hides the other lines.
-class ErrorLog
+class DocumentErrors
 {
 public:
     static constexpr int MaximumEntries = 200;   ///< In total; one closing line follows.

@@ -1,11 +1,11 @@
-#include "DeadLock.h"
+#include "AbandonedLock.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLockFile>
 #include <QtCore/QSettings>
 
-void removeDeadLock(const QSettings &settings)
+void removeAbandonedLock(const QSettings &settings)
 {
     // A living process releases it at once.
     constexpr int LongestUseMs = 500;
