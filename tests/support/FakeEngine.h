@@ -29,7 +29,7 @@ public:
     void updateTelemetry(const VehicleTelemetry &vehicle, const DisplayLimits &,
                          const ExtendedTelemetry &, bool paused) override
     {
-        updates.emplace_back(vehicle.rpm, paused);
+        updates.emplace_back(std::uint32_t(vehicle.rpm), paused); // The record is packed.
     }
     void setDashboardFile(const QString &path) override { documents += path; }
     void shutdown() override {}
