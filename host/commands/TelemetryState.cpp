@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr quint32 DemoSeed = 64;
 constexpr double PreviewMoment = 281.4; // s into the demo
 
 using States = std::vector<TelemetryState>;
@@ -152,7 +151,8 @@ void addAbsurdities(States &states)
 
 TelemetryState previewState()
 {
-    return {QStringLiteral("everything known"), DemoLap(DemoSeed).sampleAt(PreviewMoment)};
+    return {QStringLiteral("everything known"),
+            DemoLap(DemoLap::UsualSeed).sampleAt(PreviewMoment)};
 }
 
 std::vector<TelemetryState> telemetryStates()

@@ -48,9 +48,10 @@ struct DeclaredOptions
         QStringLiteral("file|name|id")};
     QCommandLineOption telemetry{
         QStringLiteral("telemetry"),
-        QStringLiteral("Telemetry source: %1; or a file, which is a recorded drive or the JSON "
-                       "description of a feed. demo, the default, is a race of a simulated car; "
-                       "auto is any game that sends; the others are one feed each.")
+        QStringLiteral(
+            "Telemetry source: %1; or a file: a recorded drive (pcap or pcapng), or "
+            "the JSON description of a feed. demo, the default, is a race of a simulated car; "
+            "auto is any game that sends; the others are one feed each.")
             .arg(TelemetryRequest::names().join(QStringLiteral(", "))),
         QStringLiteral("source")};
     QCommandLineOption listen{

@@ -18,7 +18,7 @@ public:
     /// Loads the library from `directory`. Check `error` before any other use.
     explicit GaugeLibrary(const QString &directory);
 
-    /// Why the library can't be used; empty if it can. The operations below then crash.
+    /// Why the library can't be used; empty if it can. Unless it is empty, call nothing below.
     const QString &error() const { return errorText; }
 
     /// An engine for the caller, who ends it with `shutdown`.

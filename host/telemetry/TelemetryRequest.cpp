@@ -3,6 +3,7 @@
 #include "TelemetrySourceChoices.h"
 #include "system/Terminal.h"
 #include "telemetry/demo/DemoCars.h"
+#include "telemetry/demo/DemoLap.h"
 #include "telemetry/demo/DemoSource.h"
 #include "telemetry/feeds/KnownFeeds.h"
 #include "telemetry/feeds/described/DescribedFeed.h"
@@ -17,8 +18,6 @@
 #include <utility>
 
 namespace {
-
-constexpr std::uint32_t DemoSeed = 64;
 
 const QLatin1String Demo("demo");
 
@@ -139,7 +138,7 @@ bool TelemetryRequest::isDrive() const
 std::unique_ptr<TelemetrySource> TelemetryRequest::makeSource(QStringList &problems) const
 {
     if (source.isEmpty() || source == Demo)
-        return std::make_unique<DemoSource>(DemoCars(DemoSeed, demoCars), startAt);
+        return std::make_unique<DemoSource>(DemoCars(DemoLap::UsualSeed, demoCars), startAt);
     if (isDrive())
         return play(*this, problems);
     return makeListener(problems);

@@ -17,6 +17,9 @@
 class DemoLap
 {
 public:
+    /// The race that drivers see, and of which previews show a moment.
+    static constexpr std::uint32_t UsualSeed = 64;
+
     explicit DemoLap(std::uint32_t seed);
 
     /// The telemetry of one moment, in any order.
