@@ -1,3 +1,4 @@
+#include "engine/DashboardEngine.h"
 #include "support/Files.h"
 #include "support/LogCapture.h"
 #include "support/PaintedText.h"
@@ -5,6 +6,7 @@
 #include "views/EditorRig.h"
 
 #include <QtCore/QFileSystemWatcher>
+#include <QtNetwork/QTcpServer>
 #include <QtTest/QtTest>
 
 #include <atomic>
@@ -76,11 +78,9 @@ private Q_SLOTS:
         QVERIFY(rig.navigation.shown.back() ==
                 std::tuple(nullptr, "StartVisualStudioCode"_q, argument));
         DashboardEditorVM(&rig.engine, nullptr).openCode();
-    }
 
-    void aPathThatNamesNoFileIsLoadedAndDoesNoHarm()
-    {
-        EditorRig rig;
+        // A path that names no file does no harm.
+        rig.navigation.shown.clear();
         rig.engine.script.duringLoad = nullptr; // It would read the file.
         const LogCapture log;
         for (const QString &path : {"/tmp/a\0b.qml"_q, "/"_q, "http://host/D.qml"_q, QString()}) {
@@ -256,6 +256,33 @@ private Q_SLOTS:
         script.bytes = frameBytes(48, 27) - 1;
         script.fill = 9;
         QCOMPARE(rig.request(48).pixel(47, 26), 0x01010101U); // Keeps the last whole picture.
+    }
+
+    void theRealRendererMayEndWhileItLoadsARemotePart()
+    {
+        QTcpServer server; // Accepts connections and never answers.
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        const QByteArray address = "http://127.0.0.1:" + QByteArray::number(server.serverPort());
+        const TemporaryHome home;
+        DashboardEngine engine(false, true);
+        QQmlEngine qml;
+        auto model = std::make_unique<DashboardEditorVM>(&engine, nullptr);
+        model->initContext(qml.rootContext());
+        QCOMPARE(model->fieldNames().count(u'\n'), 128);
+        auto *provider = static_cast<QQuickImageProvider *>(qml.imageProvider("dashEditor"_q));
+        const auto preview = [&] { return provider->requestImage({}, nullptr, QSize(854, 0)); };
+        const std::pair<QByteArray, Qt::GlobalColor> steps[] = {
+            {"Rectangle { width: 480; height: 272; color: nothing.at.all }", Qt::black},
+            {"Rectangle { width: 480; height: 272; color: 'blue' }", Qt::blue},
+            {"import '" + address + "/parts'\nRemote {}", Qt::black}};
+        for (const auto &[text, color] : steps) {
+            writeFile(home.path("/Dash.qml"), "import QtQuick 2.15\n" + text);
+            model->setPath(home.path("/Dash.qml"));
+            QTRY_COMPARE_WITH_TIMEOUT(preview().pixelColor(0, 0), QColor(color), 30'000);
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(server.hasPendingConnections(), 30'000);
+        model.reset();
+        QCOMPARE(preview().size(), QSize(1, 1));
     }
 
     // The thread sanitizer sees a dropped lock in every run.

@@ -80,15 +80,14 @@ private Q_SLOTS:
     void boundsBelongToTheLowerSide()
     {
         EditorTelemetry telemetry;
-        telemetry.vehicle.speedKmh = 150;
-        telemetry.vehicle.deltaTimeS = 99;
-        telemetry.step();
-        const VehicleTelemetry &v = telemetry.vehicle;
-        QCOMPARE(values(v.speedKmh, v.deltaTimeS), Values({151, 100}));
-        telemetry.vehicle.speedKmh = 988;
-        telemetry.vehicle.deltaTimeS = -10;
-        telemetry.step();
-        QCOMPARE(values(v.speedKmh, v.deltaTimeS), Values({999, -9}));
+        VehicleTelemetry &v = telemetry.vehicle;
+        const double rows[][4] = {{150, 99, 151, 100}, {988, -10, 999, -9}};
+        for (const auto &[speed, delta, nextSpeed, nextDelta] : rows) {
+            v.speedKmh = quint16(speed);
+            v.deltaTimeS = float(delta);
+            telemetry.step();
+            QCOMPARE(values(v.speedKmh, v.deltaTimeS), Values({nextSpeed, nextDelta}));
+        }
     }
 
     void aBoxHoldsItsBitWhileTheOthersBlink()

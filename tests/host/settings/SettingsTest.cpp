@@ -46,21 +46,6 @@ private Q_SLOTS:
         QCOMPARE(next.problem(), QString());
     }
 
-    void aRestartIsNeededWhileTheSessionDiffers()
-    {
-        HostSettings settings(sources);
-        const QSignalSpy spy(&settings, &HostSettings::restartNeededChanged);
-        settings.setLanguage("de"_q);
-        QVERIFY(!settings.restartNeeded());
-        settings.setUseMph(true);
-        settings.setTelemetrySource("other"_q);
-        settings.setUseMph(false);
-        QVERIFY(settings.restartNeeded());
-        settings.sessionStarted();
-        QVERIFY(!settings.restartNeeded());
-        QCOMPARE(spy.count(), 2);
-    }
-
     void aChangeGoesBeforeTheCommandLineWhichGoesBeforeWhatWasSet()
     {
         HostSettings settings(sources);
@@ -82,15 +67,6 @@ private Q_SLOTS:
         taken(given);
         settings.setUseMph(false);
         QCOMPARE(taken(given), "other km/h"_q);
-    }
-
-    void aVanishedDashboardIsToldAndKept()
-    {
-        HostSettings settings(sources);
-        settings.setStartupDashboard("Mine"_q);
-        QCOMPARE(settings.startupDashboardAmong({"Road"_q}), QString());
-        QVERIFY(settings.problem().contains("'Mine'"_q));
-        QCOMPARE(settings.startupDashboardAmong({"Road"_q, "Mine"_q}), "Mine"_q);
     }
 
     void textsComeInTheFirstLanguageOfTheSystemThatIsKnown()

@@ -154,6 +154,7 @@ private Q_SLOTS:
     {
         vehicles.report("Van"_q);
         pressFor(Qt::Key_Menu, "menuRename");
+        QVERIFY(item("menuRemove")->isEnabled());
         click(item("menuRename"));
         QTRY_VERIFY(item("menuRename") == nullptr);
         type(window.get(), "ROAD");
@@ -198,13 +199,8 @@ private Q_SLOTS:
             QVERIFY(textOf("messageText").contains("copy"_q));
             leave("messageText");
         }
-        for (const int id : {mine, road}) {
-            focusCard(id);
-            pressFor(Qt::Key_Menu, "menuRemove");
-            QCOMPARE(item("menuRemove")->isEnabled(), id == mine);
-            QCOMPARE(item("menuRename")->isEnabled(), id == mine);
-            leave("menuRemove");
-        }
+        pressFor(Qt::Key_Menu, "menuRemove");
+        QVERIFY(!item("menuRemove")->isEnabled() && !item("menuRename")->isEnabled());
     }
 
     void editsACopyOfABuiltInDashboardOrOfTheTemplate()
@@ -268,10 +264,7 @@ private Q_SLOTS:
     }
 
 private:
-    QQuickItem *item(const char *name) const
-    {
-        return find(window->contentItem(), "objectName", QString::fromUtf8(name));
-    }
+    QQuickItem *item(const char *name) const { return named(window.get(), name); }
     QString textOf(const char *name) const
     {
         const QQuickItem *found = item(name);

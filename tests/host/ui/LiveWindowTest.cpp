@@ -4,11 +4,8 @@ namespace {
 
 const QRect Screen(0, 0, 1280, 900);
 
-constexpr const char *FourFields = R"(Grid {
-    width: 480; height: 272; columns: 2
-    Repeater { model: ["#c02020", "#20c020", "#2020c0", "#c0c020"]
-        Rectangle { width: 240; height: 136; color: modelData } }
-})";
+constexpr const char *RedWithABlueCorner = R"(Rectangle { width: 480; height: 272; color: "red"
+    Rectangle { x: 460; y: 252; width: 20; height: 20; color: "blue" } })";
 
 } // namespace
 
@@ -19,42 +16,37 @@ class LiveWindowTest : public ViewTest
 
 public:
     LiveWindowTest()
-        : ViewTest("DashboardWindow"_q, FourFields)
+        : ViewTest("DashboardWindow"_q, RedWithABlueCorner)
     {
     }
 
 private Q_SLOTS:
     void itOpensInTheMiddleAndShowsTheEnginesFrames()
     {
-        Desktop::moveTo({5, 5});
+        moveTo({5, 5});
         QTRY_COMPARE(window->size(), QSize(480, 272));
         QCOMPARE(window->minimumSize(), window->size());
         QCOMPARE(window->frameGeometry(), window->geometry());
         QVERIFY((window->geometry().center() - Screen.center()).manhattanLength() < 40);
-        QTRY_COMPARE(window->grabWindow().pixelColor(100, 60), QColor(0xc0, 0x20, 0x20));
-        const QImage shown = window->grabWindow();
-        QCOMPARE(shown.pixelColor(470, 10), QColor(0x20, 0xc0, 0x20));
-        QCOMPARE(shown.pixelColor(10, 260), QColor(0x20, 0x20, 0xc0));
-        QCOMPARE(shown.pixelColor(470, 262), QColor(0xc0, 0xc0, 0x20));
+        QTRY_COMPARE(window->grabWindow().pixelColor(10, 10), QColor(Qt::red));
+        QCOMPARE(window->grabWindow().pixelColor(470, 262), QColor(Qt::blue));
     }
 
     void controlsShowWhileTheMouseIsOverTheWindow()
     {
         const auto button = [this](const QString &tip) { return item("toolTip", tip); };
         const QString close = "Close this window"_q;
-        Desktop::moveTo({5, 5});
+        moveTo({5, 5});
         QTRY_VERIFY(button(close) == nullptr);
-        Desktop::moveTo(window->geometry().center());
+        moveTo(window->geometry().center());
         QTRY_VERIFY(button(close) != nullptr);
         // The buttons cover the area that had shown them.
         for (const QString &tip : {"Toggle stay on top"_q, close}) {
-            Desktop::moveTo(window->mapToGlobal(middle(button(tip))));
+            moveTo(window->mapToGlobal(middle(button(tip))));
             QTRY_VERIFY(button(tip) != nullptr && button(tip)->property("containsMouse").toBool());
         }
-        const QSignalSpy quit(QCoreApplication::instance(), &QCoreApplication::aboutToQuit);
         click(button(close));
         QTRY_VERIFY(window == nullptr);
-        QCOMPARE(quit.count(), 0);
         QVERIFY(!engine->hasConsumers());
     }
 
@@ -64,21 +56,20 @@ private Q_SLOTS:
         const auto drag = [&](const QPoint &from, const QPoint &way, const QMargins &growth) {
             const QSize before = place.size();
             place += growth;
-            Desktop::moveTo(from);
+            moveTo(from);
             QTRY_COMPARE(window->cursor().shape(), Qt::SizeFDiagCursor);
-            Desktop::press();
+            xdotool("mousedown 1"_q);
             QTRY_COMPARE(QGuiApplication::mouseButtons(), Qt::LeftButton);
             // The window manager takes over some time after it has heard of it.
-            QTRY_VERIFY((Desktop::moveTo(from + way / 2), Desktop::moveTo(from + way),
-                         window->size() != before));
+            QTRY_VERIFY((moveTo(from + way / 2), moveTo(from + way), window->size() != before));
             QTRY_COMPARE(window->size(), place.size());
-            Desktop::release();
+            release();
             QTRY_COMPARE(window->geometry(), place);
             pressAt(place.center());
-            Desktop::moveTo(place.center() + QPoint(40, 30));
+            moveTo(place.center() + QPoint(40, 30));
             place.translate(40, 30);
             QTRY_COMPARE(window->geometry(), place);
-            Desktop::release();
+            release();
             QTRY_COMPARE(QGuiApplication::mouseButtons(), Qt::NoButton);
         };
         drag(place.bottomRight() - QPoint(2, 2), {80, 60}, {0, 0, 80, 60});
@@ -87,18 +78,11 @@ private Q_SLOTS:
         QTRY_COMPARE(window->geometry(), place);
     }
 
-    void aDoubleClickSwitchesToFullScreenWhichNoDragMoves()
+    void aDoubleClickSwitchesToFullScreenAndBack()
     {
         const QRect before = window->geometry();
         QTest::mouseDClick(window, Qt::LeftButton);
         QTRY_COMPARE(window->geometry(), Screen);
-        pressAt({300, 300});
-        Desktop::moveTo({500, 500});
-        QTRY_COMPARE(dragArea()->property("mouseX").toInt(), 500);
-        Desktop::release();
-        QTRY_VERIFY(!dragArea()->property("pressed").toBool());
-        QCOMPARE(window->geometry(), Screen);
-
         // It opens again in full screen, and goes from there to its old place.
         reopen();
         QTRY_COMPARE(window->geometry(), Screen);
@@ -155,14 +139,15 @@ private:
         open();
     }
 
-    QQuickItem *dragArea() const { return item("acceptedButtons", Qt::LeftButton); }
+    static void moveTo(const QPoint &to) { xdotool("mousemove %1 %2"_q.arg(to.x()).arg(to.y())); }
+    static void release() { xdotool("mouseup 1"_q); }
 
     /// The document asks for the cursor when it hears of the press, so the mouse must wait.
     void pressAt(const QPoint &position) const
     {
-        Desktop::moveTo(position);
-        Desktop::press();
-        QTRY_VERIFY(dragArea()->property("pressed").toBool());
+        moveTo(position);
+        xdotool("mousedown 1"_q);
+        QTRY_VERIFY(item("acceptedButtons", Qt::LeftButton)->property("pressed").toBool());
     }
 };
 

@@ -57,7 +57,12 @@ private Q_SLOTS:
         press({Qt::Key_Tab, Qt::Key_Return});
         QTRY_COMPARE(restart.count(), 1);
         settings->setUseMph(false);
-        settings->setTelemetrySource("demo"_q);
+        QVERIFY(item("restart") != nullptr);
+        settings->setTelemetrySource("demo"_q); // The language needs no restart.
+        QTRY_VERIFY(item("restart") == nullptr);
+        settings->setUseMph(true);
+        QTRY_VERIFY(item("restart") != nullptr);
+        settings->sessionStarted();
         QTRY_VERIFY(item("restart") == nullptr);
         press({Qt::Key_Escape});
         QTRY_VERIFY(window == nullptr);
@@ -70,8 +75,9 @@ private Q_SLOTS:
         QCOMPARE(shown("dashboard"), "Mine"_q);
         store->performAction(mine, DashboardProfileAction::Remove, {});
         QTRY_COMPARE(shown("dashboard"), "Mine (no longer exists)"_q);
-        settings->startupDashboardAmong({"Road"_q});
-        QVERIFY(item("problem") != nullptr);
+        QCOMPARE(settings->startupDashboardAmong({"Road"_q, "Mine"_q}), "Mine"_q);
+        QCOMPARE(settings->startupDashboardAmong({"Road"_q}), QString());
+        QVERIFY(item("problem") != nullptr && settings->problem().contains("'Mine'"_q));
         settings->setStartupDashboard("Road"_q);
         QVERIFY(item("problem") == nullptr);
 
@@ -180,10 +186,7 @@ private:
     }
 
     void press(const QList<int> &list) const { keys(window, list); }
-    QQuickItem *item(const char *name) const
-    {
-        return find(window->contentItem(), "objectName", QString::fromUtf8(name));
-    }
+    QQuickItem *item(const char *name) const { return named(window, name); }
     QString shown(const char *name) const { return item(name)->property("displayText").toString(); }
 
     QString textOfPage() const { return item("text")->property("text").toString(); }

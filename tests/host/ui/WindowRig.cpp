@@ -2,7 +2,6 @@
 
 #include "TelemetryRecords.h"
 
-#include <chrono>
 #include <utility>
 
 QQuickItem *find(const QQuickItem *below, const char *property, const QVariant &value)
@@ -19,15 +18,20 @@ QQuickItem *find(const QQuickItem *below, const char *property, const QVariant &
     return nullptr;
 }
 
+QQuickItem *named(const QQuickWindow *window, const char *name)
+{
+    return find(window->contentItem(), "objectName", QString::fromUtf8(name));
+}
+
 QPoint middle(const QQuickItem *item)
 {
     return item->mapToScene(QRectF({}, item->size()).center()).toPoint();
 }
 
-void click(const QQuickItem *item, Qt::MouseButton button)
+void click(const QQuickItem *item)
 {
     QVERIFY(item != nullptr);
-    QTest::mouseClick(item->window(), button, {}, middle(item));
+    QTest::mouseClick(item->window(), Qt::LeftButton, {}, middle(item));
 }
 
 void keys(QWindow *window, const QList<int> &keys)
@@ -48,7 +52,7 @@ void type(QWindow *window, const char *letters)
         QTest::keyClick(window, *letter);
 }
 
-bool Desktop::act(const QString &command)
+bool xdotool(const QString &command)
 {
     return QProcess::execute("xdotool"_q, command.split(u' ')) == 0;
 }
@@ -62,6 +66,7 @@ ViewTest::ViewTest(QString view, QByteArray dashboard)
     QGuiApplication::setApplicationName("host-test"_q);
     // Qt may ask X for a window that has just closed.
     QLoggingCategory::setFilterRules("qt.qpa.xcb.warning=false"_q);
+    game.callOnTimeout(this, [this] { engine->updateTelemetry({}, {}, {}, false); });
 }
 
 void ViewTest::init()
@@ -72,21 +77,14 @@ void ViewTest::init()
     engine = library.createEngine(false, true);
     library.init(navigation.emplace(), *engine);
     engine->setDashboardFile(document);
-    driving = true;
-    game = std::thread([this] {
-        while (driving) {
-            engine->updateTelemetry({}, {}, {}, false);
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
-    });
+    game.start(5);
     open(document);
 }
 
 void ViewTest::cleanup()
 {
     navigation->closeViews();
-    driving = false;
-    game.join();
+    game.stop();
     engine->shutdown();
     QCOMPARE(log->lines.join(u'\n'), log->lines.filter("info: "_q).join(u'\n'));
     log.reset();

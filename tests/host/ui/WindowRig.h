@@ -10,44 +10,39 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QProcess>
+#include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QtTest>
 
-#include <atomic>
 #include <memory>
 #include <optional>
-#include <thread>
 
 /// The item on screen whose property has this value; null if there is none.
 QQuickItem *find(const QQuickItem *below, const char *property, const QVariant &value);
 
+/// The same by the item's name.
+QQuickItem *named(const QQuickWindow *window, const char *name);
+
 /// The middle of an item in its window.
 QPoint middle(const QQuickItem *item);
 
-void click(const QQuickItem *item, Qt::MouseButton button = Qt::LeftButton);
+void click(const QQuickItem *item);
 
 /// Presses keys, each with its modifiers. A window may close on the way.
 void keys(QWindow *window, const QList<int> &keys);
 void type(QWindow *window, const char *letters);
 
-/// The screen of the test, whose mouse the window manager sees, too.
-struct Desktop
-{
-    static bool act(const QString &command);
-    static void moveTo(const QPoint &to) { act("mousemove %1 %2"_q.arg(to.x()).arg(to.y())); }
-    static void press() { act("mousedown 1"_q); }
-    static void release() { act("mouseup 1"_q); }
-};
+/// Uses mouse and keyboard of the test's screen, which the window manager sees, too.
+bool xdotool(const QString &command);
 
 /// Runs the tests of a program that needs a window manager.
 template<class Test> int runUnderWindowManager(int argc, char **argv)
 {
     QProcess windowManager;
     windowManager.start("openbox"_q, QStringList());
-    const auto manages = [] { return QProcess::execute("xdotool"_q, {"get_num_desktops"_q}) == 0; };
-    if (!QTest::qWaitFor(manages, 20'000))
+    if (!QTest::qWaitFor([] { return xdotool("get_num_desktops"_q); }, 20'000))
         qFatal("There is no window manager.");
     // The application asks only at its start what the window manager can do for it.
     QGuiApplication::setAttribute(Qt::AA_Use96Dpi);
@@ -56,8 +51,8 @@ template<class Test> int runUnderWindowManager(int argc, char **argv)
     return QTest::qExec(&test, argc, argv);
 }
 
-/// Tests of one of the library's views in a window of the host, with telemetry from a thread of its
-/// own. Each begins with the view on screen, and whatever is logged as a warning fails it.
+/// Tests of one of the library's views in a window of the host, with telemetry every 5 ms.
+/// Each begins with the view on screen, and whatever is logged as a warning fails it.
 class ViewTest : public QObject
 {
     Q_OBJECT
@@ -88,8 +83,7 @@ protected:
 private:
     const GaugeLibrary library{QStringLiteral(GAUGE64_DIRECTORY)};
     const QByteArray dashboard;
-    std::atomic<bool> driving{false};
-    std::thread game;
+    QTimer game;
 
 private Q_SLOTS:
     void init();
