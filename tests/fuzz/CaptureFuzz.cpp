@@ -1,6 +1,5 @@
 #include "telemetry/recordings/CaptureReader.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QString>
 
 #include <cstdlib>

@@ -2,8 +2,6 @@
 
 #include <QtCore/QStringList>
 
-#include <cstdlib>
-
 // The input is a description, a zero byte, and a datagram. Whatever is accepted as a description
 // decodes any datagram.
 

@@ -10,7 +10,6 @@
 #include "support/TestFiles.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QMap>
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,6 @@
 
 #include <QtTest/QtTest>
 
-#include <cmath>
 #include <limits>
 
 namespace di = DerivedIndicators;

@@ -77,19 +77,6 @@ private Q_SLOTS:
                  Values({100, 0, 1, 100, 0}));
     }
 
-    void boundsBelongToTheLowerSide()
-    {
-        EditorTelemetry telemetry;
-        VehicleTelemetry &v = telemetry.vehicle;
-        const double rows[][4] = {{150, 99, 151, 100}, {988, -10, 999, -9}};
-        for (const auto &[speed, delta, nextSpeed, nextDelta] : rows) {
-            v.speedKmh = quint16(speed);
-            v.deltaTimeS = float(delta);
-            telemetry.step();
-            QCOMPARE(values(v.speedKmh, v.deltaTimeS), Values({nextSpeed, nextDelta}));
-        }
-    }
-
     void aBoxHoldsItsBitWhileTheOthersBlink()
     {
         EditorTelemetry telemetry;

@@ -11,14 +11,12 @@
 #include <QtGui/QVector3D>
 #include <QtTest/QtTest>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <tuple>
 
 namespace {
 
-using Numbers = std::vector<int>;
 using Decode = std::optional<TelemetrySample> (*)(const QByteArray &);
 
 template<auto &decode> std::optional<TelemetrySample> sample(const QByteArray &datagram)
@@ -81,11 +79,6 @@ struct Error
         all += std::abs(expected);
     }
 };
-
-template<typename Record> QByteArray bytesOf(const Record &record)
-{
-    return {reinterpret_cast<const char *>(&record), sizeof record};
-}
 
 /// What a sample holds in one field, as the bytes that change when the field becomes 0.
 QByteArray contentOf(TelemetrySample sample, const TelemetryField &field)

@@ -11,6 +11,8 @@
 #include <memory>
 #include <vector>
 
+using Numbers = std::vector<int>;
+
 /// Data Out and EGO, which learn nothing from one session to the next.
 inline std::vector<std::unique_ptr<Feed>> twoFeeds()
 {
@@ -41,6 +43,11 @@ public:
         ++silences;
     }
 };
+
+template<typename Record> QByteArray bytesOf(const Record &record)
+{
+    return {reinterpret_cast<const char *>(&record), sizeof record};
+}
 
 /// What a file holds.
 struct ReadDrive

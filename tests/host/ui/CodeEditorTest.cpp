@@ -4,7 +4,6 @@
 
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
-#include <QtCore/QVariant>
 #include <QtTest/QtTest>
 
 class CodeEditorTest : public QObject

@@ -1,3 +1,4 @@
+#include "FeedRig.h"
 #include "render/TelemetryPublisher.h"
 #include "telemetry/demo/DemoSource.h"
 
@@ -5,7 +6,6 @@
 #include <QtCore/QVariant>
 #include <QtTest/QtTest>
 
-#include <atomic>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -15,26 +15,10 @@ namespace {
 constexpr std::uint32_t Seed = 64;
 constexpr double Frame = 1.0 / 30; // s
 
-QByteArray bytesOf(const TelemetrySample &sample)
-{
-    return {reinterpret_cast<const char *>(&sample.vehicle), sizeof sample.vehicle};
-}
-
 bool isKnown(const TelemetrySample &sample)
 {
     return sample.vehicle.availabilityMask != 0;
 }
-
-struct LapSink final : TelemetrySink
-{
-    void update(const TelemetrySample &sample, const QString & /*vehicle*/) override
-    {
-        driven = sample.vehicle.completedLaps;
-    }
-    void fallSilent() override {}
-
-    std::atomic<int> driven{-1};
-};
 
 } // namespace
 
@@ -59,10 +43,12 @@ private Q_SLOTS:
     {
         const DemoLap demo(Seed);
         for (const double moment : {3599.0, 1800.0, 611.25, 41.5, 0.0})
-            QCOMPARE(bytesOf(demo.sampleAt(moment)), bytesOf(DemoLap(Seed).sampleAt(moment)));
-        QVERIFY(bytesOf(demo.sampleAt(41.5)) != bytesOf(DemoLap(Seed + 1).sampleAt(41.5)));
+            QCOMPARE(bytesOf(demo.sampleAt(moment).vehicle),
+                     bytesOf(DemoLap(Seed).sampleAt(moment).vehicle));
+        QVERIFY(bytesOf(demo.sampleAt(41.5).vehicle) !=
+                bytesOf(DemoLap(Seed + 1).sampleAt(41.5).vehicle));
         for (const double odd : {-1.0, std::nan(""), std::numeric_limits<double>::infinity()})
-            QCOMPARE(bytesOf(demo.sampleAt(odd)), bytesOf(demo.sampleAt(0)));
+            QCOMPARE(bytesOf(demo.sampleAt(odd).vehicle), bytesOf(demo.sampleAt(0).vehicle));
     }
 
     void aRaceCountsItsLapsAndTimes()
@@ -71,6 +57,7 @@ private Q_SLOTS:
         int laps = 0;
         std::uint32_t best = 0;
         double driven = -60; // m; the grid is in front of the line.
+        double told = 5000;  // ms; the lights go out after 5 s.
         for (std::size_t i = 1; isKnown(race[i]); ++i) {
             const VehicleTelemetry &before = race[i - 1].vehicle;
             const VehicleTelemetry &now = race[i].vehicle;
@@ -79,6 +66,8 @@ private Q_SLOTS:
             if (now.completedLaps == laps)
                 continue;
             QCOMPARE(int(now.completedLaps), ++laps);
+            told += now.lastTimeMs; // The laps' times add up to the race's.
+            QVERIFY(std::abs(double(i) * Frame * 1000 - told - now.currentTimeMs) < 2 + laps);
             // A lap is as long as its speed says, and its time is what the clock had shown.
             QVERIFY(std::abs(driven - laps * Circuit::Length) < 3 + laps);
             QVERIFY(std::abs(double(now.lastTimeMs) - before.currentTimeMs) <= 34);
@@ -95,8 +84,6 @@ private Q_SLOTS:
 
     void theCarObeysPhysics()
     {
-        // 1/min of the engine for each km/h of the wheels.
-        constexpr double Ratios[] = {0, 81.6, 59.3, 46.6, 38.5, 32.9, 28.7};
         int stops = 0;
         double expected = 0; // m/s, by the surge of a second
         for (std::size_t i = 30; isKnown(race[i + 1]); ++i) {
@@ -115,19 +102,14 @@ private Q_SLOTS:
             const double across = v * qDegreesToRadians(turned) / (2 * Frame) / Gravity;
             QVERIFY2(std::abs(sway - across) < 0.1, moment);
             QVERIFY2(std::abs(sway) < 0.3 || (now.steeringPercent > 0) == (sway > 0), moment);
-            QVERIFY2(std::hypot(sway, double(now.surgeG)) < 2.9, moment);
-
+            const auto wheels = race[i].extended.wheels;
+            const std::size_t outer = sway > 0 ? 0 : 1;
+            QVERIFY2(std::abs(sway) < 0.3 || wheels[outer].wheelFlagA == 0, moment);
             QVERIFY2(now.gear >= 0 && now.gear <= 6 && now.rpm < now.maxRpm, moment);
-            const double ratio = now.rpm / std::max(double(now.speedKmh), 1.0);
-            if (before.clutchPedalPercent + now.clutchPedalPercent + next.clutchPedalPercent == 0)
-                QVERIFY2(std::abs(ratio / Ratios[now.gear] - 1) < 0.03, moment);
-            if ((now.statusFlags & Status::SpeedLimiter) != 0)
-                QVERIFY2(now.groundSpeedKmh < 62, moment);
             // Only the box fills the tank and changes the tyres.
             const bool isBetter = next.fuelLevelPercent > now.fuelLevelPercent ||
                                   next.tyreWearPercent[0] < now.tyreWearPercent[0];
             QVERIFY2(now.fuelLevelPercent > 0 && (!isBetter || v <= 0), moment);
-            QVERIFY2(std::abs(now.tyreTempC[0] - 90) < 30 && now.brakeTempC[0] < 780, moment);
             stops += before.groundSpeedKmh > 0 && v <= 0 ? 1 : 0;
         }
         QCOMPARE(stops, 4); // The last is the end.
@@ -163,11 +145,14 @@ private Q_SLOTS:
 
     void documentedMomentsAreWhatTheGuidesSay()
     {
-        LapSink laps; // The host starts in the third lap.
-        DemoSource source(DemoCars(Seed), 180);
-        source.start(laps);
-        QTRY_COMPARE_WITH_TIMEOUT(laps.driven.load(), 2, 10'000);
+        FakeSink sink;
+        auto source = std::make_unique<DemoSource>(DemoCars(Seed), 180);
+        source->start(sink);
+        QTRY_VERIFY_WITH_TIMEOUT(sink.updates > 0, 10'000);
+        source.reset();
+        QCOMPARE(int(sink.last.vehicle.completedLaps), 2); // The host starts in the third lap.
         const VehicleTelemetry preview = DemoLap(Seed).sampleAt(281.4).vehicle;
+        QVERIFY(preview.fuelLevelPercent < race.front().vehicle.fuelLevelPercent);
         QVERIFY(preview.rpm > 6500 && preview.gear >= 4 && preview.gasPedalPercent == 100);
         QVERIFY(preview.bestTimeMs > 0 && preview.bestTimeMs < preview.lastTimeMs);
     }
@@ -176,11 +161,13 @@ private Q_SLOTS:
     {
         const DemoCars cars(Seed, 3);
         for (const auto &[moment, own] : {std::pair(22, 2), std::pair(84, 24)})
-            QCOMPARE(bytesOf(cars.sampleAt(moment)), bytesOf(DemoLap(Seed + 1).sampleAt(own)));
+            QCOMPARE(bytesOf(cars.sampleAt(moment).vehicle),
+                     bytesOf(DemoLap(Seed + 1).sampleAt(own).vehicle));
         const auto name = [&cars](double moment) { return cars.vehicleNameAt(moment); };
         QVERIFY(name(19.9) == name(60) && name(20) == name(81) && name(59) == name(119));
         QVERIFY(name(0) != name(20) && name(20) != name(40) && name(0) != name(40));
-        QCOMPARE(bytesOf(DemoCars(Seed).sampleAt(84)), bytesOf(DemoLap(Seed).sampleAt(84)));
+        QCOMPARE(bytesOf(DemoCars(Seed).sampleAt(84).vehicle),
+                 bytesOf(DemoLap(Seed).sampleAt(84).vehicle));
         QVERIFY(!name(std::nan("")).isEmpty() && !name(1e300).isEmpty());
     }
 };

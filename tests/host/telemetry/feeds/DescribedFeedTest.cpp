@@ -7,13 +7,9 @@
 #include <QtCore/QRandomGenerator>
 #include <QtTest/QtTest>
 
-#include <algorithm>
-#include <cstring>
 #include <limits>
 
 namespace {
-
-using Numbers = std::vector<int>;
 
 /// A description with these members, and with what every one needs.
 QByteArray described(const QByteArray &members)
@@ -46,11 +42,6 @@ QByteArray shipped(const char *name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-template<typename Record> bool isSame(const Record &one, const Record &other)
-{
-    return std::memcmp(&one, &other, sizeof one) == 0;
-}
-
 } // namespace
 
 class DescribedFeedTest : public QObject
@@ -63,9 +54,7 @@ private Q_SLOTS:
         const auto rpm = [](const char *number) { return withField("rpm", number); };
         const std::pair<QByteArray, const char *> rows[] = {
             {"{\n\"name\": \"x\",", "2: not valid JSON"},
-            {QByteArray(50'000, '['), "1: not valid JSON"},
             {QByteArray(70'000, ' '), " the file is larger"},
-            {"[]", " the description must be an object"},
             {R"({"name": "x", "port": 65536})", " 'port' must be a whole number from 1 to 65535"},
             {described(R"("colour": 1, "length": [1, 4.5])"), " 'length[1]' must be"},
             {described(R"("length": 1, "minimumLength": 1)"), " it takes either"},
@@ -121,12 +110,12 @@ private Q_SLOTS:
             QCOMPARE(findTelemetryField(QString::fromLatin1(field.name)), &field);
             TelemetrySample sample;
             field.set(sample, std::numeric_limits<double>::quiet_NaN());
-            QVERIFY(isSame(sample.vehicle, VehicleTelemetry{}));
+            QCOMPARE(bytesOf(sample.vehicle), bytesOf(VehicleTelemetry{}));
             field.set(sample, std::numeric_limits<double>::max());
             QCOMPARE(sample.vehicle.availabilityMask | 0, quint64(field.availability));
             // What one field writes, no other one does.
             sample.vehicle.availabilityMask = 0;
-            const QByteArray bytes(reinterpret_cast<const char *>(&sample), sizeof sample);
+            const QByteArray bytes = bytesOf(sample);
             QVERIFY2(bytes.count('\0') < bytes.size(), field.name);
             for (int i = 0; i < bytes.size(); ++i) {
                 QVERIFY2((bytes[i] & taken[i]) == 0, field.name);
@@ -177,7 +166,7 @@ private Q_SLOTS:
             const auto builtIn = OutGauge::decode(packet);
             const auto described = feed.decode(packet, {});
             QCOMPARE(described->vehicle, builtIn->car);
-            QVERIFY(isSame(described->sample.vehicle, builtIn->sample.vehicle));
+            QCOMPARE(bytesOf(described->sample.vehicle), bytesOf(builtIn->sample.vehicle));
         }
         // The highest engine speed, which isn't described, is learnt.
         const auto drive = [&feed](const char *car, quint8 gear, float rpm) {
@@ -207,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(there.availabilityMask | 0, quint64(Available::AbsInAction));
         QCOMPARE(there.statusFlags | 0, Status::AbsInAction);
         const auto gone = decode(flag, QByteArray("\2\0\0\0\0\1\0\0", 9))->sample.vehicle;
-        QVERIFY(isSame(gone, VehicleTelemetry{}));
+        QCOMPARE(bytesOf(gone), bytesOf(VehicleTelemetry{}));
     }
 
     void vehiclesAreNamedByTextOrNumber()

@@ -6,7 +6,6 @@
 
 using namespace std::chrono_literals;
 using std::chrono::nanoseconds;
-using Numbers = std::vector<int>;
 using Times = std::vector<nanoseconds>;
 
 namespace {
