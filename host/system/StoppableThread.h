@@ -9,7 +9,8 @@
 class QEventLoop;
 
 /// A thread whose work ends when it is asked to: by `stop`, or by the destruction, which wait until
-/// it has. It can have sockets and timers, so it needs an application object. `start` and `stop` are called by the owner, the other two by the work itself.
+/// it has. It can have sockets and timers, so it needs an application object. `start` and `stop`
+/// are called by the owner, the other two by the work itself.
 class StoppableThread
 {
 public:
