@@ -184,16 +184,16 @@ private Q_SLOTS:
             QTest::newRow(body) << body << QString::fromLatin1(fault);
         };
         const QByteArray one("Text { text: 'one' } ");
-        const QByteArray two("Text { text: 'two' } ");
-        row("lies on 'two'", one + two);
-        row("", one + "Text { y: 40; text: 'two' }");
+        const QByteArray two("Text { text: 'our' } ");
+        row("lies on 'our'", one + two);
+        row("", one + "Text { y: 40; text: 'our' }");
         row("", one + "Text { y: 9; text: 'one' }"); // Line boxes touch, ink doesn't.
-        row("", one + "Text { visible: false; text: 'two' } Text { opacity: 0; text: 'two' }");
+        row("", one + "Text { visible: false; text: 'our' } Text { opacity: 0; text: 'our' }");
         row("", one + "Rectangle { width: 99; height: 99; color: 'red' }" + two);
         row("lies on", one + "Rectangle { width: 99; height: 99; color: '#80ff0000' }" + two);
         row("", "Rectangle { z: 1; width: 99; height: 99 }" + one + two);
         row("is cut", "Text { x: 10; text: 'long text' } Rectangle { width: 30; height: 99 }");
-        row("", "Text { text: 'text' } Rectangle { width: 90; height: 9; rotation: 20 }");
+        row("", "Text { text: 'over' } Rectangle { width: 90; height: 9; rotation: 20 }");
         row("sticks out", "Text { x: 470; text: 'long' }");
         row("sticks out",
             "Text { y: -9; width: 480; horizontalAlignment: Text.AlignHCenter; text: 'X' }");
