@@ -148,6 +148,13 @@ private Q_SLOTS:
         QTRY_COMPARE(colorOf(item("live")), engine.waiting.pixelColor(0, 0));
         item("live")->setVisible(false);
         QVERIFY(!engine.hasConsumers());
+        {
+            LiveDashboard brief;
+            brief.setParentItem(window->contentItem());
+            brief.attach(engine);
+            QVERIFY(engine.hasConsumers());
+        }
+        QVERIFY(!engine.hasConsumers());
     }
 
     void renamesToAFreeName()
