@@ -100,25 +100,20 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(f.userPath("42"_q)));
     }
 
-    void aHomeMayLieAnywhere()
+    void pathsMayBeLongAndInAnyScript()
     {
-#ifdef Q_OS_WIN
-        QSKIP("Under Wine copies and renames in such places fail now and then");
-#endif
         const QTemporaryDir place(fastFolder() + "/gauge-XXXXXX"_q);
-        const QStringList parents{place.filePath(QString(150, u'x'))};
-        for (const QString &parent : parents) {
-            QDir().mkpath(parent);
-            ProfilesFixture f({"A"_q}, {}, parent);
-            f.start();
-            f.report("V"_q);
-            const QString name(60, u'n');
-            QVERIFY(f.act("A"_q, Action::Copy, name).ok);
-            QVERIFY(f.act("A"_q, Action::Rename, "Größe 仪表盘 🏎"_q).ok);
-            QCOMPARE(f.savedState(), "Größe 仪表盘 🏎*(V) "_q + name);
-            QVERIFY(f.act(name, Action::Remove).ok);
-            QVERIFY(!QFileInfo::exists(f.userPath(name)) && f.leftovers().isEmpty());
-        }
+        const QString parent = place.filePath(QString(150, u'x'));
+        QDir().mkpath(parent);
+        ProfilesFixture f({"A"_q}, {}, parent);
+        f.start();
+        f.report("V"_q);
+        const QString name(60, u'n');
+        QVERIFY(f.act("A"_q, Action::Copy, name).ok);
+        QVERIFY(f.act("A"_q, Action::Rename, "Größe 仪表盘 🏎"_q).ok);
+        QCOMPARE(f.savedState(), "Größe 仪表盘 🏎*(V) "_q + name);
+        QVERIFY(f.act(name, Action::Remove).ok);
+        QVERIFY(!QFileInfo::exists(f.userPath(name)) && f.leftovers().isEmpty());
     }
 
     void aFailureHasItsMessageAndChangesNothing()

@@ -20,6 +20,8 @@ public:
     explicit TemporaryHome(const QString &parent = QDir::tempPath())
         : directory(parent + QStringLiteral("/gauge-home-XXXXXX"))
     {
+        if (!directory.isValid()) // Its paths would lead to the root.
+            qFatal("no home in %s: %s", qPrintable(parent), qPrintable(directory.errorString()));
         for (std::size_t i = 0; i < Names.size(); ++i) {
             before[i] = qgetenv(Names[i]);
             qputenv(Names[i], path(Tails[i]).toLocal8Bit());

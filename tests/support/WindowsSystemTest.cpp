@@ -1,5 +1,7 @@
+#include "support/Files.h"
 #include "support/platform/FileSystem_windows.h"
 
+#include "TemporaryHome.h"
 #include "TestFiles.h"
 
 #include <QtTest/QtTest>
@@ -25,6 +27,19 @@ private Q_SLOTS:
             {"C:folder/"_q + name, R"(C:folder\)"_q + name}};
         for (const auto &[path, native] : rows)
             QCOMPARE(QString::fromStdWString(platform::nativePath(path)), native);
+    }
+
+    void drivesAndSharesHoldFiles()
+    {
+        const TemporaryHome home;
+        writeFile(home.path("/source/sub/file"), "text");
+        for (const QString &folder : // packaging/windows/wine makes the share.
+             {"C:/gauge"_q, "//gauge-tests/share/"_q + QString(150, u's') + "/gauge"_q}) {
+            QVERIFY(copyDirectory(home.path("/source"), folder));
+            QVERIFY(moveFile(folder + "/sub/file"_q, folder + "/file"_q, false));
+            QCOMPARE(readFile(folder + "/file"_q), QByteArray("text"));
+            QVERIFY(removeTree(folder) && !QFileInfo::exists(folder));
+        }
     }
 
     void libraryAndProgramHaveAVersionAndAnIcon()

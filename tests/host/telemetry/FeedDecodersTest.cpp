@@ -29,18 +29,28 @@ constexpr Decode outGauge = &sample<OutGauge::decode>;
 constexpr Decode dataOut = &sample<DataOut::decode>;
 constexpr Decode ego = &sample<EgoExtradata::decode>;
 
-/// A datagram of each kind, who reads it, and where its measured numbers begin and end.
-const std::tuple<QByteArray, Decode, std::vector<std::pair<int, int>>> Formats[] = {
-    {Senders::outGauge(), outGauge, {{12, 40}, {48, 60}}},
-    {Senders::outGauge("XFG", 96), outGauge, {{12, 40}, {48, 60}}},
-    {Senders::dataOut(232), dataOut, {{8, 116}, {132, 212}}},
-    {Senders::dataOut(311), dataOut, {{8, 116}, {132, 212}, {232, 300}}},
-    {Senders::dataOut(324), dataOut, {{8, 116}, {132, 212}, {244, 312}}},
-    {Senders::dataOut(331), dataOut, {{8, 116}, {132, 212}, {232, 300}, {311, 327}}},
-    {Senders::ego(66), ego, {{0, 264}}},
-    {Senders::ego(38), ego, {{0, 152}}},
-    {Senders::ego(70), ego, {{0, 280}}},
+/// A datagram of each kind, and who reads it.
+struct Format
+{
+    QByteArray datagram;
+    Decode decode;
+    std::vector<std::pair<int, int>> reals; ///< Where measured numbers begin and end.
 };
+
+std::vector<Format> formats()
+{
+    return {
+        {Senders::outGauge(), outGauge, {{12, 40}, {48, 60}}},
+        {Senders::outGauge("XFG", 96), outGauge, {{12, 40}, {48, 60}}},
+        {Senders::dataOut(232), dataOut, {{8, 116}, {132, 212}}},
+        {Senders::dataOut(311), dataOut, {{8, 116}, {132, 212}, {232, 300}}},
+        {Senders::dataOut(324), dataOut, {{8, 116}, {132, 212}, {244, 312}}},
+        {Senders::dataOut(331), dataOut, {{8, 116}, {132, 212}, {232, 300}, {311, 327}}},
+        {Senders::ego(66), ego, {{0, 264}}},
+        {Senders::ego(38), ego, {{0, 152}}},
+        {Senders::ego(70), ego, {{0, 280}}},
+    };
+}
 
 /// A moment of a drive that was recorded in a real game.
 struct Moment
@@ -241,7 +251,7 @@ private Q_SLOTS:
     void noDamagedNumberIsShownAsOne()
     {
         constexpr float Infinity = std::numeric_limits<float>::infinity();
-        for (const auto &[datagram, decode, reals] : Formats) {
+        for (const auto &[datagram, decode, reals] : formats()) {
             for (const auto &[from, to] : reals) {
                 for (int at = from; at < to; at += 4) {
                     for (const float bad : {std::nanf(""), Infinity, -Infinity, 1e38F, -4e9F}) {
@@ -258,7 +268,7 @@ private Q_SLOTS:
     void noiseAndOtherLengthsAreNoTelemetry()
     {
         QRandomGenerator random(64);
-        for (const auto &[datagram, decode, reals] : Formats) {
+        for (const auto &[datagram, decode, reals] : formats()) {
             QVERIFY(!decode(datagram.left(datagram.size() - 1)) && !decode(datagram + '\0'));
             int taken = 0;
             QByteArray noise(datagram.size(), '\0');

@@ -9,8 +9,8 @@
 
 namespace {
 
-const QHostAddress Local(QHostAddress::LocalHost);
-const QHostAddress Local6(QHostAddress::LocalHostIPv6);
+constexpr auto Local = QHostAddress::LocalHost;
+constexpr auto Local6 = QHostAddress::LocalHostIPv6;
 
 QByteArray turning(int rpm)
 {

@@ -33,10 +33,15 @@ template<typename... Numbers> QByteArray little(Numbers... numbers)
     return packet;
 }
 
-const QByteArray Ipv4 =
-    hex("4500002500070000401100000101010101010101 15b3115c00110000") + "telemetry";
-const QByteArray Ipv6 =
-    hex("6000000000111140") + QByteArray(32, '\2') + hex("15b3115c00110000") + "telemetry";
+QByteArray ipv4()
+{
+    return hex("4500002500070000401100000101010101010101 15b3115c00110000") + "telemetry";
+}
+
+QByteArray ipv6()
+{
+    return hex("6000000000111140") + QByteArray(32, '\2') + hex("15b3115c00110000") + "telemetry";
+}
 
 /// A file of packets, without the last bytes of each, 1 s and 0, 1 and more nanoseconds after 1970.
 QByteArray pcap(int linkType, const std::vector<QByteArray> &packets, int cut = 0)
@@ -103,21 +108,22 @@ private Q_SLOTS:
                                       hex("3300000000000000") + hex("2c01") + QByteArray(10, '\0') +
                                       hex("1100000000000000");
         const QByteArray ethernet(12, '\6');
-        const QByteArray section = pcapng(device(101) + packetOf(0, 0, Ipv4));
+        const QByteArray section = pcapng(device(101) + packetOf(0, 0, ipv4()));
         const QByteArray files[] = {
-            pcap(1, {ethernet + hex("0800") + Ipv4 + "padding"}),
-            pcap(1, {ethernet + hex("88a80005 81000006 86dd") + Ipv6}), // Two VLAN tags.
-            pcap(101, {with(Ipv4, 0, hex("46")).insert(20, "opti")}),
-            pcap(101, {with(Ipv6, 6, hex("00")).insert(40, extensions)}), pcap(228, {Ipv4}),
-            pcap(229, {Ipv6}), pcap(0, {little(2) + Ipv4}), pcap(108, {hex("00000018") + Ipv6}),
-            pcap(113, {QByteArray(14, '\0') + hex("0800") + Ipv4}),
-            pcap(276, {hex("86dd") + QByteArray(18, '\0') + Ipv6}),
+            pcap(1, {ethernet + hex("0800") + ipv4() + "padding"}),
+            pcap(1, {ethernet + hex("88a80005 81000006 86dd") + ipv6()}), // Two VLAN tags.
+            pcap(101, {with(ipv4(), 0, hex("46")).insert(20, "opti")}),
+            pcap(101, {with(ipv6(), 6, hex("00")).insert(40, extensions)}), pcap(228, {ipv4()}),
+            pcap(229, {ipv6()}), pcap(0, {little(2) + ipv4()}),
+            pcap(108, {hex("00000018") + ipv6()}),
+            pcap(113, {QByteArray(14, '\0') + hex("0800") + ipv4()}),
+            pcap(276, {hex("86dd") + QByteArray(18, '\0') + ipv6()}),
             // Written by a big-endian computer.
             hex("a1b23c4d 00020004 00000000 00000000 0000ffff 00000065 00000001 00000000 00000025 "
                 "00000025") +
-                Ipv4,
+                ipv4(),
             section, pcapng(device(0)) + section,
-            pcapng(device(101) + block(3, little(Ipv6.size()) + Ipv6)), // Without a time.
+            pcapng(device(101) + block(3, little(ipv6().size()) + ipv6())), // Without a time.
         };
         for (const QByteArray &file : files) {
             const ReadDrive drive = read(file);
@@ -131,7 +137,7 @@ private Q_SLOTS:
 
     void timesKeepTheirNanoseconds()
     {
-        const ReadDrive drive = read(pcap(101, {Ipv4, Ipv4}));
+        const ReadDrive drive = read(pcap(101, {ipv4(), ipv4()}));
         QCOMPARE(drive.datagrams.at(1).time.count(), 1'000'000'001);
         for (const auto &[options, nanoseconds] :
              {std::pair{QByteArray(), 3'000'001'000},
@@ -139,7 +145,7 @@ private Q_SLOTS:
               {little(0x10009, 0x80 + 20), 2'861'023'903}, // 2^-20 s.
               {little(0x8000e, 7, 0), 10'000'001'000},
               {little(0x10009, 9, 0x8000e, 7, 0), 7'003'000'001}}) {
-            const QByteArray packet = packetOf(0, 3'000'001, Ipv4);
+            const QByteArray packet = packetOf(0, 3'000'001, ipv4());
             QCOMPARE(read(pcapng(device(101, options) + packet)).datagrams.at(0).time.count(),
                      nanoseconds);
         }
@@ -148,8 +154,8 @@ private Q_SLOTS:
     void whatIsPassedOverIsToldOnce()
     {
         const QByteArray file =
-            pcapng(device(101) + device(0) + device(105) + packetOf(0, 1, Ipv4) +
-                   packetOf(2, 2, "wireless") + packetOf(1, 3, little(2) + Ipv4));
+            pcapng(device(101) + device(0) + device(105) + packetOf(0, 1, ipv4()) +
+                   packetOf(2, 2, "wireless") + packetOf(1, 3, little(2) + ipv4()));
         const ReadDrive blocks = read(file);
         QCOMPARE(blocks.datagrams.size(), std::size_t(2));
         QVERIFY(
@@ -157,14 +163,14 @@ private Q_SLOTS:
         for (int size = 4; size < file.size(); ++size)
             QVERIFY(read(file.left(size)).datagrams.size() < 2);
 
-        const ReadDrive pieces = read(
-            pcap(101, {with(Ipv4, 6, hex("2000")), with(Ipv4, 6, hex("0003")),
-                       with(Ipv6, 6, hex("2c")).insert(40, hex("1100000100000000")),
-                       with(Ipv4, 9, hex("06")), with(Ipv6, 6, hex("06")), "", "E", "?!", Ipv4}));
+        const ReadDrive pieces = read(pcap(
+            101, {with(ipv4(), 6, hex("2000")), with(ipv4(), 6, hex("0003")),
+                  with(ipv6(), 6, hex("2c")).insert(40, hex("1100000100000000")),
+                  with(ipv4(), 9, hex("06")), with(ipv6(), 6, hex("06")), "", "E", "?!", ipv4()}));
         QCOMPARE(pieces.datagrams.size(), std::size_t(1));
         QVERIFY(pieces.remarks.join(u'|').endsWith(QStringLiteral(" 3.")));
-        for (int cut = 1; cut <= Ipv4.size() - 20; ++cut) {
-            const ReadDrive drive = read(pcap(101, {Ipv4, Ipv4}, cut));
+        for (int cut = 1; cut <= ipv4().size() - 20; ++cut) {
+            const ReadDrive drive = read(pcap(101, {ipv4(), ipv4()}, cut));
             QVERIFY(drive.datagrams.empty());
             QVERIFY(drive.remarks.join(u'|').endsWith(QStringLiteral(" 2.")));
         }
@@ -172,8 +178,8 @@ private Q_SLOTS:
 
     void aFileThatWasCutOffGivesItsWholePackets()
     {
-        const QByteArray file = pcap(101, {Ipv4, Ipv4});
-        const int first = file.size() - Ipv4.size() - 16;
+        const QByteArray file = pcap(101, {ipv4(), ipv4()});
+        const int first = file.size() - ipv4().size() - 16;
         for (int size = 0; size < file.size(); ++size) {
             const ReadDrive drive = read(file.left(size));
             QCOMPARE(drive.error.isEmpty(), size >= 24);
