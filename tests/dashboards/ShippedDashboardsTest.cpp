@@ -193,7 +193,7 @@ private Q_SLOTS:
         row("lies on", one + "Rectangle { width: 99; height: 99; color: '#80ff0000' }" + two);
         row("", "Rectangle { z: 1; width: 99; height: 99 }" + one + two);
         row("is cut", "Text { x: 10; text: 'long text' } Rectangle { width: 30; height: 99 }");
-        row("", "Text { text: 'over' } Rectangle { width: 90; height: 9; rotation: 20 }");
+        row("", "Text { text: 'one' } Rectangle { width: 90; height: 9; rotation: 20 }");
         row("sticks out", "Text { x: 470; text: 'long' }");
         row("sticks out",
             "Text { y: -9; width: 480; horizontalAlignment: Text.AlignHCenter; text: 'X' }");

@@ -80,7 +80,7 @@ private Q_SLOTS:
 
     void takesAnyName()
     {
-        const QString name = "<b>%1</b> %n & \u202e"_q + QString(200, u'W');
+        const QString name = "<b>%1<i> %n & \u202e"_q + QString(200, u'W');
         store->performAction(mine, DashboardProfileAction::Rename, name);
         store->performAction(mine, DashboardProfileAction::Activate, {});
         vehicles.report("Van"_q);
